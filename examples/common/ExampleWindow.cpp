@@ -1,0 +1,138 @@
+#include "common/ExampleWindow.h"
+
+#include <cstdlib>
+#include <stdexcept>
+
+#include <EGL/egl.h>
+#include <EGL/eglext.h>
+#include <X11/Xutil.h>
+
+namespace examples {
+
+namespace {
+
+// Xlib's own answer to a request that the server refuses is to end the program. This one lets the request's
+// caller find out.
+int IgnoreError(Display*, XErrorEvent*) { return 0; }
+
+struct ImageDestroyer {
+    void operator()(XImage* image) const { XDestroyImage(image); }
+};
+
+struct Freer {
+    void operator()(XVisualInfo* info) const { XFree(info); }
+};
+
+// The visual that a window must have for EGL to accept it with the library's configuration, asked for with
+// the library's own attributes.
+VisualID FindVisualId(Display* display) {
+    const EGLint attributes[] = {EGL_SURFACE_TYPE,
+                                 EGL_WINDOW_BIT,
+                                 EGL_RENDERABLE_TYPE,
+                                 EGL_OPENGL_ES2_BIT,
+                                 EGL_RED_SIZE,
+                                 8,
+                                 EGL_GREEN_SIZE,
+                                 8,
+                                 EGL_BLUE_SIZE,
+                                 8,
+                                 EGL_ALPHA_SIZE,
+                                 8,
+                                 EGL_NONE};
+    // A display of this connection, not the library's, so that ending it here does not disturb that one.
+    const EGLDisplay egl = eglGetPlatformDisplay(EGL_PLATFORM_X11_KHR, display, nullptr);
+    if (egl == EGL_NO_DISPLAY || eglInitialize(egl, nullptr, nullptr) == EGL_FALSE) {
+        throw std::runtime_error("EGL does not work on this X server");
+    }
+    EGLConfig config = nullptr;
+    EGLint count = 0;
+    EGLint visual = 0;
+    const bool found = eglChooseConfig(egl, attributes, &config, 1, &count) == EGL_TRUE && count == 1 &&
+                       eglGetConfigAttrib(egl, config, EGL_NATIVE_VISUAL_ID, &visual) == EGL_TRUE;
+    eglTerminate(egl);
+    if (!found) {
+        throw std::runtime_error("EGL has no window configuration for OpenGL ES 2.0 with 8 bits a channel");
+    }
+    return static_cast<VisualID>(visual);
+}
+
+std::unique_ptr<XVisualInfo, Freer> FindVisual(Display* display) {
+    XVisualInfo wanted{};
+    wanted.visualid = FindVisualId(display);
+    int count = 0;
+    std::unique_ptr<XVisualInfo, Freer> visual(XGetVisualInfo(display, VisualIDMask, &wanted, &count));
+    if (visual == nullptr) {
+        throw std::runtime_error("the X server does not know the visual of EGL's configuration");
+    }
+    return visual;
+}
+
+int IsMapped(Display*, XEvent* event, XPointer window) {
+    return event->type == MapNotify && event->xmap.window == *reinterpret_cast<Window*>(window) ? True
+                                                                                                : False;
+}
+
+// One channel of a pixel, from the bits of `mask` to 0..255.
+std::uint8_t Channel(unsigned long pixel, unsigned long mask) {
+    return mask == 0 ? std::uint8_t{0} : static_cast<std::uint8_t>((pixel & mask) * 255 / mask);
+}
+
+}  // namespace
+
+ExampleWindow::ExampleWindow(std::uint32_t width, std::uint32_t height, const std::string& title)
+    : display(XOpenDisplay(nullptr)) {
+    if (display == nullptr) {
+        const char* const name = std::getenv("DISPLAY");
+        throw std::runtime_error(name == nullptr ? std::string("no X server: DISPLAY is not set")
+                                                 : std::string("no X server at DISPLAY=") + name);
+    }
+    XSetErrorHandler(IgnoreError);
+    Display* const connection = display.get();
+    const auto visual = FindVisual(connection);
+    const Window root = RootWindow(connection, visual->screen);
+
+    // A visual other than the root's needs colours of its own.
+    XSetWindowAttributes attributes{};
+    attributes.colormap = XCreateColormap(connection, root, visual->visual, AllocNone);
+    attributes.event_mask = StructureNotifyMask;
+    window = XCreateWindow(connection, root, 0, 0, width, height, 0, visual->depth, InputOutput,
+                           visual->visual, CWBorderPixel | CWColormap | CWEventMask, &attributes);
+    XStoreName(connection, window, title.c_str());
+    XWindowAttributes made{};
+    if (XGetWindowAttributes(connection, window, &made) == 0) {
+        throw std::runtime_error("the X server refuses the window");
+    }
+
+    XMapWindow(connection, window);
+    XEvent event;
+    XIfEvent(connection, &event, IsMapped, reinterpret_cast<XPointer>(&window));
+}
+
+Image ExampleWindow::Read() const {
+    Display* const connection = display.get();
+    XSync(connection, False);
+    XWindowAttributes attributes{};
+    if (XGetWindowAttributes(connection, window, &attributes) == 0) {
+        throw std::runtime_error("the window is gone");
+    }
+    const std::unique_ptr<XImage, ImageDestroyer> picture(
+        XGetImage(connection, window, 0, 0, static_cast<unsigned int>(attributes.width),
+                  static_cast<unsigned int>(attributes.height), AllPlanes, ZPixmap));
+    if (picture == nullptr) {
+        throw std::runtime_error(
+            "the X server does not give the window's picture: is all of it on the screen?");
+    }
+
+    Image image(static_cast<std::uint32_t>(picture->width), static_cast<std::uint32_t>(picture->height));
+    for (int y = 0; y < picture->height; ++y) {
+        for (int x = 0; x < picture->width; ++x) {
+            const unsigned long pixel = XGetPixel(picture.get(), x, y);
+            image.Set(static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y),
+                      {Channel(pixel, picture->red_mask), Channel(pixel, picture->green_mask),
+                       Channel(pixel, picture->blue_mask), 255});
+        }
+    }
+    return image;
+}
+
+}  // namespace examples

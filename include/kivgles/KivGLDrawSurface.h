@@ -1,0 +1,412 @@
+#ifndef KIVGLES_KIVGLDRAWSURFACE_H
+#define KIVGLES_KIVGLDRAWSURFACE_H
+
+/// @file
+/// The one header a client includes.
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "kivgles/KivComponents.h"
+#include "kivgles/KivGLRecords.h"
+#include "kivgles/KivRecords.h"
+
+/// Marks what the shared library shows to its clients.
+#define KIVGLES_EXPORT __attribute__((visibility("default")))
+
+struct ANativeWindow;
+
+namespace kivgles {
+
+class GLDrawThread;
+
+/// An on-screen display on a native window: layers, rectangles, rounds, bitmaps and text, without OpenGL.
+///
+/// Order of calls: KivCreateGLContext, KivConnectWindowSurface, Init, KivLoadFont, then any drawing, then
+/// KivDestoryGLContext. Nothing enforces it beyond the need for a context.
+///
+/// Coordinates: pixels of the target (a layer or the window), origin in its top-left corner, y downwards,
+/// unless an operation says otherwise. A target is named by its handle: KivCreateGLFBO gives those of layers,
+/// FBO_HANDLE_BASE is the window.
+///
+/// Threads: every operation may be called from any thread. KivCreateGLContext and KivDestoryGLContext must
+/// not run while another operation of the same surface does; all others may overlap freely and take effect
+/// one after the other. All GL, EGL and font work is done by a draw thread that the surface owns.
+///
+/// Queued, waiting, direct: a *queued* operation returns 0 as soon as its request is in the queue, and a
+/// failure of the request is only logged; a *waiting* one returns when the draw thread has executed it and
+/// everything queued before it; a *direct* one does its work on the caller's thread without the queue.
+/// Requests take effect strictly in the order in which they were made.
+///
+/// Lock: the surface has one, which lets one operation in at a time. Queued and waiting operations and
+/// KivGetTextSize hold it until they return, a waiting one therefore while it waits. KivCreateGLContext,
+/// KivDestoryGLContext, the window's size and the conversions take none.
+///
+/// Borrowed: the window until another one is connected or the context is destroyed; bitmap pixels, text and
+/// paths until the call returns. Everything else is passed by value.
+///
+/// One at a time: a process has one default EGL display, so at most one surface may have a context; the
+/// second one's end would take the first one's along. A surface must not be destroyed later than `main`
+/// returns: no surface of static storage.
+///
+/// Result codes: 0 is success; each operation names its others. The cause is logged under the tag of the
+/// class that found it, and for most causes a line of those that passed it up follows. Two come from
+/// everywhere:
+///
+/// - 102, from every operation that has a result but KivCreateGLContext and ConvertFormatToGLES, when there
+///   is no context: "GLContext isn't created" of KivGLDrawSurface.
+/// - 6, from every waiting operation, when KivCreateGLContext failed and there was no KivDestoryGLContext
+///   since: "GLES context is not created" of GLDrawThread. Queued ones only log it.
+///
+/// | code | meaning | tag and line in the log |
+/// |---|---|---|
+/// | 1 | no EGL display | EGLManager: eglGetDisplay failed: ERROR |
+/// | 1 | no such layer (rectangles, rounds, text, blits) | KivGLDrawSurface: There is not the fbo HANDLE |
+/// | 2 | EGL did not initialise | EGLManager: eglInitialize failed: ERROR |
+/// | 3 | EGL could not be asked for a configuration | EGLManager: eglChooseConfig error: ERROR |
+/// | 4 | no context, or no configuration to make it from | EGLManager: eglCreateContext error: ERROR |
+/// | 5 | no surface for the window | EGLManager: eglCreateWindowSurface error: ERROR |
+/// | 5 | no first, off-screen surface | EGLManager: eglCreatePbufferSurface error: ERROR |
+/// | 6 | the context could not be set up earlier | GLDrawThread: GLES context is not created |
+/// | 15 | all 15 layers are in use | FBOManager: num of the FBO more than max num 16 |
+/// | 20 | a shader program could not be built | OSDRect, OSDText and others: create shader program fail |
+/// | 21 | GL gave no texture name | FBOManager, FontAtlas: Create texture fail |
+/// | 30 | FreeType did not start | FontAtlas, FontStyleAtlas: Failed to initialize freetype library |
+/// | 31 | the font file did not open | FontAtlas, FontStyleAtlas: Error loading font face |
+/// | 32 | the font has no visible character | FontAtlas: Calculate texture width 0d, height 0d |
+/// | 100 | invalid handle, or no table yet | GLDrawThread: FBO manager is nullptr or param is invalid |
+/// | 100 | the context could not be made current | EGLManager: egl make current failed: ERROR |
+/// | 100 | the draw thread could not be started | KivGLDrawSurface: start draw thread fail ERRNO |
+/// | 101 | no window given | KivGLDrawSurface: native window is NULL |
+/// | 101 | no such layer (display, bitmaps) | GLDrawThread: There is not the fbo HANDLE |
+/// | 102 | no context | KivGLDrawSurface: GLContext isn't created |
+/// | 103 | no text renderer yet | GLDrawThread: osd text is not init |
+class KIVGLES_EXPORT KivGLDrawSurface {
+ public:
+    /// A surface without a context: it has no thread and uses no EGL yet.
+    KivGLDrawSurface();
+
+    /// Destroys the context if there is one, as KivDestoryGLContext does (and logs "GLContext isn't created"
+    /// if there is none).
+    ~KivGLDrawSurface();
+
+    KivGLDrawSurface(const KivGLDrawSurface&) = delete;
+    KivGLDrawSurface& operator=(const KivGLDrawSurface&) = delete;
+
+    /// @name Lifecycle
+    /// @{
+
+    /// Starts the draw thread and sets up an OpenGL ES 2.0 context on it. Waits. Takes no lock.
+    ///
+    /// Not to be called while a context exists: the former draw thread would be left waiting for ever.
+    /// After 1 to 5, and after 100 of make-current, the draw thread runs: KivDestoryGLContext must be called
+    /// before trying again. After 100 of the draw thread's start there is nothing to destroy.
+    /// @retval 0 The context exists. Three lines of EGLManager ("GL Version = ..." and so on) name the GL.
+    /// @retval 1 No EGL display ("eglGetDisplay failed: ..."): is DISPLAY set?
+    /// @retval 2 EGL did not initialise ("eglInitialize failed: ...").
+    /// @retval 3 EGL could not be asked for a configuration ("eglChooseConfig error: ...").
+    /// @retval 4 EGL made no context ("eglCreateContext error: ...").
+    /// @retval 5 EGL made no off-screen surface ("eglCreatePbufferSurface error: ...", then "Create openGLES
+    ///     window surface fail 5").
+    /// @retval 100 The context could not be made current ("egl make current failed: ...", then "Make current
+    ///     EGL context fail 100"), or the draw thread could not be started ("start draw thread fail ERRNO").
+    int KivCreateGLContext();
+
+    /// Releases the context, every layer and font, and stops the draw thread. Waits. Takes no lock.
+    ///
+    /// Requests queued before it are executed first. The window stays known: connecting the same window
+    /// again afterwards connects nothing, so use a new surface for that.
+    /// @retval 0 There is no context any more, and the window is no longer used.
+    /// @retval 102 There was none ("GLContext isn't created").
+    int KivDestoryGLContext();
+
+    /// Makes `window` the target of display and refresh, replacing the window connected before. Waits.
+    ///
+    /// After 5 or 100 nothing is shown until another window than the former has been connected, though the
+    /// getters keep the former's size and connecting it again returns 0.
+    /// @param window Owned by the caller and kept alive by it until another window is connected or the
+    ///     context is destroyed. On a desktop: the X11 window id, cast.
+    /// @retval 0 Connected, its size read once, now; or connected already (with the warning "NativeWindow has
+    ///     been connected").
+    /// @retval 5 EGL refuses the window ("eglCreateWindowSurface error: ...", then "Create openGLES window
+    ///     surface fail 5").
+    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
+    /// @retval 100 The window cannot be made current ("egl make current failed: ...", then "Make current EGL
+    ///     context fail 100").
+    /// @retval 101 `window` is null ("native window is NULL").
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivConnectWindowSurface(ANativeWindow* window);
+
+    /// Creates the renderers named by `mask`. Waits.
+    ///
+    /// Optional: a renderer is made on first use otherwise. Renderers that exist are kept. `Init(0)` is the
+    /// way to wait for everything queued so far.
+    /// @param mask ENABLE_ bits of KivComponents.h; others are ignored.
+    /// @retval 0 They exist.
+    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
+    /// @retval 20 A renderer's shaders could not be built (GL's own words under ShaderProgram, "create shader
+    ///     program fail" of the renderer, then "OSD Rect init fail 20" or the like of GLDrawThread). The
+    ///     renderers made before it stay.
+    /// @retval 102 No context ("GLContext isn't created").
+    int Init(unsigned int mask);
+
+    /// Loads a font for all text from now on, and forgets the one loaded before. Waits.
+    ///
+    /// Without it the first text drawn loads "/system/fonts/CC3.ttf" at 40. After 21 to 32 there is no font:
+    /// the former is gone all the same. A character that does not load is left out ("Loading character CODE
+    /// failed!"), and a size that the font refuses leaves it at its own ("set pixel size fail").
+    /// @param path Any file FreeType opens; its first face is used. Copied.
+    /// @param size Glyph size of the standard style in pixels, 0 means 40.
+    /// @retval 0 Loaded ("Generated a W x H (KB kb) texture atlas").
+    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
+    /// @retval 20 The text renderer could not be made ("create shader program fail" of OSDText, then "OSD
+    ///     text init fail 20").
+    /// @retval 21 GL gave no texture name ("Create texture fail", then "Load standard font lib fail 21").
+    /// @retval 30 FreeType did not start ("Failed to initialize freetype library", then "Load standard font
+    ///     lib fail 30").
+    /// @retval 31 The file is missing or no font ("Error loading font face", then "Load standard font lib
+    ///     fail 31"). 30 and 31 may also come from the second opening of the file, for styled text
+    ///     ("Load dynamic font lib fail ...").
+    /// @retval 32 The font has no visible character ("Calculate texture width ...", then "Load standard font
+    ///     lib fail 32").
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivLoadFont(const std::string& path, unsigned int size);
+
+    /// Width of the connected window as of its connection. Direct. Takes no lock.
+    /// @return Pixels; 1920 until a window is connected.
+    std::uint32_t KivGetWindowWidth() const;
+
+    /// Height of the connected window as of its connection. Direct. Takes no lock.
+    /// @return Pixels; 1080 until a window is connected.
+    std::uint32_t KivGetWindowHeight() const;
+
+    /// Shows on the screen what was drawn on the window so far. Queued.
+    ///
+    /// What the window's back buffer holds afterwards is not defined: display or clear before drawing on.
+    /// A frame that EGL does not take is lost without a line.
+    /// @retval 0 Accepted.
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivRefreshOnSrceen();
+    /// @}
+
+    /// @name Layers
+    /// @{
+
+    /// Creates a transparent layer. Waits.
+    ///
+    /// A size that GL refuses is only logged ("Unable to set up render Target: ..."): drawing into that layer
+    /// has no effect.
+    /// @param[out] handle The layer's handle, valid until it is destroyed; untouched on failure.
+    /// @param width Pixels.
+    /// @param height Pixels.
+    /// @param format KIV_COLOR_FORMAT_RGBA8888; anything else is logged ("Color format is invalid ...") and
+    ///     taken as that.
+    /// @retval 0 Created ("Framebuffer complete.", then "Create fbo fboHandleIndex HANDLE, ...").
+    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
+    /// @retval 15 15 layers exist ("num of the FBO more than max num 16", then "Create FBO fail 15").
+    /// @retval 21 GL gave no texture name ("Create texture fail", then "Create FBO fail 21").
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivCreateGLFBO(unsigned int& handle, unsigned int width, unsigned int height, int format);
+
+    /// Destroys a layer; its handle may be given to the next one created. Waits.
+    /// @param handle The layer.
+    /// @retval 0 Destroyed ("Destory FBO fboHandleIndex HANDLE"); also when there is no such layer ("FBO is
+    ///     not exist fboHandleIndex HANDLE").
+    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
+    /// @retval 100 `handle` is 0xFFFFFFFF, or there is no table of layers yet: no layer was made, no window
+    ///     connected, nothing drawn ("FBO manager is nullptr or param is invalid").
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivDestoryGLFBO(unsigned int handle);
+
+    /// Makes a whole layer or the window transparent black. Queued.
+    /// @param handle The layer, or FBO_HANDLE_BASE for the window.
+    /// @retval 0 Accepted, whatever the handle (the draw thread logs "There is not the fbo HANDLE" or "FBO
+    ///     manager is nullptr or param is invalid").
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivClearGLFBO(unsigned int handle);
+
+    /// Clears the window and draws a region of a layer on it, colours multiplied by their alpha. Queued.
+    ///
+    /// @param handle The layer.
+    /// @param srcRect Region of the layer, in its pixels.
+    /// @param dstRect Where the region goes, scaled to fill it, in pixels of the window.
+    /// @retval 0 Accepted.
+    /// @retval 101 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivDisplayFBO(unsigned int handle, const TagKivRectInfo& srcRect, const TagKivRectInfo& dstRect);
+
+    /// Copies a region of one layer into another, alpha included, without blending. Queued.
+    ///
+    /// Source and destination must be different layers. Copying to half the size averages the pixels.
+    /// @param blit Both handles, and each one's region in its own pixels. A destination of FBO_HANDLE_BASE is
+    ///     the window.
+    /// @retval 0 Accepted.
+    /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivBlit(const TagKivBlitInfo& blit);
+    /// @}
+
+    /// @name Text
+    /// @{
+
+    /// Draws one line of text, with its background and underline, into a layer. Queued.
+    ///
+    /// The background fills `rect`; the pen starts at its left edge, on a baseline 10 pixels above its bottom
+    /// edge; the underline's 2 pixels begin 2 pixels below the baseline. Characters that the font lacks, and
+    /// those without ink, are skipped without moving the pen ("Char CODE is not exit"). Text whose two
+    /// colours are equal is drawn fully transparent. There is no kerning, shaping or line breaking.
+    /// @param handle The layer, or FBO_HANDLE_BASE for the window.
+    /// @param text Copied before the call returns, at most 127 units. A null text draws background and
+    ///     underline alone ("memset_s_func failed, err = ...").
+    /// @param rect The line's box in pixels of the layer.
+    /// @retval 0 Accepted. What the draw thread may find is only logged: a font that does not load (as with
+    ///     KivLoadFont) or is missing ("font face is null pointer"), no texture ("get font alpha texture fail
+    ///     ...").
+    /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivDrawText(unsigned int handle, const TagKivTextInfo& text, const TagKivRectInfo& rect);
+
+    /// Measures a text. Direct: what is still queued has no say, and no GL is called.
+    ///
+    /// @param text Read during the call. A character that the font lacks, or without ink, counts 30 pixels
+    ///     ("Char CODE is not exit"). Unlike drawing, measuring takes all units.
+    /// @param[out] width Pixels from the pen's start to its end.
+    /// @param[out] height Always 50, in pixels.
+    /// @retval 0 Measured.
+    /// @retval 102 No context ("GLContext isn't created"); the outputs are untouched.
+    /// @retval 103 There is no text renderer before Init(ENABLE_TEXT), KivLoadFont or the first text ("osd
+    ///     text is not init", then "get text size fail err 101"); 30 and 50 are reported.
+    int KivGetTextSize(const TagKivTextInfo& text, unsigned int& width, unsigned int& height);
+    /// @}
+
+    /// @name Shapes and bitmaps
+    /// @{
+
+    /// Fills a rectangle; the colour, alpha included, replaces the pixels. Queued.
+    ///
+    /// @param handle The layer, or FBO_HANDLE_BASE for the window.
+    /// @param rect In pixels of the target; what lies outside is cut off.
+    /// @param color Not premultiplied.
+    /// @retval 0 Accepted.
+    /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivDrawRect(unsigned int handle, const TagKivRectInfo& rect, const TagKivColorRGBA& color);
+
+    /// Fills a circle or ellipse; the colour, alpha included, replaces the pixels. Queued.
+    ///
+    /// It is a polygon of 36 corners with hard edges.
+    /// @param handle The layer, or FBO_HANDLE_BASE for the window.
+    /// @param round In pixels of the target; what lies outside is cut off.
+    /// @param color Not premultiplied.
+    /// @retval 0 Accepted.
+    /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivDrawRound(unsigned int handle, const TagKivRoundInfo& round, const TagKivColorRGBA& color);
+
+    /// Clears the window and draws a bitmap on it, colours multiplied by their alpha. Waits.
+    ///
+    /// @param bitmap Its pixels are read until the call returns; `dstRect` is in pixels of the window.
+    /// @retval 0 Drawn.
+    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
+    /// @retval 20 The renderer could not be made ("create shader program fail" of OSDBitmap, then "OSD bitmap
+    ///     fail 20").
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivDisplayBitmap(const TagKivBitmapInfo& bitmap);
+
+    /// Draws a bitmap into a layer; its pixels, alpha included, replace those of the layer. Waits.
+    ///
+    /// @param handle The layer, or FBO_HANDLE_BASE for the window.
+    /// @param bitmap Its pixels are read until the call returns. `dstRect` is scaled as if the layer had the
+    ///     size of the window: (0, 0, window width, window height) covers the layer, whatever its size.
+    /// @retval 0 Drawn.
+    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
+    /// @retval 20 The renderer could not be made ("create shader program fail" of OSDBitmap, then "OSD bitmap
+    ///     fail 20").
+    /// @retval 101 No such layer ("There is not the fbo HANDLE", twice, of GLDrawThread).
+    /// @retval 102 No context ("GLContext isn't created").
+    int KivDrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap);
+
+    /// Draws a bitmap alpha-blended over a layer, alpha channel included. Waits.
+    ///
+    /// @param handle The layer, or FBO_HANDLE_BASE for the window.
+    /// @param bitmap As for KivDrawBitmap.
+    /// @return As KivDrawBitmap: 0, 6, 20, 101 or 102, with the same lines.
+    int KivDrawBitmapByBlend(unsigned int handle, const TagKivBitmapInfo& bitmap);
+    /// @}
+
+    /// @name Conversions
+    /// Direct, without a lock or a context: pure functions of their arguments. A target without width or
+    /// height is logged ("param is invalid") and leaves the output as it was.
+    /// @{
+
+    /// The format of GL for a colour format.
+    /// @param format KIV_COLOR_FORMAT_RGBA8888; anything else is logged ("Color format is invalid ...").
+    /// @return GL_RGBA, for every format.
+    std::uint32_t ConvertFormatToGLES(int format) const;
+
+    /// Converts pixels to the normalised device coordinates of a target.
+    /// @param rect Pixels of the target.
+    /// @param[out] glRect Normalised device coordinates, y upwards, its height a positive span downwards.
+    /// @param width Width of the target in pixels.
+    /// @param height Height of the target in pixels.
+    void ScreenCoordToVCoord(const TagKivRectInfo& rect, TagGLRectInfo& glRect, unsigned int width,
+                             unsigned int height) const;
+
+    /// Converts pixels to the normalised device coordinates of a target.
+    /// @param round Pixels of the target.
+    /// @param[out] glRound Normalised device coordinates, y upwards, its radii as positive spans.
+    /// @param width Width of the target in pixels.
+    /// @param height Height of the target in pixels.
+    void ScreenCoordToVCoord(const TagKivRoundInfo& round, TagGLRoundInfo& glRound, unsigned int width,
+                             unsigned int height) const;
+
+    /// Converts pixels of a layer to its texture coordinates.
+    /// @param rect Pixels of the layer.
+    /// @param[out] glRect Texture coordinates, y upwards, its height a positive span downwards.
+    /// @param width Width of the layer in pixels.
+    /// @param height Height of the layer in pixels.
+    void ScreenCoordToFboCoord(const TagKivRectInfo& rect, TagGLRectInfo& glRect, unsigned int width,
+                               unsigned int height) const;
+
+    /// Converts bytes to floats.
+    /// @param color Each component 0 to 255.
+    /// @param[out] glColor Each component 0.0 to 1.0; a byte of 1 becomes 1.0, as 255 does.
+    void ConvertGLColor(const TagKivColorRGBA& color, TagColorRGBA& glColor) const;
+
+    /// Converts a text request.
+    /// @param text Its text is not copied.
+    /// @param[out] glText Points at the caller's text, as `text` does.
+    void SetTextInfo(const TagKivTextInfo& text, TagGLTextInfo& glText) const;
+
+    /// Converts a bitmap request.
+    /// @param[out] glBitmap Points at the caller's pixels, as `bitmap` does; `blend` is left as it is.
+    /// @param bitmap Its `dstRect` is in pixels of the target.
+    /// @param width Width of the target in pixels.
+    /// @param height Height of the target in pixels.
+    void SetBitmapInfo(TagGLBitmapInfo& glBitmap, const TagKivBitmapInfo& bitmap, unsigned int width,
+                       unsigned int height) const;
+    /// @}
+
+ private:
+    // All of these are called with apiMutex held and a context known to exist.
+    void DrawRect(const TagFrameBuffObject& fbo, const TagKivRectInfo& rect, const TagKivColorRGBA& color);
+    void DrawBackground(const TagFrameBuffObject& fbo, const TagKivRectInfo& rect,
+                        const TagKivColorRGBA& color);
+    void DrawText(const TagFrameBuffObject& fbo, TagKivTextInfo& text, TagKivRectInfo& rect);
+    void DrawTextUnderline(const TagFrameBuffObject& fbo, const TagKivTextInfo& text, TagKivRectInfo& rect);
+    void HandOverBitmap(const TagKivBitmapInfo& bitmap, std::uint8_t blend);
+    int DrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap, std::uint8_t blend);
+
+    std::shared_ptr<GLDrawThread> drawThread;      // empty: no context
+    ANativeWindow* nativeWindow = nullptr;         // the caller's
+    std::atomic<std::uint32_t> windowWidth{1920};  // atomic for the getters, which take no lock
+    std::atomic<std::uint32_t> windowHeight{1080};
+    std::mutex apiMutex;  // one client at a time, waits of synchronous commands included
+};
+
+}  // namespace kivgles
+
+#endif  // KIVGLES_KIVGLDRAWSURFACE_H

@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# demo.sh [OPTION OF osd_demo]...
+# Installs what is missing, builds the demo and runs it, in a window on the display if there is one and under a
+# virtual X server otherwise. The demo says where its picture is: osd.png, or what --output names.
+set -euo pipefail
+root=$(realpath "$(dirname "${BASH_SOURCE[0]}")/..")
+
+"$root/scripts/setup.sh"
+
+echo "demo: building"
+(
+    cd "$root"
+    cmake --preset release
+    cmake --build --preset release --target osd_demo
+)
+
+demo=("$root/build/release/examples/osd_demo/osd_demo" "$@")
+if xdpyinfo >/dev/null 2>&1; then
+    echo "demo: running on display $DISPLAY"
+    exec "${demo[@]}"
+else
+    echo "demo: no display, running under a virtual X server"
+    exec "$root/scripts/with_xvfb.sh" "${demo[@]}"
+fi

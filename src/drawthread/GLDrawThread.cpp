@@ -1,0 +1,105 @@
+#include "drawthread/GLDrawThread.h"
+
+#include <android/log.h>
+
+#include "StatusCode.h"
+
+namespace kivgles {
+
+namespace {
+
+constexpr char TAG[] = "GLDrawThread";
+
+// The context commands are the only ones that make sense without a context.
+bool NeedsContext(TagCmd kind) { return kind != CMD_CREATE_GL_CONTEXT && kind != CMD_DESTROY_GL_CONTEXT; }
+
+}  // namespace
+
+GLDrawThread::~GLDrawThread() {
+    exitFlag = true;
+    (void)ResetGLESConext();  // always 0
+    __android_log_print(ANDROID_LOG_WARN, TAG, "~GLDrawThread\n");
+}
+
+int GLDrawThread::Init() {
+    cmdSemaphore = std::make_unique<KivGLSemaphore>(0);
+    exitFlag = false;
+    return STATUS_OK;
+}
+
+int GLDrawThread::DeInit() {
+    exitFlag = true;
+    cmdSemaphore->Signal();
+    return STATUS_OK;
+}
+
+void GLDrawThread::SetFboInfo(int width, int height, int format) {
+    fboCreateInfo.width = width;
+    fboCreateInfo.height = height;
+    fboCreateInfo.format = format;
+}
+
+void GLDrawThread::SetFontLibInfo(const std::string& path, unsigned int size) {
+    fontLibPath = path;
+    fontLibSize = size;
+}
+
+void GLDrawThread::SendCmdToQueue(std::shared_ptr<DrawCmd>& cmd) {
+    {
+        const std::lock_guard<std::mutex> lock(queueMutex);
+        cmdQueue.push_back(cmd);
+    }
+    cmdSemaphore->Signal();
+}
+
+int GLDrawThread::SendCmdAndWaitResponse(std::shared_ptr<DrawCmd>& cmd) {
+    cmd->SetSyncProc();  // before the draw thread can see the command
+    SendCmdToQueue(cmd);
+    cmd->SemaphoreWait();
+    return cmdResult;
+}
+
+void GLDrawThread::DrawThread() {
+    std::shared_ptr<DrawCmd> cmd;
+    while (!exitFlag) {
+        cmd = ReadCmdFromQueue();
+        if (cmd != nullptr) {
+            int status = CheckGLContext(cmd);
+            if (status == STATUS_OK) {
+                status = DrawCmdProc(cmd);
+            }
+            ResultProc(cmd, status);
+        }
+    }
+    __android_log_print(ANDROID_LOG_WARN, TAG, "exit draw thread\n");
+}
+
+std::shared_ptr<DrawCmd> GLDrawThread::ReadCmdFromQueue() {
+    cmdSemaphore->Wait();
+    std::unique_lock<std::mutex> lock(queueMutex);
+    if (cmdQueue.empty()) {
+        lock.unlock();
+        __android_log_print(ANDROID_LOG_WARN, TAG, "DrawCmd is empty\n");
+        return nullptr;
+    }
+    std::shared_ptr<DrawCmd> cmd = std::move(cmdQueue.front());
+    cmdQueue.pop_front();
+    return cmd;
+}
+
+int GLDrawThread::CheckGLContext(std::shared_ptr<DrawCmd>& cmd) {
+    if (!NeedsContext(cmd->GetCmd()) || contextCreated) {
+        return STATUS_OK;
+    }
+    __android_log_print(ANDROID_LOG_ERROR, TAG, "GLES context is not created\n");
+    return STATUS_CONTEXT_NOT_CREATED;
+}
+
+void GLDrawThread::ResultProc(std::shared_ptr<DrawCmd>& cmd, int result) {
+    if (cmd != nullptr && cmd->IsSyncProc()) {
+        cmdResult = result;
+        cmd->SemaphoreSignal();
+    }
+}
+
+}  // namespace kivgles

@@ -1,0 +1,185 @@
+// The handlers of the layer and drawing commands, and the two queries that clients make directly.
+
+#include <android/log.h>
+
+#include "ClearedRecord.h"
+#include "StatusCode.h"
+#include "drawthread/GLDrawThread.h"
+
+namespace kivgles {
+
+namespace {
+
+constexpr char TAG[] = "GLDrawThread";
+
+constexpr unsigned int UNMEASURED_WIDTH = 30;
+constexpr unsigned int UNMEASURED_HEIGHT = 50;
+
+}  // namespace
+
+int GLDrawThread::CreateGLFBO(std::shared_ptr<DrawCmd>& cmd) {
+    const std::lock_guard<std::mutex> lock(componentMutex);
+    const int status = EnsureFBOManager().GLCreateFBO(fboCreateInfo.fboHandleIndex, fboCreateInfo.width,
+                                                      fboCreateInfo.height, fboCreateInfo.format, false);
+    if (status != STATUS_OK) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "Create FBO fail %d\n", status);
+        return status;
+    }
+    __android_log_print(ANDROID_LOG_WARN, TAG, "Create fbo fboHandleIndex 0x%x, width %d, height %d\n",
+                        fboCreateInfo.fboHandleIndex, fboCreateInfo.width, fboCreateInfo.height);
+    cmd->SetFboHandleIndex(fboCreateInfo.fboHandleIndex);
+    return STATUS_OK;
+}
+
+bool GLDrawThread::CanLookUpFBO(unsigned int handleIndex) const {
+    if (handleIndex == FBO_HANDLE_FREE || fboManager == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "FBO manager is nullptr or param is invalid\n");
+        return false;
+    }
+    return true;
+}
+
+int GLDrawThread::DestoryGLFBO(unsigned int handleIndex) const {
+    const std::lock_guard<std::mutex> lock(componentMutex);
+    if (!CanLookUpFBO(handleIndex)) {
+        return STATUS_INVALID;
+    }
+    fboManager->GLDestoryFBO(handleIndex);
+    __android_log_print(ANDROID_LOG_WARN, TAG, "Destory FBO fboHandleIndex 0x%x\n", handleIndex);
+    return STATUS_OK;
+}
+
+int GLDrawThread::ClearGLFBO(unsigned int handleIndex) {
+    {
+        const std::lock_guard<std::mutex> lock(componentMutex);
+        if (!CanLookUpFBO(handleIndex)) {
+            return STATUS_INVALID;
+        }
+    }
+    auto fbo = ClearedRecord<TagFrameBuffObject>();
+    const int status = GetFBOInst(handleIndex, fbo);
+    if (status != STATUS_OK) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "There is not the fbo 0x%x\n", handleIndex);
+        return status;
+    }
+    fboManager->ClearFBOTex(fbo,
+                            TRANSPARENT_BLACK);  // without the lock: clients only ever make a missing table
+    return STATUS_OK;
+}
+
+int GLDrawThread::GetFBOInst(unsigned int handleIndex, TagFrameBuffObject& fbo) {
+    const std::lock_guard<std::mutex> lock(componentMutex);
+    const FBOManager& table = EnsureFBOManager();
+    // A free slot of the table has that handle index, but is no render target.
+    if (handleIndex != FBO_HANDLE_FREE && table.GetFBOInst(handleIndex, fbo)) {
+        return STATUS_OK;
+    }
+    __android_log_print(ANDROID_LOG_ERROR, TAG, "There is not the fbo 0x%x\n", handleIndex);
+    return STATUS_NOT_FOUND;
+}
+
+int GLDrawThread::DrawFBO(const std::unique_ptr<BlitInfo>& blitInfo) {
+    if (blitInfo == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "blitInfo is null\n");
+        return STATUS_NOT_FOUND;
+    }
+    const int status = EnsureRenderer(osdFrame, &GLDrawThread::OSDFrameInit, ENABLE_FRAME);
+    if (status != STATUS_OK) {
+        return status;
+    }
+    osdFrame->DisplayFBO(blitInfo->GetSrcFbo().textureId, blitInfo->GetSrcRect(), blitInfo->GetDstRect(),
+                         windowWidth, windowHeight);
+    return STATUS_OK;
+}
+
+int GLDrawThread::Blit(const std::unique_ptr<BlitInfo>& blitInfo) {
+    if (blitInfo == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "blitInfo is null\n");
+        return STATUS_NOT_FOUND;
+    }
+    const int status = EnsureRenderer(osdBlit, &GLDrawThread::OSDBlitInit, ENABLE_BLIT);
+    if (status != STATUS_OK) {
+        return status;
+    }
+    osdBlit->Blit(
+        {blitInfo->GetSrcFbo(), blitInfo->GetDstFbo(), blitInfo->GetSrcRect(), blitInfo->GetDstRect()});
+    return STATUS_OK;
+}
+
+int GLDrawThread::DrawText(const std::unique_ptr<TextInfo>& textInfo) {
+    if (textInfo == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "textInfo is null\n");
+        return STATUS_NOT_FOUND;
+    }
+    if (osdText == nullptr) {  // a renderer whose font did not load stays: no second attempt here
+        const int status = LoadFont();
+        if (status != STATUS_OK) {
+            return status;
+        }
+    }
+    return osdText->DrawText(textInfo->GetDstFbo(), textInfo->GetTextInfo(), textInfo->GetDstRect().x,
+                             textInfo->GetDstRect().y);
+}
+
+int GLDrawThread::DisplayBitmap() {
+    const int status = EnsureRenderer(osdBitmap, &GLDrawThread::OSDBitmapInit, ENABLE_BITMAP);
+    if (status != STATUS_OK) {
+        return status;
+    }
+    osdBitmap->DisplayBitmap(bitmapInfo, windowWidth, windowHeight);
+    return STATUS_OK;
+}
+
+int GLDrawThread::DrawBitmap(unsigned int handleIndex) {
+    int status = EnsureRenderer(osdBitmap, &GLDrawThread::OSDBitmapInit, ENABLE_BITMAP);
+    if (status != STATUS_OK) {
+        return status;
+    }
+    auto fbo = ClearedRecord<TagFrameBuffObject>();
+    status = GetFBOInst(handleIndex, fbo);
+    if (status != STATUS_OK) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "There is not the fbo 0x%x\n", handleIndex);
+        return status;
+    }
+    osdBitmap->DrawBitmap(fbo, bitmapInfo);
+    return STATUS_OK;
+}
+
+int GLDrawThread::DrawRect(const std::unique_ptr<RectInfo>& rectInfo) {
+    if (rectInfo == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "rectInfo is null\n");
+        return STATUS_NOT_FOUND;
+    }
+    const int status = EnsureRenderer(osdRect, &GLDrawThread::OSDRectInit, ENABLE_RECT);
+    if (status != STATUS_OK) {
+        return status;
+    }
+    osdRect->DrawRect(rectInfo->GetDstFbo(), rectInfo->GetDstRect(), rectInfo->GetRectColor());
+    return STATUS_OK;
+}
+
+int GLDrawThread::DrawRound(const std::unique_ptr<RoundInfo>& roundInfo) {
+    if (roundInfo == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "roundInfo is null\n");
+        return STATUS_NOT_FOUND;
+    }
+    const int status = EnsureRenderer(osdRound, &GLDrawThread::OSDRoundInit, ENABLE_ROUND);
+    if (status != STATUS_OK) {
+        return status;
+    }
+    osdRound->DrawRound(roundInfo->GetDstFbo(), roundInfo->GetDstRound(), roundInfo->GetRoundColor());
+    return STATUS_OK;
+}
+
+int GLDrawThread::GetTextSize(const TagGLTextInfo& info, unsigned int& width, unsigned int& height) {
+    width = UNMEASURED_WIDTH;
+    height = UNMEASURED_HEIGHT;
+    const std::lock_guard<std::mutex> lock(componentMutex);
+    if (osdText == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "osd text is not init\n");
+        return STATUS_NO_TEXT;
+    }
+    return osdText->GetTextSize(info, width, height);
+}
+
+}  // namespace kivgles

@@ -1,0 +1,62 @@
+#ifndef KIVGLES_GL_EGLMANAGER_H
+#define KIVGLES_GL_EGLMANAGER_H
+
+#include <EGL/egl.h>
+
+struct ANativeWindow;
+
+namespace kivgles {
+
+// The library's whole EGL state: the default display, one configuration, one OpenGL ES 2.0 context and at
+// most one surface (first a pbuffer, so that GL objects can be made before there is a window).
+//
+// Owner:  GLDrawThread.
+// Thread: draw thread, release and destruction included: a context is current on one thread only.
+// Units:  window sizes in pixels.
+//
+// Operations return 0 or a status of StatusCode.h; a failure is logged with EGL's error code.
+class EGLManager {
+ public:
+    EGLManager() = default;
+    // Releases what is still held, and warns if nothing is.
+    ~EGLManager();
+
+    EGLManager(const EGLManager&) = delete;
+    EGLManager& operator=(const EGLManager&) = delete;
+
+    // Opens the display, chooses the configuration, makes the context. What a failure leaves half made goes
+    // with EGLRelease.
+    int EGLSetupContext();
+
+    // Replace the surface; not yet current. After a failure there is none, the former being gone already.
+    int CreatePBufferSurface();
+    int CreateWindowSurface(ANativeWindow* window);
+
+    // Makes context and surface current on this thread, reads the surface's size and logs who GL is.
+    int MakeCurrent();
+
+    // As of the last successful MakeCurrent; 0 before, and for the pbuffer.
+    int GetWindowWidth() const { return windowWidth; }
+    int GetWindowHeight() const { return windowHeight; }
+
+    // EGL_FALSE on failure, which is not logged.
+    EGLBoolean SwapBuffers() const;
+
+    // Both: everything back to the state of construction, but for the window's size.
+    void EGLRelease();
+    void Release() { EGLRelease(); }
+
+ private:
+    void DestroySurface();
+
+    EGLDisplay display = EGL_NO_DISPLAY;
+    EGLContext context = EGL_NO_CONTEXT;
+    EGLSurface surface = EGL_NO_SURFACE;
+    EGLConfig config = nullptr;  // of the context and of every surface
+    EGLint windowWidth = 0;
+    EGLint windowHeight = 0;
+};
+
+}  // namespace kivgles
+
+#endif  // KIVGLES_GL_EGLMANAGER_H

@@ -1,0 +1,148 @@
+#include "text/FontAtlas.h"
+
+#include <iterator>
+
+#include <android/log.h>
+
+#include "StatusCode.h"
+
+namespace kivgles {
+
+namespace {
+
+constexpr char TAG[] = "FontAtlas";
+
+// No font has more; a damaged map may claim any code of 32 bits.
+constexpr unsigned long MAX_CODE_POINT = 0x10FFFF;
+constexpr unsigned long MAX_TEXT_UNIT = 0xFFFF;
+
+// Calls `visit(charCode)` for the characters of the face's map in ascending order, until it returns false.
+template <typename Visitor>
+void ForEachChar(FT_Face face, Visitor visit) {
+    FT_UInt glyphIndex = 0;
+    unsigned long charCode = FT_Get_First_Char(face, &glyphIndex);
+    while (glyphIndex != 0 && charCode <= MAX_CODE_POINT && visit(charCode)) {
+        const unsigned long nextCode = FT_Get_Next_Char(face, charCode, &glyphIndex);
+        if (nextCode <= charCode) {
+            break;  // the map of a damaged font must not lead in circles
+        }
+        charCode = nextCode;
+    }
+}
+
+}  // namespace
+
+FontAtlas::~FontAtlas() {
+    DiscardAtlas(atlas);
+    __android_log_print(ANDROID_LOG_WARN, TAG, "~FontAtlas\n");
+}
+
+int FontAtlas::LoadFontByPath(const std::string& path, unsigned int size) {
+    (void)DeleteTexture();  // always 0
+
+    FT_Library library = nullptr;
+    if (FT_Init_FreeType(&library) != 0) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "Failed to initialize freetype library");
+        return STATUS_FREETYPE_INIT_FAILED;
+    }
+    FT_Face face = nullptr;
+    if (FT_New_Face(library, path.c_str(), 0, &face) != 0) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "Error loading font face");
+        FT_Done_FreeType(library);
+        return STATUS_FACE_NOT_OPENED;
+    }
+
+    const int status = LoadFont(face, size);
+    FT_Done_Face(face);
+    FT_Done_FreeType(library);
+    return status;
+}
+
+int FontAtlas::LoadFont(FT_Face face, unsigned int size) {
+    pixelSize = SetPixelSize(TAG, face, size);
+    limits = QueryAtlasLimits();
+
+    int status = CalculateTexSize(face);
+    if (status != STATUS_OK) {
+        return status;
+    }
+    status = CreateAtlasTex();
+    if (status != STATUS_OK) {
+        return status;
+    }
+    FontToTexture(face);
+    glBindTexture(GL_TEXTURE_2D, 0);
+    return STATUS_OK;
+}
+
+int FontAtlas::DeleteTexture() {
+    DiscardAtlas(atlas);
+    firstCodeWithoutTexels = ULONG_MAX;
+    return STATUS_OK;
+}
+
+template <typename Visitor>
+void FontAtlas::ForEachGlyph(FT_Face face, Visitor visit) const {
+    GlyphLoader glyph(face, false, limits);
+    ForEachChar(face, [this, &glyph, &visit](unsigned long charCode) {
+        const bool hasTexels = HasTexels(charCode);
+        if (!hasTexels && charCode > MAX_TEXT_UNIT) {
+            return false;  // neither held nor ever asked for
+        }
+        // A glyph beyond the texture is not rendered: what a font asks for stays within the texture's area.
+        if (!glyph.Load(charCode) || (hasTexels && !glyph.Render())) {
+            __android_log_print(ANDROID_LOG_ERROR, TAG, "Loading character %lu failed!\n", charCode);
+        } else if (glyph.HasRoom()) {
+            visit(charCode, glyph);
+        }
+        return true;
+    });
+}
+
+int FontAtlas::CalculateTexSize(FT_Face face) {
+    RowPacker packer(limits);
+    ForEachGlyph(face, [this, &packer](unsigned long charCode, const GlyphLoader& glyph) {
+        AtlasPlace place;
+        if (HasTexels(charCode) && !packer.Place(glyph.Width(), glyph.Rows(), place)) {
+            firstCodeWithoutTexels = charCode;
+        }
+    });
+    return SetAtlasSize(TAG, packer.Width(), packer.Height(), atlas);
+}
+
+int FontAtlas::CreateAtlasTex() { return CreateAlphaTexture(TAG, GL_TEXTURE1, atlas); }
+
+void FontAtlas::FontToTexture(FT_Face face) {
+    RowPacker packer(limits);
+    ForEachGlyph(face, [this, &packer](unsigned long charCode, const GlyphLoader& glyph) {
+        if (!HasTexels(charCode)) {
+            FontCharInfoToMap(glyph.Slot(), 0, 0, charCode);
+            return;
+        }
+        AtlasPlace place;
+        if (packer.Place(glyph.Width(), glyph.Rows(), place) && UploadGlyph(atlas, glyph, place)) {
+            FontCharInfoToMap(glyph.Slot(), static_cast<int>(place.x), static_cast<int>(place.y), charCode);
+        }
+    });
+    LogSummary();
+}
+
+void FontAtlas::FontCharInfoToMap(FT_GlyphSlot slot, int x, int y, unsigned long charCode) {
+    RecordGlyph(slot, x, y, charCode, atlas);
+}
+
+void FontAtlas::LogSummary() const {
+    __android_log_print(ANDROID_LOG_WARN, TAG, "Generated a %d x %d (%d kb) texture atlas\n",
+                        static_cast<int>(atlas.textureWidth), static_cast<int>(atlas.textureHeight),
+                        static_cast<int>((atlas.textureWidth * atlas.textureHeight) >> 10));
+    if (firstCodeWithoutTexels != ULONG_MAX) {
+        const auto firstOnDemand = atlas.glyphs.lower_bound(firstCodeWithoutTexels);
+        const auto held = std::distance(atlas.glyphs.begin(), firstOnDemand);
+        const auto onDemand = std::distance(firstOnDemand, atlas.glyphs.end());
+        __android_log_print(ANDROID_LOG_WARN, TAG,
+                            "%ld characters are held in the atlas, %ld are drawn on demand\n",
+                            static_cast<long>(held), static_cast<long>(onDemand));
+    }
+}
+
+}  // namespace kivgles

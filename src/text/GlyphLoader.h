@@ -1,0 +1,59 @@
+#ifndef KIVGLES_TEXT_GLYPHLOADER_H
+#define KIVGLES_TEXT_GLYPHLOADER_H
+
+#include <vector>
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
+
+#include "text/RowPacker.h"
+
+namespace kivgles {
+
+// Loads the glyphs of a face, one at a time, and renders them into bitmaps as GL uploads them: one byte of
+// coverage a pixel, top row first, no padding.
+//
+// Owner:  whoever walks a text or a character map, for the walk. The face stays the caller's.
+// Thread: the one that uses the face.
+class GlyphLoader {
+ public:
+    GlyphLoader(FT_Face loadedFace, bool embolden, const AtlasLimits& atlasLimits);
+
+    // Loads a glyph in the face's current size and style; its metrics are in the slot then. False when the
+    // face cannot.
+    bool Load(unsigned long charCode);
+
+    // Whether the glyph last loaded has room in an atlas. One that has not is never rendered: a font, or a
+    // size, may ask for gigabytes.
+    bool HasRoom() const { return hasRoom; }
+
+    // Renders the glyph last loaded, if it has room. False when FreeType cannot.
+    bool Render();
+
+    FT_GlyphSlot Slot() const { return slot; }
+
+    // Of the glyph last rendered. Pixels is null for one without ink; it is valid until the next Load.
+    unsigned int Width() const { return slot->bitmap.width; }
+    unsigned int Rows() const { return slot->bitmap.rows; }
+    const unsigned char* Pixels() const { return pixels; }
+
+ private:
+    bool FitsLimits() const;
+    bool FindPixels();
+
+    FT_Face face;
+    FT_GlyphSlot slot;
+    bool bold;
+    AtlasLimits limits;
+    bool hasRoom = false;
+    const unsigned char* pixels = nullptr;  // in FreeType's bitmap, or in packed
+    std::vector<unsigned char> packed;
+};
+
+// Converts a bitmap of any kind to `width` * `rows` bytes of full-range grey, top row first. False when
+// FreeType cannot.
+bool PackGreyPixels(FT_Library library, const FT_Bitmap& bitmap, std::vector<unsigned char>& packed);
+
+}  // namespace kivgles
+
+#endif  // KIVGLES_TEXT_GLYPHLOADER_H

@@ -1,0 +1,82 @@
+#ifndef KIVGLES_TESTS_SUPPORT_RECORDER_H
+#define KIVGLES_TESTS_SUPPORT_RECORDER_H
+
+// Stands between the library and GL, EGL, FreeType, the log and the starting of threads: sees every call the
+// library makes, can let one fail, and forwards the others. Calls that those libraries make to one another
+// are not counted, recorded or failed.
+//
+// Thread: any; nothing here is destroyed at exit. A call that is not recorded and makes or deletes nothing
+// takes no lock, so that the thread sanitizer sees the library's own ordering only.
+
+#include <cstdint>
+#include <cstdio>
+#include <map>
+#include <set>
+#include <string>
+#include <thread>
+#include <type_traits>
+#include <vector>
+
+namespace recorder {
+
+// Forgets calls, counts, faults and log lines, and stops recording. Objects alive stay known.
+void Reset();
+
+// --- Calls as text, "glViewport(0, 0, 64, 32)" ---
+void Record();                        // from now on; forgets those recorded before
+std::vector<std::string> Calls();     // recorded so far, in order
+std::set<std::thread::id> Threads();  // that made them
+std::map<std::string, int> Counts();  // calls of each function since Reset, recorded or not
+
+// --- Faults ---
+// Lets the nth call of a function from now on fail, with `forGood` every later one too: it does nothing and
+// answers with its error value (EGL_BAD_ALLOC, FT_Err_Out_Of_Memory, EAGAIN, a name of 0, a location of -1);
+// glCheckFramebufferStatus and glGetIntegerv answer `result`.
+void Fail(const std::string& function, int nth = 1, bool forGood = false, unsigned int result = 0);
+
+// --- Names or addresses, oldest first, of the objects alive: "texture", "buffer", "framebuffer", "shader"
+// and "program" of every context, "context", "surface", "face", "library" ---
+std::vector<std::uintptr_t> Live(const std::string& kind);
+
+// --- Log lines, "E FBOManager: Create texture fail\n", that begin as said ---
+std::vector<std::string> Log(const std::string& beginning = "");
+
+// --- What a recorded call looks like, for what a test expects. Vertices, colours, indices, names to delete
+// and shader sources are shown, other pointers as "pointer" or "null" ---
+using Floats = std::vector<float>;
+using Numbers = std::vector<int>;
+
+template <typename Argument>
+std::string Text(const Argument& argument) {
+    char text[32] = "null";
+    if constexpr (std::is_floating_point_v<Argument>) {
+        (void)std::snprintf(text, sizeof(text), "%g", static_cast<double>(argument));
+    } else if constexpr (std::is_integral_v<Argument> || std::is_enum_v<Argument>) {
+        const auto number = static_cast<long long>(argument);  // enumerators are read as hexadecimal numbers
+        (void)std::snprintf(text, sizeof(text), number < 0x300 ? "%lld" : "0x%llx", number);
+    } else {
+        return argument == nullptr ? text : "pointer";
+    }
+    return text;
+}
+inline std::string Text(const std::string& text) { return text; }
+inline std::string Text(const char* text) { return text; }
+template <typename Item>
+std::string Text(const std::vector<Item>& items) {
+    std::string text = "[";
+    for (const Item& item : items) {
+        text += (text.size() == 1 ? "" : " ") + Text(item);
+    }
+    return text + "]";
+}
+
+template <typename... Arguments>
+std::string Call(const char* name, const Arguments&... arguments) {
+    std::string text;
+    ((text += (text.empty() ? "" : ", ") + Text(arguments)), ...);
+    return name + ("(" + text) + ")";
+}
+
+}  // namespace recorder
+
+#endif  // KIVGLES_TESTS_SUPPORT_RECORDER_H

@@ -1,0 +1,121 @@
+"""make_fonts.py DIRECTORY: writes the small fonts of the text tests.
+
+Glyphs are filled rectangles on an em of 40 units, so that at 40 pixels a unit is a pixel. Each font shows one
+property; the tests know the numbers.
+"""
+import pathlib
+import sys
+
+from fontTools.fontBuilder import FontBuilder
+from fontTools.pens.t2CharStringPen import T2CharStringPen
+from fontTools.pens.ttGlyphPen import TTGlyphPen
+from fontTools.ttLib import newTable
+from fontTools.ttLib.tables import ttProgram
+
+EMPTY = (0, 0, 0, 0, 10)
+
+# Character: left edge, bottom edge, width, height, advance.
+FONTS = {
+    "bearings.ttf": {
+        " ": EMPTY,
+        "A": (2, 0, 10, 20, 14),    # plain
+        "J": (-5, -6, 12, 20, 9),   # hangs over to the left, wider than its advance
+        "K": (-3, 0, 8, 10, 20),    # reaches to the left, narrower than its advance
+        "L": (-4, 20, 6, 4, 0),     # a mark without advance
+        "M": (-2, 0, 10, 10, 10),   # reaches to the left, as wide as its advance
+        "Q": (0, 0, 10, 10, 9),     # hangs over to the right, from the pen on
+        "R": (6, 0, 10, 10, 9),     # hangs over to the right
+    },
+    # Rows of 1023 columns: A and B fill one, D would be one column too far beside C, E needs a row of its
+    # own, F has no room in any.
+    "rows.ttf": {
+        "A": (0, 0, 510, 10, 510),
+        "B": (0, 0, 511, 30, 511),
+        "C": (0, 0, 600, 20, 600),
+        "D": (0, 0, 422, 5, 422),
+        "E": (0, 0, 1023, 7, 1023),
+        "F": (0, 0, 1024, 9, 1024),
+        "G": (0, 0, 1, 4, 1),
+    },
+    # In the text "A B" the space makes the difference between one row and two.
+    "space_breaks_row.ttf": {" ": EMPTY, "A": (0, 0, 501, 10, 501), "B": (0, 0, 520, 10, 520)},
+    "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
+    "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
+    "no_characters.ttf": {},
+    "outlines.otf": {" ": EMPTY, "A": (2, 0, 10, 20, 14), "J": (-5, -6, 12, 20, 9)},
+}
+
+# Eleven columns, so two bytes a row, and five with negative bearings.
+BDF = """STARTFONT 2.1
+FONT bits
+SIZE 40 72 72
+FONTBOUNDINGBOX 11 3 -1 -1
+CHARS 2
+STARTCHAR A
+ENCODING 65
+DWIDTH 12 0
+BBX 11 3 0 0
+BITMAP
+8020
+FFE0
+5540
+ENDCHAR
+STARTCHAR B
+ENCODING 66
+DWIDTH 6 0
+BBX 5 2 -1 -1
+BITMAP
+A8
+50
+ENDCHAR
+ENDFONT
+"""
+
+
+def outline(pen, left, bottom, width, height):
+    if width and height:
+        pen.moveTo((left, bottom))
+        pen.lineTo((left, bottom + height))
+        pen.lineTo((left + width, bottom + height))
+        pen.lineTo((left + width, bottom))
+        pen.closePath()
+
+
+def build(name, glyphs):
+    cff = name.endswith(".otf")
+    names = {char: f"u{ord(char):04X}" for char in glyphs}
+    boxes = {".notdef": EMPTY, **{names[char]: box for char, box in glyphs.items()}}
+    font = FontBuilder(unitsPerEm=40, isTTF=not cff)
+    font.setupGlyphOrder(list(boxes))
+    font.setupCharacterMap({ord(char): glyph for char, glyph in names.items()})
+    drawn = {}
+    for glyph, (left, bottom, width, height, advance) in boxes.items():
+        pen = T2CharStringPen(advance, None) if cff else TTGlyphPen(None)
+        outline(pen, left, bottom, width, height)
+        drawn[glyph] = pen.getCharString() if cff else pen.glyph()
+    if cff:
+        font.setupCFF("Test", {}, drawn, {})
+    else:
+        font.setupGlyf(drawn)
+        # A font with instructions of its own is not hinted automatically: edges stay on their pixels.
+        font.font["fpgm"] = newTable("fpgm")
+        font.font["fpgm"].program = ttProgram.Program()
+        font.font["fpgm"].program.fromAssembly(["PUSHB[ ] 0", "POP[ ]"] * 4)
+    font.setupHorizontalMetrics({glyph: (box[4], box[0]) for glyph, box in boxes.items()})
+    font.setupHorizontalHeader(ascent=30, descent=-10)
+    font.setupNameTable({"familyName": "Test", "styleName": name})
+    font.setupOS2()
+    font.setupPost()
+    return font
+
+
+def main():
+    directory = pathlib.Path(sys.argv[1])
+    directory.mkdir(parents=True, exist_ok=True)
+    for name, glyphs in FONTS.items():
+        build(name, glyphs).save(directory / name)
+    (directory / "bits.bdf").write_text(BDF, encoding="ascii")
+
+
+if __name__ == "__main__":
+    main()
