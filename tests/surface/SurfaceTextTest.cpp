@@ -125,8 +125,8 @@ TEST_F(SurfaceTextTest, NothingIsMeasuredBeforeThereIsATextRenderer) {
     EXPECT_EQ(surface.KivGetTextSize(Line(u"AA"), width, height), 103);
     EXPECT_EQ(width, 30U);
     EXPECT_EQ(height, 50U);
-    EXPECT_EQ(recorder::Log(), (Lines{"E GLDrawThread: osd text is not init\n",
-                                      "E KivGLDrawSurface: get text size fail err 101\n"}));
+    EXPECT_EQ(recorder::Log("E"), (Lines{"E GLDrawThread: osd text is not init\n",
+                                         "E KivGLDrawSurface: get text size fail err 101\n"}));
 }
 
 TEST_F(SurfaceTextTest, ALayerWithoutSizeTakesTextWithALineForEachPart) {
@@ -140,10 +140,10 @@ TEST_F(SurfaceTextTest, ALayerWithoutSizeTakesTextWithALineForEachPart) {
 }
 
 TEST_F(SurfaceTextTest, ABadFontLeavesNoCharacterAndAGoodOneBringsThemBack) {
-    const std::string empty = testing::TempDir() + "kivgles_empty_font";
+    const std::string empty = TestFont("empty");
     std::ofstream(empty).flush();
     const TagKivTextInfo text = Line(u"AA");
-    for (const std::string& path : {TestFont("missing.ttf"), testing::TempDir(), std::string(), empty,
+    for (const std::string& path : {TestFont("missing.ttf"), TestFont(""), std::string(), empty,
                                     std::string(__FILE__), TestFont("spaces.ttf")}) {
         SCOPED_TRACE(path);
         Load("bearings.ttf");

@@ -103,7 +103,7 @@ TEST_F(OSDTextTest, WithoutItsProgramThereIsNoFontAndNoCharacter) {
 }
 
 TEST_F(OSDTextTest, DamagedFontsGiveAStatusAndLeaveTheRestWorking) {
-    const std::string path = testing::TempDir() + "kivgles_damaged_font";
+    const std::string path = TestFont("damaged");
     const auto Try = [&](const std::string& bytes) {
         std::remove(path.c_str());  // the former one may be open
         std::ofstream(path, std::ios::binary) << bytes;
