@@ -74,6 +74,24 @@ TEST_F(FontStyleAtlasTest, LogsASizeOrAGlyphThatTheFontRefusesAndKeepsTheRest) {
               (Lines{"E FontStyleAtlas: set pixel size fail", "E FontStyleAtlas: Char 66 is not exit\n"}));
 }
 
+TEST_F(FontStyleAtlasTest, LeavesOutWhatDoesNotRenderInEitherPassOrWhenMeasured) {
+    const TagGLTextInfo request = Request(u"AB", STYLED);
+    ASSERT_EQ(atlas.LoadFontByPath(KIVGLES_SANS_FONT), 0);
+    recorder::Fail("FT_Render_Glyph", 1);  // the size has no room for A: neither it nor B is put outside
+    EXPECT_EQ(atlas.GetFontTexture(request, texture), 0);
+    EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR));
+    recorder::Fail("FT_Render_Glyph", 3);  // the upload of A
+    EXPECT_EQ(atlas.GetFontTexture(request, texture), 0);
+    EXPECT_EQ(atlas.GetGlyphs().count('A'), 0U);
+    EXPECT_EQ(atlas.GetGlyphs().count('B'), 1U);
+    recorder::Fail("FT_Render_Glyph");
+    GlyphMap measured;
+    atlas.GetFontGlyphs(request, measured);
+    EXPECT_EQ(measured.size(), 1U);
+    atlas.SetFontStyleAtlas(request, nullptr);
+    EXPECT_EQ(recorder::Log("E FontStyleAtlas: font face is null pointer").size(), 1U);
+}
+
 TEST_F(FontStyleAtlasTest, AGlyphWithoutRoomIsAbsent) {
     for (const unsigned int largest : {0U, 32U}) {
         SCOPED_TRACE(largest);
