@@ -1,0 +1,13 @@
+#!/usr/bin/env bash
+# soak.sh [CYCLES [COMMANDS]]
+# Puts a surface through so many lives (1,000) and so many paced commands (a million) on the real EGL, prints
+# what the process holds on the way, and fails when its memory, descriptors, threads or objects do not stay
+# flat. Takes some minutes.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+
+scripts/setup.sh
+cmake --preset release
+cmake --build --preset release --target Soak
+LIBGL_ALWAYS_SOFTWARE=1 scripts/with_xvfb.sh \
+    build/release/tests/Soak "${1:-1000}" "${2:-1000000}" build/release/tests/fonts/bearings.ttf

@@ -1,0 +1,101 @@
+// Fonts from hostile files: loaded into both atlases, measured and drawn in several sizes and styles.
+//
+// The input is a font file; the parameters of the run are taken from its end.
+
+#include <array>
+#include <climits>
+#include <cmath>
+#include <cstdint>
+#include <string>
+
+#include <android/log.h>
+#include <fuzzer/FuzzedDataProvider.h>
+
+#include "MemoryFile.h"
+#include "StubGL.h"
+#include "text/OSDText.h"
+
+namespace {
+
+using kivgles::OSDText;
+using kivgles::TagFrameBuffObject;
+using kivgles::TagGLTextInfo;
+
+constexpr TagFrameBuffObject TARGET{kivgles::FBO_HANDLE_BASE + 1, 1, 1, 640, 360};
+constexpr char16_t COMMON_UNITS[] = u"AB f\u2014\u4E2D\xA0";
+constexpr std::size_t EXTRA_UNITS = 4;
+constexpr std::size_t STYLES = 2;
+
+void Ignore(const __android_log_message*) {}
+
+TagGLTextInfo Request(const std::u16string& text, std::uint32_t fontSize, std::uint8_t style) {
+    TagGLTextInfo info{};
+    info.text = text.c_str();
+    info.textLength = static_cast<std::uint32_t>(text.size());
+    info.fontSize = fontSize;
+    info.bold = style & 1;
+    info.italic = style & 2;
+    return info;
+}
+
+// Every quad drawn must lie inside its atlas.
+void CheckTexCoords() {
+    constexpr float TOLERANCE = 1e-4F;
+    const std::vector<GLfloat>& vertices = stubgl::LastVertices();
+    for (std::size_t i = 0; i + 3 < vertices.size(); i += 4) {
+        for (const float coordinate : {vertices[i + 2], vertices[i + 3]}) {
+            if (!(coordinate >= 0.0F && coordinate <= 1.0F + TOLERANCE)) {
+                stubgl::Report("a glyph is sampled from outside its atlas");
+            }
+        }
+    }
+}
+
+void MeasureAndDraw(OSDText& text, const TagGLTextInfo& info) {
+    unsigned int width = UINT_MAX;
+    unsigned int height = UINT_MAX;
+    if (text.GetTextSize(info, width, height) != 0 || height != 50) {
+        stubgl::Report("a text is not measured");
+    }
+    (void)text.DrawText(TARGET, info, -0.5F, 0.0F);
+    CheckTexCoords();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+    static const MemoryFile file;
+    __android_log_set_logger(Ignore);
+
+    FuzzedDataProvider data(bytes, size);
+    stubgl::Reset(data.PickValueInArray({16384, 2048, 1024, 256, 64}), UINT_MAX);
+    stubgl::MakeCurrent();
+    const auto standardSize = data.ConsumeIntegralInRange<std::uint32_t>(0, 128);
+    std::array<std::uint32_t, STYLES> sizes{};
+    std::array<std::uint8_t, STYLES> masks{};
+    for (std::size_t i = 0; i < STYLES; ++i) {
+        sizes[i] = data.ConsumeIntegralInRange<std::uint32_t>(0, 255);
+        masks[i] = data.ConsumeIntegralInRange<std::uint8_t>(0, 3);
+    }
+    std::u16string units = COMMON_UNITS;
+    for (std::size_t i = 0; i < EXTRA_UNITS; ++i) {
+        units += static_cast<char16_t>(data.ConsumeIntegral<std::uint16_t>());
+    }
+    const auto font = data.ConsumeRemainingBytes<std::uint8_t>();
+    file.Write(font.data(), font.size());
+
+    {
+        OSDText text;
+        (void)text.Init();
+        (void)text.LoadFont(file.Path(), standardSize);
+        MeasureAndDraw(text, Request(units, 40, 0));
+        for (std::size_t i = 0; i < STYLES; ++i) {
+            MeasureAndDraw(text, Request(units, sizes[i], masks[i]));
+        }
+    }
+    const stubgl::LiveObjects live = stubgl::CountLiveObjects();
+    if (live.textures + live.buffers + live.programs + live.shaders != 0) {
+        stubgl::Report("GL objects are left behind");
+    }
+    return 0;
+}
