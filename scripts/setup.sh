@@ -8,7 +8,7 @@ packages=(
     # Compilers and build tools
     g++ clang libclang-rt-dev cmake ninja-build pkg-config
     # Checks
-    clang-format clang-tidy shellcheck abigail-tools llvm
+    clang-format clang-tidy cppcheck doxygen shellcheck abigail-tools llvm
     # The library
     libegl-dev libgles-dev libfreetype-dev
     # The software renderer and the virtual X server
@@ -18,7 +18,7 @@ packages=(
     # Fonts: outlines with Latin, Greek and Cyrillic; Chinese, Japanese and Korean; bitmaps
     fonts-dejavu-core fonts-wqy-microhei xfonts-terminus
     # Examples
-    libpng-dev libcli11-dev libutfcpp-dev
+    libpng-dev libcli11-dev libutfcpp-dev python3-pil
 )
 packages+=("$@")
 

@@ -158,9 +158,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// Without it the first text drawn loads "/system/fonts/CC3.ttf" at 40. After 21 to 32 there is no font:
     /// the former is gone all the same. A character that does not load is left out ("Loading character CODE
     /// failed!"), and a size that the font refuses leaves it at its own ("set pixel size fail").
-    /// @param path Any file FreeType opens; its first face is used. The text is copied; the file itself is
-    /// kept
-    ///     open, so put a new file in its place rather than overwriting it.
+    /// @param path Any file FreeType opens; its first face is used. The text is copied. The file itself is
+    ///     kept open, so put a new file in its place rather than overwriting it.
     /// @param size Glyph size of the standard style in pixels, 0 means 40.
     /// @retval 0 Loaded ("Generated a W x H (KB kb) texture atlas").
     /// @retval 6 The context could not be set up earlier ("GLES context is not created").

@@ -1,0 +1,224 @@
+#!/usr/bin/python3 -B
+"""Lets the contestants of the benchmarks take turns, checks that they draw the same, and reports.
+
+Run it by scripts/bench.sh, which installs, builds and provides the X server. It writes into the output folder:
+samples.json (everything measured), table.md, performance.png and growth.png.
+"""
+
+import argparse
+import dataclasses
+import json
+import os
+import pathlib
+import statistics
+import subprocess
+
+import numpy
+from fontTools.ttLib import TTFont
+
+import report
+
+FONTS = "/usr/share/fonts/truetype/"
+DEJAVU = FONTS + "dejavu/DejaVuSans.ttf"
+CJK = FONTS + "wqy/wqy-zenhei.ttc"
+
+# The same heap for all: software GL takes and frees large blocks at each draw, and glibc would give them back to
+# the system each time. No raster threads: CPU time is to be seen, and the library's own thread is to be compared.
+ENVIRONMENT = {
+    **os.environ,
+    "MALLOC_TRIM_THRESHOLD_": "1000000000",
+    "MALLOC_MMAP_THRESHOLD_": "33554432",  # the largest that glibc takes; a larger one is ignored
+    "MALLOC_ARENA_MAX": "1",
+    "LP_NUM_THREADS": "0",
+    "LIBGL_ALWAYS_SOFTWARE": "1",
+}
+
+OWN = ["bare", "library"]
+ALL = OWN + ["sdl", "cairo"]
+
+# How far pictures may be apart, in 255ths: any component of the library from bare GL, the peers on average.
+OWN_LIMIT = 2
+PEER_LIMIT = 4
+
+
+@dataclasses.dataclass
+class Measure:
+    """One thing to measure: a frame of `count` items, of which the cost of an empty frame is taken off."""
+
+    name: str
+    kind: str
+    options: dict = dataclasses.field(default_factory=dict)
+    count: int = 1
+    contestants: list = dataclasses.field(default_factory=lambda: ALL)
+    font: str = DEJAVU
+    whole_frame: bool = False  # nothing is taken off
+    request: str = "slice"
+    targets: tuple = (None, None)  # the library's ratio to bare GL: CPU, wall
+
+    def arguments(self):
+        options = {"kind": self.kind, "count": self.count, "font": self.font, **self.options}
+        return [f"--{key}={value}" for key, value in options.items()]
+
+    def cost(self, answer, clock):
+        """Microseconds for one item."""
+        taken_off = 0 if self.whole_frame or self.request == "load" else answer["empty_" + clock]
+        return (answer["full_" + clock] - taken_off) / self.count
+
+
+MEASURES = [
+    Measure("scene", "scene", whole_frame=True, targets=(1.03, 1.03)),
+    Measure("text line", "text", count=40, targets=(1.03, 1.03)),
+    Measure("label", "text", {"length": 4}, count=200, targets=(1.05, 1.05)),
+    Measure("styled line", "text", {"size": 28, "bold": "true"}, count=20, targets=(1.03, 1.03)),
+    Measure("rectangle", "rect", count=400, targets=(1.04, 1.04)),
+    Measure("tick", "rect", {"width": 2, "height": 10}, count=1000, targets=(1.20, 1.15)),
+    Measure("round", "round", {"width": 40, "height": 40}, count=200, targets=(1.04, 1.04)),
+    Measure("bitmap", "bitmap", {"width": 256, "height": 256}, count=20, targets=(1.05, 1.08)),
+    Measure("font load", "nothing", request="load", contestants=OWN, targets=(1.02, 1.02)),
+    Measure("text line, CJK font", "text", count=40, font=CJK, contestants=OWN, targets=(1.05, 1.05)),
+]
+
+
+def characters(font):
+    return len(TTFont(font, fontNumber=0).getBestCmap())
+
+
+def growth_measures():
+    """By curve: (x, measure) of every point."""
+    fonts = [DEJAVU.replace("Sans.ttf", name) for name in ("MathTeXGyre.ttf", "SansMono.ttf", "Sans.ttf")]
+    fonts += [FONTS + "wqy/wqy-microhei.ttc", CJK]
+    wide = {"layer-width": 3200}
+    layers = [(320, 180), (640, 360), (1280, 720), (1920, 1080), (2560, 1440)]
+
+    def point(x, kind, options, **fields):
+        return x, Measure(str(x), kind, options, contestants=OWN, **fields)
+
+    return {
+        "text line by its characters": [
+            point(n, "text", {"length": n, **wide}, count=20) for n in (1, 8, 16, 32, 64, 96, 127)],
+        "styled line of 10 by glyph size in pixels": [
+            point(n, "text", {"length": 10, "size": n}, count=20) for n in (10, 20, 30, 50, 75, 100)],
+        "text line by the font's characters": [
+            point(characters(font), "text", {}, count=40, font=font) for font in fonts],
+        "empty frame by the layer's pixels": [
+            point(w * h, "nothing", {"layer-width": w, "layer-height": h}, whole_frame=True)
+            for w, h in layers],
+    }
+
+
+class Contestant:
+    """A running program of one contestant."""
+
+    def __init__(self, programs, name, measure, log):
+        self.name = name
+        self.process = subprocess.Popen(
+            [programs / f"bench_{name}", *measure.arguments()], env=ENVIRONMENT, text=True,
+            stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=log)
+
+    def answer(self):
+        line = self.process.stdout.readline()
+        if not line:
+            raise SystemExit(f"bench: {self.name} ended, see contestants.log")
+        return json.loads(line)
+
+    def ask(self, request):
+        self.process.stdin.write(request + "\n")
+        self.process.stdin.flush()
+        return self.answer()
+
+    def end(self):
+        self.process.stdin.close()
+        self.process.wait()
+
+
+def read_picture(path):
+    header, pixels = path.read_bytes().split(b"\n", 1)
+    _, width, height, _ = header.split()
+    return numpy.frombuffer(pixels, numpy.uint8).reshape(int(height), int(width), 3).astype(int)
+
+
+def check_pictures(measure, running, folder):
+    """The library's picture is bare GL's; the peers' are close where a scene is drawn."""
+    pictures = {}
+    for contestant in running:
+        path = folder / f"{contestant.name}.ppm"
+        contestant.ask(f"picture {path}")
+        pictures[contestant.name] = read_picture(path)
+    for name, picture in pictures.items():
+        difference = abs(picture - pictures["bare"])
+        if name in OWN and difference.max() > OWN_LIMIT:
+            raise SystemExit(f"bench: {measure.name}: {name} differs from bare GL by {difference.max()}")
+        if measure.kind == "scene" and difference.mean() > PEER_LIMIT:
+            raise SystemExit(f"bench: {measure.name}: {name} draws something else ({difference.mean():.1f})")
+    if measure.kind == "scene" and all(picture.max() == picture.min() for picture in pictures.values()):
+        raise SystemExit("bench: the pictures are blank")
+
+
+def run(measure, effort, programs, folder):
+    """Samples by contestant and clock, one a round: the median of the round's slices."""
+    samples = {name: {"cpu": [], "wall": [], "resident": []} for name in measure.contestants}
+    with open(folder / "contestants.log", "a", encoding="utf-8") as log:
+        for number in range(effort.rounds):
+            running = [Contestant(programs, name, measure, log) for name in measure.contestants]
+            for contestant in running:
+                samples[contestant.name]["resident"].append(contestant.answer()["resident"])
+            if number == 0:
+                check_pictures(measure, running, folder)
+            answers = {name: [] for name in measure.contestants}
+            for _ in range(effort.slices):
+                for contestant in running:
+                    answers[contestant.name].append(contestant.ask(f"{measure.request} {effort.seconds}"))
+            for contestant in running:
+                contestant.end()
+            for name, given in answers.items():
+                for clock in ("cpu", "wall"):
+                    samples[name][clock].append(
+                        statistics.median(measure.cost(answer, clock) for answer in given))
+    return samples
+
+
+def run_in_process(effort, programs):
+    """The Google Benchmark results by name, in nanoseconds."""
+    output = subprocess.run(
+        [programs / "bench_inprocess", "--benchmark_format=json", f"--benchmark_min_time={effort.seconds}",
+         f"--benchmark_repetitions={effort.rounds}", DEJAVU],
+        env=ENVIRONMENT, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
+    results = {}
+    for line in json.loads(output)["benchmarks"]:
+        if line["run_type"] == "iteration":
+            items = line.get("items_per_second")
+            results.setdefault(line["run_name"], []).append(1e9 / items if items else line["real_time"])
+    return results
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.splitlines()[0])
+    parser.add_argument("programs", type=pathlib.Path, help="folder of the contestants' programs")
+    parser.add_argument("output", type=pathlib.Path, help="folder for the results")
+    parser.add_argument("--rounds", type=int, default=7, help="new processes for each contestant")
+    parser.add_argument("--slices", type=int, default=5, help="turns in a round")
+    parser.add_argument("--seconds", type=float, default=0.25, help="length of a turn")
+    parser.add_argument("--only", help="measures whose name contains this; no growth, no in-process results")
+    effort = parser.parse_args()
+    effort.output.mkdir(parents=True, exist_ok=True)
+
+    results = {"machine": report.machine(), "measures": {}, "growth": {}, "in process": {}}
+    for measure in MEASURES:
+        if effort.only is None or effort.only in measure.name:
+            print(f"bench: {measure.name}", flush=True)
+            samples = run(measure, effort, effort.programs, effort.output)
+            results["measures"][measure.name] = {"samples": samples, "targets": measure.targets}
+    if effort.only is None:
+        for curve, points in growth_measures().items():
+            print(f"bench: {curve}", flush=True)
+            results["growth"][curve] = [
+                {"x": x, "samples": run(measure, effort, effort.programs, effort.output)} for x, measure in points]
+        print("bench: in process", flush=True)
+        results["in process"] = run_in_process(effort, effort.programs)
+
+    (effort.output / "samples.json").write_text(json.dumps(results, indent=1), encoding="utf-8")
+    report.write(results, effort.output)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,30 @@
+# The library as programs outside meet it: its exported names, and a consumer built in three ways.
+# A sanitized library asks for sanitized programs, so it is left to the ordinary builds.
+if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+    return()
+endif()
+
+add_test(NAME ExportedNames
+    COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/abi/check_exports.sh $<TARGET_FILE:kivgles>)
+
+if(NOT KIVGLES_INSTALL)
+    return()
+endif()
+set(stage ${CMAKE_CURRENT_BINARY_DIR}/stage)
+add_test(NAME Consumer.install
+    COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/consumer/stage.sh ${PROJECT_BINARY_DIR} ${stage})
+set_tests_properties(Consumer.install PROPERTIES FIXTURES_SETUP kivgles_stage)
+
+foreach(way IN ITEMS find_package pkg-config add_subdirectory)
+    if(way STREQUAL "add_subdirectory")
+        set(from ${PROJECT_SOURCE_DIR})
+    else()
+        set(from ${stage})
+    endif()
+    add_test(NAME Consumer.${way}
+        COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/consumer/consume.sh
+            ${way} ${from} ${CMAKE_CURRENT_BINARY_DIR}/consumer-${way})
+    set_tests_properties(Consumer.${way} PROPERTIES
+        ENVIRONMENT CXX=${CMAKE_CXX_COMPILER} FIXTURES_REQUIRED kivgles_stage TIMEOUT 300)
+endforeach()
+set_tests_properties(Consumer.add_subdirectory PROPERTIES FIXTURES_REQUIRED "")

@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# consume.sh find_package|pkg-config PREFIX WORK_FOLDER
+# consume.sh add_subdirectory SOURCES WORK_FOLDER
+# Builds the program beside this script the way that the first argument names, with the compiler that CXX names,
+# and runs it on the display. PREFIX "/" stands for a library that the system has.
+set -euo pipefail
+way=$1 from=$2 work=$3
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+: "${CXX:=g++}"
+
+rm -rf "$work"
+mkdir -p "$work"
+
+build_with_cmake() {
+    cmake -S "$here" -B "$work" -G Ninja -DCMAKE_CXX_COMPILER="$CXX" -DCMAKE_BUILD_TYPE=Debug "$@"
+    cmake --build "$work"
+}
+
+case $way in
+    find_package)
+        build_with_cmake -DCMAKE_PREFIX_PATH="$from"
+        grep -q "kivgles_DIR:PATH=${from%/}/" "$work/CMakeCache.txt"
+        ;;
+    add_subdirectory)
+        build_with_cmake -DKIVGLES_SOURCES="$from"
+        ;;
+    pkg-config)
+        if [[ $from != / ]]; then
+            PKG_CONFIG_PATH=$(dirname "$(find "$from" -name kivgles.pc)")
+            LD_LIBRARY_PATH=$(pkg-config --variable=libdir "$PKG_CONFIG_PATH/kivgles.pc")
+            export PKG_CONFIG_PATH LD_LIBRARY_PATH
+        fi
+        read -ra flags <<<"$(pkg-config --cflags --libs kivgles x11)"
+        "$CXX" -std=c++17 "$here/main.cpp" "${flags[@]}" -o "$work/consumer"
+        ;;
+    *)
+        echo "${0##*/}: no such way: $way" >&2
+        exit 2
+        ;;
+esac
+
+"$work/consumer"
