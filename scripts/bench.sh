@@ -14,7 +14,7 @@ fi
 scripts/setup.sh libsdl2-dev libsdl2-ttf-dev libcairo2-dev python3-matplotlib python3-numpy fonts-wqy-zenhei
 
 echo "bench: building"
-cmake --preset release
+cmake --preset release -DKIVGLES_BUILD_BENCHMARKS=ON
 cmake --build --preset release --target bench/all
 
 scripts/with_xvfb.sh bench/run.py build/release/bench build/release/bench/results "${effort[@]}"
