@@ -10,6 +10,8 @@ kept=tests/abi/android
 
 scripts/setup.sh lld llvm libc++-14-dev android-liblog-dev libc6-dev-arm64-cross libc6-dev-amd64-cross
 
+host_libraries=/usr/lib/$(g++ -print-multiarch)
+
 # stub_library SYSROOT TARGET NAME <NAMES: a library that has the names on its input, and nothing behind them.
 stub_library() {
     awk '{ print ".globl " $1 "\n.type " $1 ", " ($1 ~ /^_ZT|^__stack_chk_guard$/ ? "@object" : "@function")
@@ -32,11 +34,11 @@ make_sysroot() {
     ln -s "$libcxx" "$include/c++/v1"
     sed 's,/\* #undef _LIBCPP_ABI_NAMESPACE \*/,#define _LIBCPP_ABI_NAMESPACE __ndk1,' "$libcxx/__config_site" \
         >"$include/c++/__config_site"
-    exported /usr/lib/x86_64-linux-gnu/lib{c++,c++abi}.so.1 | sed 's/3__1/6__ndk1/g' |
+    exported "$host_libraries"/lib{c++,c++abi}.so.1 | sed 's/3__1/6__ndk1/g' |
         cat - $kept/unwinder.txt | stub_library "$1" "$2" libc++_shared
 
     # FreeType is the application's; Android's own libraries have what the kept lists say.
-    exported /usr/lib/x86_64-linux-gnu/libfreetype.so.6 | stub_library "$1" "$2" libfreetype
+    exported "$host_libraries"/libfreetype.so.6 | stub_library "$1" "$2" libfreetype
     for library in libEGL libGLESv2 liblog libc libm libdl; do
         stub_library "$1" "$2" "$library" <"$kept/$library.txt"
     done

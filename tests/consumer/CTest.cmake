@@ -25,6 +25,6 @@ foreach(way IN ITEMS find_package pkg-config add_subdirectory)
         COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/consumer/consume.sh
             ${way} ${from} ${CMAKE_CURRENT_BINARY_DIR}/consumer-${way})
     set_tests_properties(Consumer.${way} PROPERTIES
-        ENVIRONMENT CXX=${CMAKE_CXX_COMPILER} FIXTURES_REQUIRED kivgles_stage TIMEOUT 300)
+        ENVIRONMENT CXX=${CMAKE_CXX_COMPILER} FIXTURES_REQUIRED kivgles_stage TIMEOUT 600)
 endforeach()
 set_tests_properties(Consumer.add_subdirectory PROPERTIES FIXTURES_REQUIRED "")
