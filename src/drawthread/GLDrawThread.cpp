@@ -40,6 +40,8 @@ void GLDrawThread::SetFboInfo(int width, int height, int format) {
 }
 
 void GLDrawThread::SetFontLibInfo(const std::string& path, unsigned int size) {
+    // The first text drawn loads its font by these, and it may be queued.
+    const std::lock_guard<std::mutex> lock(componentMutex);
     fontLibPath = path;
     fontLibSize = size;
 }

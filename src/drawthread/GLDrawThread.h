@@ -160,14 +160,15 @@ class GLDrawThread {
     ANativeWindow* nativeWindow = nullptr;  // the client's
     unsigned int enableMask = 0;
     FboCreateInfo fboCreateInfo{FBO_HANDLE_FREE, 0, 0, 0};
-    std::string fontLibPath = "/system/fonts/CC3.ttf";
-    unsigned int fontLibSize = 40;
+    std::string fontLibPath = "/system/fonts/CC3.ttf";  // under componentMutex too, for the first text
+    unsigned int fontLibSize = 40;                      // the same
     TagGLBitmapInfo bitmapInfo{};
 
     std::mutex queueMutex;  // a leaf, held for one append or removal
 
     // Keeps the making, font loading and destruction of fboManager and osdText apart from GetFBOInst and
-    // GetTextSize on client threads. Never held while a command is waited for.
+    // GetTextSize on client threads, and what the font's path and size say from its loading. Never held while
+    // a command is waited for.
     mutable std::mutex componentMutex;
 };
 

@@ -58,6 +58,9 @@ def compare_file(arguments, kept, log):
     """Runs the example to its end and compares the file that it wrote."""
     arguments.file.unlink(missing_ok=True)
     exit_code = subprocess.run(arguments.command, stderr=log, check=False).returncode
+    if not arguments.file.exists():
+        sys.stderr.buffer.write(pathlib.Path(log.name).read_bytes())
+        sys.exit(f"{arguments.results.name}: no picture was written, the exit code is {exit_code}")
     return exit_code, Comparison(kept, Image.open(arguments.file).convert("RGB"))
 
 

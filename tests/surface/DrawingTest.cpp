@@ -132,6 +132,50 @@ TEST_F(SurfaceTest, LayerThatCannotBeMadeLeavesTheHandleVariable) {
                 Contains("W GLDrawThread: Create fbo fboHandleIndex 0x10001, width 64, height 32\n"));
 }
 
+TEST_F(SurfaceTest, RendererThatCannotBeMadeIsReportedAndTriedAgainByTheNextDraw) {
+    struct FirstUse {
+        int result;  // of the operation while the renderer cannot be made; queued ones only log it
+        const char* line;
+        std::function<int(KivGLDrawSurface&, unsigned int)> run;
+    };
+    const FirstUse firstUses[] = {
+        {0, "OSD Rect init fail 20", [](auto& s, auto layer) { return s.KivDrawRect(layer, RECT, {}); }},
+        {0, "OSD Round init fail 20",
+         [](auto& s, auto layer) {
+             return s.KivDrawRound(layer, {0, 0, 1, 1}, {});
+         }},
+        {0, "OSD blit init fail 20",
+         [](auto& s, auto layer) {
+             return s.KivBlit({layer, FBO_HANDLE_BASE, RECT, RECT});
+         }},
+        {0, "OSD frame init fail 20", [](auto& s, auto layer) { return s.KivDisplayFBO(layer, RECT, RECT); }},
+        {20, "OSD bitmap fail 20", [](auto& s, auto layer) { return s.KivDrawBitmap(layer, BITMAP); }},
+        {20, "OSD bitmap fail 20", [](auto& s, auto) { return s.KivDisplayBitmap(BITMAP); }},
+        {0, "OSD text init fail 20", [](auto& s, auto layer) { return s.KivDrawText(layer, {}, RECT); }},
+        {20, "OSD text init fail 20", [](auto& s, auto) { return s.KivLoadFont("no such file", 0); }},
+    };
+    unsigned int layer = 0;
+    ASSERT_EQ(surface.KivCreateGLFBO(layer, 4, 4, KIV_COLOR_FORMAT_RGBA8888), 0);
+
+    for (const FirstUse& first : firstUses) {
+        SCOPED_TRACE(first.line);
+        recorder::Reset();
+        recorder::Fail("glCreateProgram");
+        EXPECT_EQ(first.run(surface, layer), first.result);
+        EXPECT_EQ(surface.Init(0), 0);
+        EXPECT_EQ(recorder::Log("E GLDrawThread: " + std::string(first.line)).size(), 1U);
+    }
+
+    // Each is made by the next one that needs it; only a font is still missing.
+    recorder::Reset();
+    for (const FirstUse& first : firstUses) {
+        const int result = first.run(surface, layer);
+        EXPECT_EQ(result, first.line == std::string("OSD text init fail 20") && first.result == 20 ? 31 : 0);
+    }
+    EXPECT_EQ(surface.Init(0), 0);
+    EXPECT_TRUE(recorder::Log("E GLDrawThread: OSD").empty());
+}
+
 TEST_F(SurfaceTest, ClientThreadsAtOnceLoseNothingAndOneThreadSpeaksToGL) {
     constexpr int ROUNDS = 40;
     recorder::Record();
