@@ -45,19 +45,6 @@ void SetColor(const Color& color) {
     cairo_set_source_rgba(context, color.r / 255.0, color.g / 255.0, color.b / 255.0, color.a / 255.0);
 }
 
-void AppendUtf8(char16_t unit, std::string& text) {
-    if (unit < 0x80) {
-        text += static_cast<char>(unit);
-    } else if (unit < 0x800) {
-        text += static_cast<char>(0xC0 | unit >> 6);
-        text += static_cast<char>(0x80 | (unit & 0x3F));
-    } else {
-        text += static_cast<char>(0xE0 | unit >> 12);
-        text += static_cast<char>(0x80 | (unit >> 6 & 0x3F));
-        text += static_cast<char>(0x80 | (unit & 0x3F));
-    }
-}
-
 }  // namespace
 
 unsigned long Start(unsigned long window, int layerWidth, int layerHeight) {
@@ -119,16 +106,12 @@ void Draw(const Bitmap& bitmap) {
 }
 
 void Draw(const Line& line) {
-    std::string text;
-    for (const char16_t unit : line.text) {
-        AppendUtf8(unit, text);
-    }
     cairo_set_operator(context, CAIRO_OPERATOR_OVER);
     SetColor(line.color);
     cairo_set_font_face(context, line.bold ? bold : regular);
     cairo_set_font_size(context, line.size);
     cairo_move_to(context, line.box.x, line.box.y + line.box.height - BASELINE_ABOVE_BOTTOM);
-    cairo_show_text(context, text.c_str());
+    cairo_show_text(context, std::string(line.text.begin(), line.text.end()).c_str());  // it is ASCII
     cairo_set_operator(context, CAIRO_OPERATOR_SOURCE);
 }
 

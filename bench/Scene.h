@@ -45,8 +45,8 @@ struct Bitmap {
 struct Line {
     Box box;
     Color color;
-    std::u16string text;
-    unsigned int size;  // glyph size in pixels
+    std::u16string text;  // ASCII
+    unsigned int size;    // glyph size in pixels
     bool bold;
 };
 

@@ -17,11 +17,12 @@ PACKAGES = ["libgl1-mesa-dri", "libfreetype6", "libsdl2-2.0-0", "libsdl2-ttf-2.0
 
 def machine():
     with open("/proc/cpuinfo", encoding="utf-8") as file:
-        model = next((line.split(":")[1].strip() for line in file if line.startswith("model name")), "unknown CPU")
+        models = [line.split(":")[1].strip() for line in file if line.startswith("model name")]
     versions = subprocess.run(
         ["dpkg-query", "--show", "--showformat=${Package} ${Version}, ", *PACKAGES],
         check=False, stdout=subprocess.PIPE, text=True).stdout.rstrip(", ")
-    return f"{model}, {os.cpu_count()} CPUs, Linux {platform.release()}; {versions}"
+    cpu = models[0] if models else "unknown CPU"
+    return f"{cpu}, {os.cpu_count()} CPUs, Linux {platform.release()}; {versions}"
 
 
 def median(samples, contestant, clock):
@@ -88,9 +89,10 @@ def plot_measures(measures, path):
                  color=COLORS[contestant], label=NAMES[contestant])
     axes.set_xticks([k + 0.4 - width / 2 for k in range(len(measures))], measures, rotation=30, ha="right")
     axes.set_yscale("log")
+    axes.yaxis.set_major_formatter("{x:g}")
     axes.axhline(1, color="black", linewidth=0.8)
     axes.set_ylabel("CPU time, ratio to bare GL")
-    axes.legend()
+    axes.legend(loc="lower center", bbox_to_anchor=(0.5, 1), ncol=len(NAMES))
     figure.tight_layout()
     figure.savefig(path, dpi=110)
 

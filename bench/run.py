@@ -1,7 +1,7 @@
 #!/usr/bin/python3 -B
 """Lets the contestants of the benchmarks take turns, checks that they draw the same, and reports.
 
-Run it by scripts/bench.sh, which installs, builds and provides the X server. It writes into the output folder:
+Run it by scripts/bench.sh, which installs, builds and provides the X server. It writes into the output folder
 samples.json (everything measured), table.md, performance.png and growth.png.
 """
 
@@ -22,8 +22,8 @@ FONTS = "/usr/share/fonts/truetype/"
 DEJAVU = FONTS + "dejavu/DejaVuSans.ttf"
 CJK = FONTS + "wqy/wqy-zenhei.ttc"
 
-# The same heap for all: software GL takes and frees large blocks at each draw, and glibc would give them back to
-# the system each time. No raster threads: CPU time is to be seen, and the library's own thread is to be compared.
+# The same heap for all: software GL takes and frees large blocks at each draw, and glibc would give them back
+# to the system each time. No raster threads: they would hide CPU time and compete with the library's thread.
 ENVIRONMENT = {
     **os.environ,
     "MALLOC_TRIM_THRESHOLD_": "1000000000",
@@ -39,6 +39,8 @@ ALL = OWN + ["sdl", "cairo"]
 # How far pictures may be apart, in 255ths: any component of the library from bare GL, the peers on average.
 OWN_LIMIT = 2
 PEER_LIMIT = 4
+
+GROWTH_ROUNDS = 3  # curves need less than the table
 
 
 @dataclasses.dataclass
@@ -118,7 +120,7 @@ class Contestant:
     def answer(self):
         line = self.process.stdout.readline()
         if not line:
-            raise SystemExit(f"bench: {self.name} ended, see contestants.log")
+            raise SystemExit(f"bench: {self.name} ended with {self.process.wait()}, see contestants.log")
         return json.loads(line)
 
     def ask(self, request):
@@ -154,16 +156,16 @@ def check_pictures(measure, running, folder):
         raise SystemExit("bench: the pictures are blank")
 
 
-def run(measure, effort, programs, folder):
+def run(measure, effort, rounds):
     """Samples by contestant and clock, one a round: the median of the round's slices."""
     samples = {name: {"cpu": [], "wall": [], "resident": []} for name in measure.contestants}
-    with open(folder / "contestants.log", "a", encoding="utf-8") as log:
-        for number in range(effort.rounds):
-            running = [Contestant(programs, name, measure, log) for name in measure.contestants]
+    with open(effort.output / "contestants.log", "a", encoding="utf-8") as log:
+        for number in range(rounds):
+            running = [Contestant(effort.programs, name, measure, log) for name in measure.contestants]
             for contestant in running:
                 samples[contestant.name]["resident"].append(contestant.answer()["resident"])
             if number == 0:
-                check_pictures(measure, running, folder)
+                check_pictures(measure, running, effort.output)
             answers = {name: [] for name in measure.contestants}
             for _ in range(effort.slices):
                 for contestant in running:
@@ -177,11 +179,11 @@ def run(measure, effort, programs, folder):
     return samples
 
 
-def run_in_process(effort, programs):
+def run_in_process(effort):
     """The Google Benchmark results by name, in nanoseconds."""
     output = subprocess.run(
-        [programs / "bench_inprocess", "--benchmark_format=json", f"--benchmark_min_time={effort.seconds}",
-         f"--benchmark_repetitions={effort.rounds}", DEJAVU],
+        [effort.programs / "bench_inprocess", "--benchmark_format=json",
+         f"--benchmark_min_time={effort.seconds}", f"--benchmark_repetitions={effort.rounds}", DEJAVU],
         env=ENVIRONMENT, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
     results = {}
     for line in json.loads(output)["benchmarks"]:
@@ -206,15 +208,16 @@ def main():
     for measure in MEASURES:
         if effort.only is None or effort.only in measure.name:
             print(f"bench: {measure.name}", flush=True)
-            samples = run(measure, effort, effort.programs, effort.output)
+            samples = run(measure, effort, effort.rounds)
             results["measures"][measure.name] = {"samples": samples, "targets": measure.targets}
     if effort.only is None:
         for curve, points in growth_measures().items():
             print(f"bench: {curve}", flush=True)
             results["growth"][curve] = [
-                {"x": x, "samples": run(measure, effort, effort.programs, effort.output)} for x, measure in points]
+                {"x": x, "samples": run(measure, effort, min(effort.rounds, GROWTH_ROUNDS))}
+                for x, measure in points]
         print("bench: in process", flush=True)
-        results["in process"] = run_in_process(effort, effort.programs)
+        results["in process"] = run_in_process(effort)
 
     (effort.output / "samples.json").write_text(json.dumps(results, indent=1), encoding="utf-8")
     report.write(results, effort.output)
