@@ -2,7 +2,7 @@
 # fuzz.sh TARGET SECONDS [ARGUMENT OF LIBFUZZER]...
 # Builds a fuzz target (font, operations, conversions) with clang and the address and undefined-behaviour
 # sanitizers, and runs it for so long from the inputs kept in tests/fuzz/corpus. What it learns stays in
-# build/fuzz/corpus; an input that fails is left in the working folder.
+# build/fuzz/corpus; an input that fails is left in build/fuzz.
 set -euo pipefail
 
 if (($# < 2)); then
@@ -26,7 +26,7 @@ fuzzer=$build/tests/fuzz/fuzz_$target
 
 # No input may take long or much memory. Draw threads free their last bytes in their own time: there leaks are
 # looked for at the end.
-options=(-timeout=10 -rss_limit_mb=1024)
+options=(-timeout=10 -rss_limit_mb=1024 -artifact_prefix="$build/")
 if [[ $target == operations ]]; then
     options+=(-detect_leaks=0 -max_len=256)
 fi
@@ -40,6 +40,7 @@ fi
 if [[ $target == font ]]; then
     tests/fuzz/make_seeds.py "$build/fonts"
     corpora+=("$build/fonts/seeds")
+    options+=(-entropic_scale_per_exec_time=1)
     "$fuzzer" "${options[@]}" "$build/fonts/damaged"/*
 fi
 exec "$fuzzer" "${options[@]}" -max_total_time="$seconds" -print_final_stats=1 "${@:3}" "${corpora[@]}"
