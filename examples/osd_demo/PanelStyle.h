@@ -1,7 +1,7 @@
 #ifndef EXAMPLES_OSD_DEMO_PANELSTYLE_H
 #define EXAMPLES_OSD_DEMO_PANELSTYLE_H
 
-#include "common/Image.h"
+#include "common/Palette.h"
 #include "common/TextPainter.h"
 
 // Colours and places of the panel, in its own pixels. The window shows it scaled.
@@ -11,14 +11,10 @@ namespace examples::osd_demo {
 constexpr std::uint32_t PANEL_WIDTH = 1280;
 constexpr std::uint32_t PANEL_HEIGHT = 720;
 
-constexpr Color CARD = {27, 41, 64, 255};
 constexpr Color CARD_EDGE = {48, 68, 100, 255};
 constexpr Color ROW = {38, 58, 88, 255};
 constexpr Color TRACK = {58, 78, 110, 255};
-constexpr Color WHITE = {240, 244, 250, 255};
-constexpr Color GREY = {158, 176, 202, 255};
 constexpr Color TEAL = {72, 202, 192, 255};
-constexpr Color AMBER = {255, 186, 84, 255};
 
 // Titles of the cards.
 inline const TextStyle SECTION = {TEAL, 22, false, false, true};

@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <thread>
 
+#include "common/Palette.h"
 #include "common/TextPainter.h"
 
 namespace examples::threads {
@@ -16,11 +17,7 @@ constexpr Rect CLOCK_BOX = {24, 24, 336, 120};
 constexpr Rect METER_BOX = {384, 24, 552, 120};
 constexpr Rect TICKER_BOX = {0, 168, CANVAS_WIDTH, 56};
 
-constexpr Color CARD = {27, 41, 64, 255};
-constexpr Color WHITE = {240, 244, 250, 255};
-constexpr Color GREY = {158, 176, 202, 255};
 constexpr Color GREEN = {72, 202, 140, 255};
-constexpr Color AMBER = {255, 186, 84, 255};
 constexpr Color RED = {236, 84, 84, 255};
 
 constexpr unsigned int START_OF_DAY =

@@ -15,6 +15,7 @@ add_test(NAME Consumer.install
     COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/consumer/stage.sh ${PROJECT_BINARY_DIR} ${stage})
 set_tests_properties(Consumer.install PROPERTIES FIXTURES_SETUP kivgles_stage)
 
+# Each has an X server of its own, on which nothing hides the window that it looks at.
 foreach(way IN ITEMS find_package pkg-config add_subdirectory)
     if(way STREQUAL "add_subdirectory")
         set(from ${PROJECT_SOURCE_DIR})
@@ -22,7 +23,7 @@ foreach(way IN ITEMS find_package pkg-config add_subdirectory)
         set(from ${stage})
     endif()
     add_test(NAME Consumer.${way}
-        COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/consumer/consume.sh
+        COMMAND ${PROJECT_SOURCE_DIR}/scripts/with_xvfb.sh ${CMAKE_CURRENT_SOURCE_DIR}/consumer/consume.sh
             ${way} ${from} ${CMAKE_CURRENT_BINARY_DIR}/consumer-${way})
     set_tests_properties(Consumer.${way} PROPERTIES
         ENVIRONMENT CXX=${CMAKE_CXX_COMPILER} FIXTURES_REQUIRED kivgles_stage TIMEOUT 600)
