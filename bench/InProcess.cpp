@@ -89,7 +89,7 @@ BENCHMARK(ConvertColor);
 void BuildRectCommand(benchmark::State& state) {
     for (auto _ : state) {
         auto info = std::make_unique<kivgles::RectInfo>();
-        auto cmd = std::make_shared<DrawCmd>(kivgles::CMD_DRAW_RECT);
+        auto cmd = kivgles::MakeDrawCmd(kivgles::CMD_DRAW_RECT);
         cmd->SetRectInfo(info);
         benchmark::DoNotOptimize(cmd);
     }
@@ -103,7 +103,7 @@ void BuildTextCommand(benchmark::State& state) {
     for (auto _ : state) {
         auto info = std::make_unique<kivgles::TextInfo>();
         benchmark::DoNotOptimize(info->SetTextInfo(glText));
-        auto cmd = std::make_shared<DrawCmd>(kivgles::CMD_DRAW_TEXT);
+        auto cmd = kivgles::MakeDrawCmd(kivgles::CMD_DRAW_TEXT);
         cmd->SetTextInfo(info);
         benchmark::DoNotOptimize(cmd);
     }

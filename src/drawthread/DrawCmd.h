@@ -77,6 +77,8 @@ class DrawCmd {
     bool syncProc = false;                      // the sender waits
 };
 
+std::shared_ptr<DrawCmd> MakeDrawCmd(TagCmd kind);
+
 }  // namespace kivgles
 
 #endif  // KIVGLES_DRAWTHREAD_DRAWCMD_H
