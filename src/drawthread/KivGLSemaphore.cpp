@@ -1,5 +1,7 @@
 #include "drawthread/KivGLSemaphore.h"
 
+#include <thread>
+
 namespace kivgles {
 
 KivGLSemaphore::KivGLSemaphore(unsigned int initialCount) : count(initialCount) {}
@@ -10,8 +12,13 @@ void KivGLSemaphore::Signal() {
     condition.notify_one();  // under the lock: the waiter may destroy the semaphore as soon as it is released
 }
 
-void KivGLSemaphore::Wait() {
+void KivGLSemaphore::Wait(unsigned int yields) {
     std::unique_lock<std::mutex> lock(mutex);
+    for (; count == 0 && yields != 0; --yields) {
+        lock.unlock();
+        std::this_thread::yield();
+        lock.lock();
+    }
     condition.wait(lock, [this] { return count != 0; });
     --count;
 }

@@ -25,8 +25,9 @@ class KivGLSemaphore {
 
     void Signal();
 
-    // Blocks, without a time limit, until there is a signal to consume.
-    void Wait();
+    // Blocks, without a time limit, until there is a signal to consume. Before it does so it lets other
+    // threads run `yields` times: for one whose next signal mostly comes sooner than it could be woken up.
+    void Wait(unsigned int yields = 0);
 
  private:
     std::mutex mutex;
