@@ -29,6 +29,10 @@ TEST(Exit, IsCleanRightAfterDestructionAndWithAnIdleDrawThread) {
     }
 }
 
+TEST(Exit, ComesWhenTheHeapIsEmpty) {
+    EXPECT_THAT(RunClient("", "starved"), AllOf(HasSubstr("std::bad_alloc"), EndsWith("status 34304")));
+}
+
 TEST(NoDisplay, ContextIsRefusedWithItsCodeAndLineAndCanBeTriedAgain) {
     const std::string notInitialised = "E EGLManager: eglInitialize failed: 0x3001\n";
     const std::string noPbuffer = "E EGLManager: eglCreatePbufferSurface error: 0x3005\n";
