@@ -3,6 +3,7 @@
 
 // What the tests of text share: fonts, requests, and lists that tell what was called and logged.
 
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,9 @@ struct TextStyle {
     bool bold = false;
     bool italic = false;
 };
+inline void PrintTo(const TextStyle& style, std::ostream* stream) {
+    *stream << style.size << (style.bold ? " bold" : "") << (style.italic ? " italic" : "");
+}
 
 constexpr TextStyle STANDARD{40};
 constexpr TextStyle STYLED{0};  // 40 pixels too, but from the styled atlas
