@@ -14,23 +14,24 @@ seconds=$2
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build=${KIVGLES_FUZZ_BUILD:-build/fuzz}
 
-sanitizers="-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all"
+sanitizers="-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-sanitize-coverage=trace-cmp"
 cmake -S . -B "$build" -G Ninja \
     -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug \
-    "-DCMAKE_CXX_FLAGS=$sanitizers" "-DCMAKE_CXX_FLAGS_DEBUG=-O1 -g -fno-omit-frame-pointer" \
+    "-DCMAKE_CXX_FLAGS=$sanitizers" "-DCMAKE_CXX_FLAGS_DEBUG=-O2 -g -fno-omit-frame-pointer" \
     -DKIVGLES_BUILD_FUZZERS=ON -DKIVGLES_BUILD_TESTS=OFF -DKIVGLES_BUILD_EXAMPLES=OFF \
     -DKIVGLES_BUILD_BENCHMARKS=OFF
 cmake --build "$build" --target "fuzz_$target"
 
 fuzzer=$build/tests/fuzz/fuzz_$target
 
-# No input may take long or much memory. Draw threads free their last bytes in their own time: there leaks are
-# looked for at the end.
-options=(-timeout=10 -rss_limit_mb=1024 -artifact_prefix="$build/")
+# No input may take long or much memory. The sanitizer limits the latter: libFuzzer would start a thread for it,
+# and the one thread that the operations may start is a coroutine.
+options=(-timeout=10 -print_funcs=0 -rss_limit_mb=0 -malloc_limit_mb=1024 -artifact_prefix="$build/")
 if [[ $target == operations ]]; then
-    options+=(-detect_leaks=0 -max_len=256)
+    options+=(-max_len=96 -entropic=0)  # some fifteen operations; many inputs are worth more than rare ones
 fi
-export ASAN_OPTIONS=${ASAN_OPTIONS:-quarantine_size_mb=8:allocator_release_to_os_interval_ms=-1}  # for speed
+# The rest is for speed.
+export ASAN_OPTIONS=${ASAN_OPTIONS:-hard_rss_limit_mb=1024:quarantine_size_mb=1:malloc_context_size=8:allocator_release_to_os_interval_ms=-1}
 
 corpora=("$build/corpus/$target")
 mkdir -p "${corpora[0]}"
@@ -38,9 +39,9 @@ if [[ -d tests/fuzz/corpus/$target ]]; then
     corpora+=("tests/fuzz/corpus/$target")
 fi
 if [[ $target == font ]]; then
-    tests/fuzz/make_seeds.py "$build/fonts"
-    corpora+=("$build/fonts/seeds")
+    fonts=$build/tests/fuzz/fonts
+    corpora+=("$fonts/seeds")
     options+=(-entropic_scale_per_exec_time=1)
-    "$fuzzer" "${options[@]}" "$build/fonts/damaged"/*
+    "$fuzzer" "${options[@]}" "$fonts/damaged"/*
 fi
 exec "$fuzzer" "${options[@]}" -max_total_time="$seconds" -print_final_stats=1 "${@:3}" "${corpora[@]}"

@@ -14,18 +14,13 @@
 namespace {
 
 using namespace kivgles;
+using stubgl::Expect;
 
 constexpr double EPSILON = 0x1p-24;  // relative error of one float operation
 constexpr float UNTOUCHED = 12345.0F;
 
 unsigned int logLines = 0;
 void CountLine(const __android_log_message*) { ++logLines; }
-
-void Expect(bool holds, const char* finding) {
-    if (!holds) {
-        stubgl::Report(finding);
-    }
-}
 
 // Four operations: two conversions to float, a division, a sum with `offset`.
 void ExpectNear(float actual, double ratio, double sign, double offset) {

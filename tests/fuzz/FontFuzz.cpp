@@ -10,8 +10,9 @@
 
 #include <android/log.h>
 #include <fuzzer/FuzzedDataProvider.h>
+#include <sys/mman.h>
+#include <unistd.h>
 
-#include "MemoryFile.h"
 #include "StubGL.h"
 #include "text/OSDText.h"
 
@@ -20,11 +21,35 @@ namespace {
 using kivgles::OSDText;
 using kivgles::TagFrameBuffObject;
 using kivgles::TagGLTextInfo;
+using stubgl::Expect;
 
 constexpr TagFrameBuffObject TARGET{kivgles::FBO_HANDLE_BASE + 1, 1, 1, 640, 360};
 constexpr char16_t COMMON_UNITS[] = u"AB f\u2014\u4E2D\xA0";
 constexpr std::size_t EXTRA_UNITS = 4;
 constexpr std::size_t STYLES = 2;
+
+// A file that is never on a disk, rewritten as often as there are inputs.
+class MemoryFile {
+ public:
+    MemoryFile()
+        : descriptor(memfd_create("font", MFD_CLOEXEC)),
+          path("/proc/self/fd/" + std::to_string(descriptor)) {}
+    ~MemoryFile() { close(descriptor); }
+
+    MemoryFile(const MemoryFile&) = delete;
+    MemoryFile& operator=(const MemoryFile&) = delete;
+
+    void Write(const void* bytes, std::size_t size) const {
+        Expect(
+            ftruncate(descriptor, 0) == 0 && pwrite(descriptor, bytes, size, 0) == static_cast<ssize_t>(size),
+            "the memory file cannot be written");
+    }
+    const std::string& Path() const { return path; }
+
+ private:
+    int descriptor;
+    std::string path;
+};
 
 void Ignore(const __android_log_message*) {}
 
@@ -39,14 +64,12 @@ TagGLTextInfo Request(const std::u16string& text, std::uint32_t fontSize, std::u
 }
 
 // Every quad drawn must lie inside its atlas.
-void CheckTexCoords() {
+void CheckTexCoords(const GLfloat* vertices, std::size_t count, const GLfloat*) {
     constexpr float TOLERANCE = 1e-4F;
-    const std::vector<GLfloat>& vertices = stubgl::LastVertices();
-    for (std::size_t i = 0; i + 3 < vertices.size(); i += 4) {
+    for (std::size_t i = 0; i < 4 * count; i += 4) {
         for (const float coordinate : {vertices[i + 2], vertices[i + 3]}) {
-            if (!(coordinate >= 0.0F && coordinate <= 1.0F + TOLERANCE)) {
-                stubgl::Report("a glyph is sampled from outside its atlas");
-            }
+            Expect(coordinate >= 0.0F && coordinate <= 1.0F + TOLERANCE,
+                   "a glyph is sampled from outside its atlas");
         }
     }
 }
@@ -54,11 +77,8 @@ void CheckTexCoords() {
 void MeasureAndDraw(OSDText& text, const TagGLTextInfo& info) {
     unsigned int width = UINT_MAX;
     unsigned int height = UINT_MAX;
-    if (text.GetTextSize(info, width, height) != 0 || height != 50) {
-        stubgl::Report("a text is not measured");
-    }
+    Expect(text.GetTextSize(info, width, height) == 0 && height == 50, "a text is not measured");
     (void)text.DrawText(TARGET, info, -0.5F, 0.0F);
-    CheckTexCoords();
 }
 
 }  // namespace
@@ -68,8 +88,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     __android_log_set_logger(Ignore);
 
     FuzzedDataProvider data(bytes, size);
-    stubgl::Reset(data.PickValueInArray({16384, 2048, 1024, 256, 64}), UINT_MAX);
-    stubgl::MakeCurrent();
+    stubgl::Reset(data.PickValueInArray({16384, 2048, 1024, 256, 64}), UINT_MAX, CheckTexCoords);
+    stubgl::SetContext(stubgl::Context::CURRENT);
     const auto standardSize = data.ConsumeIntegralInRange<std::uint32_t>(0, 128);
     std::array<std::uint32_t, STYLES> sizes{};
     std::array<std::uint8_t, STYLES> masks{};
@@ -94,9 +114,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
             MeasureAndDraw(text, Request(units, sizes[i], masks[i]));
         }
     }
-    const stubgl::LiveObjects live = stubgl::CountLiveObjects();
-    if (live.textures + live.buffers + live.programs + live.shaders != 0) {
-        stubgl::Report("GL objects are left behind");
-    }
+    Expect(stubgl::CountLive() == 0, "GL objects are left behind");
     return 0;
 }

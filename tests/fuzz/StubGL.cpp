@@ -1,48 +1,62 @@
 #include "StubGL.h"
 
 #include <algorithm>
-#include <climits>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <map>
-#include <set>
+#include <utility>
+#include <vector>
 
 #include <EGL/egl.h>
 
 namespace {
 
-constexpr GLint ATTRIBUTE_SIZE = 4;  // floats a vertex
+using stubgl::Context;
+using stubgl::Expect;
+using stubgl::Kind;
+
+constexpr std::size_t ATTRIBUTE_SIZE = 4;  // floats a vertex
 constexpr EGLint WINDOW_WIDTH = 320;
 constexpr EGLint WINDOW_HEIGHT = 200;
 constexpr std::size_t TEXTURE_UNITS = 8;
 
-struct Texture {
-    GLsizei width = 0;
+struct Object {
+    explicit Object(Kind theKind) : kind(theKind) {}
+
+    Kind kind;
+    GLsizei width = 0;  // a texture's
     GLsizei height = 0;
-    std::vector<GLsizei> filledTo;  // per column, the row below the lowest upload
+    std::vector<GLsizei> filledTo;  // a texture's: per column, the row below the lowest upload
+    std::vector<GLfloat> vertices;  // a buffer's
 };
 
 struct State {
     GLint maxTextureSize = 0;
     unsigned int callsBeforeFailure = UINT_MAX;
+    stubgl::Drawing drawing = nullptr;
     GLuint lastName = 0;
-    std::map<GLuint, Texture> textures;
-    std::map<GLuint, std::vector<GLfloat>> buffers;
-    std::set<GLuint> framebuffers, programs, shaders;
-    std::set<void*> eglObjects;
+    std::map<GLuint, Object> objects;  // of EGL too
     std::size_t unit = 0;
     GLuint boundTexture[TEXTURE_UNITS] = {};
     GLuint arrayBuffer = 0;
     GLuint attributeBuffer = 0;
     GLint alignment = 4;
-    std::vector<GLfloat> lastVertices;
+    GLfloat color[4] = {};
+    bool colorIsNew = false;
 };
 
-State state;
-thread_local bool current = false;
+State& state = *new State;  // never destroyed: a draw thread may outlive main
+thread_local Context context = Context::NEVER;
 
-// Reads all bytes: the sanitizer checks the whole range of a copy.
+bool IsCurrent() {
+    Expect(context != Context::NEVER, "GL is called by a thread that never had a context");
+    return context == Context::CURRENT;
+}
+
+// Reads all bytes: the sanitizers check the whole range of a copy.
 void Read(const void* data, std::size_t size) {
     static std::vector<unsigned char> sink;
     sink.resize(std::max(sink.size(), size));
@@ -53,40 +67,36 @@ void Read(const void* data, std::size_t size) {
 
 bool Fails() { return state.callsBeforeFailure-- == 0; }
 
-GLuint NewName() { return Fails() ? 0 : ++state.lastName; }
-
-EGLSurface NewEGLObject() {
+// 0 if it is this call that fails.
+GLuint Make(Kind kind) {
     if (Fails()) {
-        return nullptr;
+        return 0;
     }
-    void* const object = reinterpret_cast<void*>(static_cast<std::size_t>(++state.lastName));
-    state.eglObjects.insert(object);
-    return object;
+    state.objects.emplace(++state.lastName, kind);
+    return state.lastName;
 }
 
-template <typename Objects>
-void Generate(GLsizei count, GLuint* names, Objects create) {
-    for (GLsizei i = 0; current && i < count; ++i) {
-        names[i] = NewName();
-        if (names[i] != 0) {
-            create(names[i]);
-        }
+void Generate(Kind kind, GLsizei count, GLuint* names) {
+    for (GLsizei i = 0; IsCurrent() && i < count; ++i) {
+        names[i] = Make(kind);
     }
 }
 
-template <typename Objects>
-void Delete(GLsizei count, const GLuint* names, Objects& objects) {
-    for (GLsizei i = 0; current && i < count; ++i) {
-        if (objects.erase(names[i]) == 0) {
-            stubgl::Report("a GL name that does not exist is deleted");
-        }
+// Null without a context, too.
+Object* Find(Kind kind, GLuint name) {
+    const auto found = state.objects.find(name);
+    return IsCurrent() && found != state.objects.end() && found->second.kind == kind ? &found->second
+                                                                                     : nullptr;
+}
+
+void Delete(Kind kind, GLsizei count, const GLuint* names) {
+    for (GLsizei i = 0; IsCurrent() && i < count; ++i) {
+        Expect(Find(kind, names[i]) != nullptr, "a GL name that does not exist is deleted");
+        state.objects.erase(names[i]);
     }
 }
 
-Texture* BoundTexture() {
-    const auto found = state.textures.find(state.boundTexture[state.unit]);
-    return current && found != state.textures.end() ? &found->second : nullptr;
-}
+Object* BoundTexture() { return Find(Kind::TEXTURE, state.boundTexture[state.unit]); }
 
 // Bytes from the first to the last one of an upload, as GL finds its rows.
 std::size_t UploadSize(GLsizei width, GLsizei height, GLenum format) {
@@ -96,24 +106,29 @@ std::size_t UploadSize(GLsizei width, GLsizei height, GLenum format) {
     return height == 0 ? 0 : stride * static_cast<std::size_t>(height - 1) + row;
 }
 
+void* MakeEGLObject() { return reinterpret_cast<void*>(static_cast<std::uintptr_t>(Make(Kind::EGL))); }
+EGLBoolean DestroyEGLObject(void* object) {
+    return state.objects.erase(static_cast<GLuint>(reinterpret_cast<std::uintptr_t>(object))) != 0;
+}
+
 }  // namespace
 
 namespace stubgl {
 
-void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure) {
+void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure, Drawing drawing) {
     state = State();
     state.maxTextureSize = maxTextureSize;
     state.callsBeforeFailure = callsBeforeFailure;
+    state.drawing = drawing;
 }
 
-void MakeCurrent() { current = true; }
+Context SetContext(Context newContext) { return std::exchange(context, newContext); }
 
-LiveObjects CountLiveObjects() {
-    return {state.textures.size(), state.framebuffers.size(), state.buffers.size(),
-            state.programs.size(), state.shaders.size(),      state.eglObjects.size()};
+std::size_t CountLive(Kind kind) {
+    return static_cast<std::size_t>(std::count_if(state.objects.begin(), state.objects.end(),
+                                                  [kind](const auto& it) { return it.second.kind == kind; }));
 }
-
-const std::vector<GLfloat>& LastVertices() { return state.lastVertices; }
+std::size_t CountLive() { return state.objects.size(); }
 
 void Report(const char* finding) {
     std::fprintf(stderr, "FINDING: %s\n", finding);
@@ -126,15 +141,11 @@ extern "C" {
 
 // Textures.
 
-void glGenTextures(GLsizei n, GLuint* names) {
-    Generate(n, names, [](GLuint name) { state.textures[name]; });
-}
-void glDeleteTextures(GLsizei n, const GLuint* names) { Delete(n, names, state.textures); }
+void glGenTextures(GLsizei n, GLuint* names) { Generate(Kind::TEXTURE, n, names); }
+void glDeleteTextures(GLsizei n, const GLuint* names) { Delete(Kind::TEXTURE, n, names); }
 void glActiveTexture(GLenum unit) {
     state.unit = unit - GL_TEXTURE0;
-    if (state.unit >= TEXTURE_UNITS) {
-        stubgl::Report("no such texture unit");
-    }
+    Expect(state.unit < TEXTURE_UNITS, "no such texture unit");
 }
 void glBindTexture(GLenum, GLuint name) { state.boundTexture[state.unit] = name; }
 void glPixelStorei(GLenum, GLint value) { state.alignment = value; }
@@ -142,7 +153,7 @@ void glTexParameteri(GLenum, GLenum, GLint) {}
 
 void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
                   const void* pixels) {
-    Texture* const texture = BoundTexture();
+    Object* const texture = BoundTexture();
     const GLint limit = state.maxTextureSize;
     if (texture == nullptr || width < 0 || height < 0 || width > limit || height > limit) {
         return;  // GL refuses, and the texture stays without storage
@@ -150,65 +161,57 @@ void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GL
     Read(pixels, UploadSize(width, height, format));
     texture->width = width;
     texture->height = height;
-    texture->filledTo.assign(static_cast<std::size_t>(width), 0);
+    texture->filledTo.clear();
 }
 
 void glTexSubImage2D(GLenum, GLint, GLint x, GLint y, GLsizei width, GLsizei height, GLenum format, GLenum,
                      const void* pixels) {
-    Texture* const texture = BoundTexture();
-    if (!current) {
+    if (!IsCurrent()) {
         return;
     }
-    if (texture == nullptr || x < 0 || y < 0 || width < 0 || height < 0 || width > texture->width - x ||
-        height > texture->height - y) {
-        stubgl::Report("an upload reaches outside its texture");
-    }
-    if (pixels == nullptr && width != 0 && height != 0) {
-        stubgl::Report("an upload without pixels");
-    }
+    Object* const texture = BoundTexture();
+    Expect(texture != nullptr && x >= 0 && y >= 0 && width >= 0 && height >= 0 &&
+               width <= texture->width - x && height <= texture->height - y,
+           "an upload reaches outside its texture");
+    Expect(pixels != nullptr || width == 0 || height == 0, "an upload without pixels");
     Read(pixels, UploadSize(width, height, format));
+    texture->filledTo.resize(static_cast<std::size_t>(texture->width));
     const auto first = texture->filledTo.begin() + x;
-    if (height != 0 && std::any_of(first, first + width, [y](GLsizei row) { return row > y; })) {
-        stubgl::Report("an upload covers another one");
-    }
+    Expect(height == 0 || std::all_of(first, first + width, [y](GLsizei row) { return row <= y; }),
+           "an upload covers another one");
     std::fill(first, first + width, y + height);
 }
 
 // Vertices.
 
-void glGenBuffers(GLsizei n, GLuint* names) {
-    Generate(n, names, [](GLuint name) { state.buffers[name]; });
-}
-void glDeleteBuffers(GLsizei n, const GLuint* names) { Delete(n, names, state.buffers); }
+void glGenBuffers(GLsizei n, GLuint* names) { Generate(Kind::BUFFER, n, names); }
+void glDeleteBuffers(GLsizei n, const GLuint* names) { Delete(Kind::BUFFER, n, names); }
 void glBindBuffer(GLenum, GLuint name) { state.arrayBuffer = name; }
 void glEnableVertexAttribArray(GLuint) {}
 void glDisableVertexAttribArray(GLuint) {}
 void glVertexAttribPointer(GLuint, GLint size, GLenum, GLboolean, GLsizei, const void*) {
-    if (size != ATTRIBUTE_SIZE) {
-        stubgl::Report("vertices of another size");
-    }
+    Expect(size == ATTRIBUTE_SIZE, "vertices of another size");
     state.attributeBuffer = state.arrayBuffer;
 }
 void glBufferData(GLenum, GLsizeiptr size, const void* data, GLenum) {
-    const auto found = state.buffers.find(state.arrayBuffer);
-    if (current && found != state.buffers.end()) {
-        found->second.resize(static_cast<std::size_t>(size) / sizeof(GLfloat));
-        if (size != 0) {
-            std::memcpy(found->second.data(), data, static_cast<std::size_t>(size));
-        }
+    Object* const buffer = Find(Kind::BUFFER, state.arrayBuffer);
+    if (buffer != nullptr) {
+        const auto* const first = static_cast<const GLfloat*>(data);
+        buffer->vertices.assign(first, first + static_cast<std::size_t>(size) / sizeof(GLfloat));
     }
 }
 void glDrawArrays(GLenum, GLint first, GLsizei count) {
-    const auto found = state.buffers.find(state.attributeBuffer);
-    if (!current || found == state.buffers.end()) {
+    const Object* const buffer = Find(Kind::BUFFER, state.attributeBuffer);
+    if (buffer == nullptr) {
         return;
     }
-    const auto end = static_cast<std::size_t>(first + count) * ATTRIBUTE_SIZE;
-    if (end > found->second.size()) {
-        stubgl::Report("vertices are drawn from behind their buffer's end");
+    const auto end = static_cast<std::size_t>(first + count);
+    Expect(end * ATTRIBUTE_SIZE <= buffer->vertices.size(),
+           "vertices are drawn from behind their buffer's end");
+    const GLfloat* const color = std::exchange(state.colorIsNew, false) ? state.color : nullptr;
+    if (state.drawing != nullptr) {
+        state.drawing(buffer->vertices.data(), end, color);
     }
-    state.lastVertices.assign(found->second.begin(),
-                              found->second.begin() + static_cast<std::ptrdiff_t>(end));
 }
 void glDrawElements(GLenum, GLsizei count, GLenum, const void* indices) {
     const auto* const first = static_cast<const GLushort*>(indices);
@@ -218,10 +221,8 @@ void glDrawElements(GLenum, GLsizei count, GLenum, const void* indices) {
 
 // Framebuffers and state.
 
-void glGenFramebuffers(GLsizei n, GLuint* names) {
-    Generate(n, names, [](GLuint name) { state.framebuffers.insert(name); });
-}
-void glDeleteFramebuffers(GLsizei n, const GLuint* names) { Delete(n, names, state.framebuffers); }
+void glGenFramebuffers(GLsizei n, GLuint* names) { Generate(Kind::FRAMEBUFFER, n, names); }
+void glDeleteFramebuffers(GLsizei n, const GLuint* names) { Delete(Kind::FRAMEBUFFER, n, names); }
 void glBindFramebuffer(GLenum, GLuint) {}
 void glFramebufferTexture2D(GLenum, GLenum, GLenum, GLuint, GLint) {}
 GLenum glCheckFramebufferStatus(GLenum) {
@@ -234,7 +235,7 @@ void glEnable(GLenum) {}
 void glDisable(GLenum) {}
 void glBlendFunc(GLenum, GLenum) {}
 void glGetIntegerv(GLenum, GLint* value) {
-    if (current) {
+    if (IsCurrent()) {
         *value = state.maxTextureSize;
     }
 }
@@ -242,33 +243,30 @@ const GLubyte* glGetString(GLenum) { return nullptr; }
 
 // Programs.
 
-GLuint glCreateShader(GLenum) {
-    const GLuint name = current ? NewName() : 0;
-    return name != 0 ? *state.shaders.insert(name).first : 0;
-}
-void glDeleteShader(GLuint name) { Delete(1, &name, state.shaders); }
+GLuint glCreateShader(GLenum) { return IsCurrent() ? Make(Kind::SHADER) : 0; }
+void glDeleteShader(GLuint name) { Delete(Kind::SHADER, 1, &name); }
 void glShaderSource(GLuint, GLsizei, const GLchar* const*, const GLint*) {}
 void glCompileShader(GLuint) {}
 void glGetShaderiv(GLuint, GLenum what, GLint* value) { *value = what == GL_COMPILE_STATUS && !Fails(); }
 void glGetShaderInfoLog(GLuint, GLsizei, GLsizei*, GLchar*) {}
-GLboolean glIsShader(GLuint name) { return static_cast<GLboolean>(state.shaders.count(name)); }
-GLuint glCreateProgram() {
-    const GLuint name = current ? NewName() : 0;
-    return name != 0 ? *state.programs.insert(name).first : 0;
-}
-void glDeleteProgram(GLuint name) { Delete(1, &name, state.programs); }
+GLboolean glIsShader(GLuint name) { return Find(Kind::SHADER, name) != nullptr; }
+GLuint glCreateProgram() { return IsCurrent() ? Make(Kind::PROGRAM) : 0; }
+void glDeleteProgram(GLuint name) { Delete(Kind::PROGRAM, 1, &name); }
 void glAttachShader(GLuint, GLuint) {}
 void glLinkProgram(GLuint) {}
 void glGetProgramiv(GLuint, GLenum what, GLint* value) { *value = what == GL_LINK_STATUS && !Fails(); }
 void glGetProgramInfoLog(GLuint, GLsizei, GLsizei*, GLchar*) {}
-GLboolean glIsProgram(GLuint name) { return static_cast<GLboolean>(state.programs.count(name)); }
+GLboolean glIsProgram(GLuint name) { return Find(Kind::PROGRAM, name) != nullptr; }
 void glUseProgram(GLuint) {}
 GLint glGetAttribLocation(GLuint, const GLchar*) { return Fails() ? -1 : 0; }
 GLint glGetUniformLocation(GLuint, const GLchar*) { return Fails() ? -1 : 0; }
 void glUniform1i(GLint, GLint) {}
-void glUniform4fv(GLint, GLsizei, const GLfloat* value) { Read(value, 4 * sizeof(GLfloat)); }
+void glUniform4fv(GLint, GLsizei, const GLfloat* value) {
+    std::copy(value, value + 4, state.color);
+    state.colorIsNew = true;
+}
 
-// EGL. A context takes all GL objects with it when it is released.
+// EGL.
 
 EGLint eglGetError() { return EGL_BAD_ALLOC; }
 EGLDisplay eglGetDisplay(EGLNativeDisplayType) { return Fails() ? nullptr : &state; }
@@ -278,28 +276,20 @@ EGLBoolean eglChooseConfig(EGLDisplay, const EGLint*, EGLConfig* configs, EGLint
     *configs = &state;
     return !Fails();
 }
-EGLContext eglCreateContext(EGLDisplay, EGLConfig, EGLContext, const EGLint*) { return NewEGLObject(); }
-EGLSurface eglCreatePbufferSurface(EGLDisplay, EGLConfig, const EGLint*) { return NewEGLObject(); }
+EGLContext eglCreateContext(EGLDisplay, EGLConfig, EGLContext, const EGLint*) { return MakeEGLObject(); }
+EGLSurface eglCreatePbufferSurface(EGLDisplay, EGLConfig, const EGLint*) { return MakeEGLObject(); }
 EGLSurface eglCreateWindowSurface(EGLDisplay, EGLConfig, EGLNativeWindowType, const EGLint*) {
-    return NewEGLObject();
+    return MakeEGLObject();
 }
-EGLBoolean eglDestroySurface(EGLDisplay, EGLSurface surface) {
-    return static_cast<EGLBoolean>(state.eglObjects.erase(surface));
-}
-EGLBoolean eglDestroyContext(EGLDisplay, EGLContext context) {
-    return static_cast<EGLBoolean>(state.eglObjects.erase(context));
-}
-EGLBoolean eglMakeCurrent(EGLDisplay, EGLSurface, EGLSurface, EGLContext context) {
-    if (context != nullptr && Fails()) {
+EGLBoolean eglDestroySurface(EGLDisplay, EGLSurface surface) { return DestroyEGLObject(surface); }
+EGLBoolean eglDestroyContext(EGLDisplay, EGLContext object) { return DestroyEGLObject(object); }
+EGLBoolean eglMakeCurrent(EGLDisplay, EGLSurface, EGLSurface, EGLContext object) {
+    if (object != nullptr && Fails()) {
         return EGL_FALSE;
     }
-    current = context != nullptr;  // with or without a surface
-    if (context == nullptr) {
-        state.textures.clear();
-        state.buffers.clear();
-        state.framebuffers.clear();
-        state.programs.clear();
-        state.shaders.clear();
+    context = object != nullptr ? Context::CURRENT : Context::RELEASED;  // with or without a surface
+    for (auto it = state.objects.begin(); object == nullptr && it != state.objects.end();) {
+        it = it->second.kind == Kind::EGL ? std::next(it) : state.objects.erase(it);
     }
     return EGL_TRUE;
 }

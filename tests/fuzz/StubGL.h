@@ -1,38 +1,47 @@
 #ifndef KIVGLES_TESTS_FUZZ_STUBGL_H
 #define KIVGLES_TESTS_FUZZ_STUBGL_H
 
+#include <climits>
 #include <cstddef>
-#include <vector>
 
 #include <GLES2/gl2.h>
 
-// EGL and OpenGL ES without a driver, linked into the fuzz targets in the place of the real ones.
+// EGL and OpenGL ES without a driver, linked into a program in the place of the real ones.
 //
-// Nothing is drawn. What GL would read from the caller is read in full, so that the address sanitizer sees
-// it, and what would read or write where it must not ends the process: an upload outside its texture or over
-// another one, vertices behind the end of their buffer. Calls without a current context do nothing.
+// Nothing is drawn. What GL would read from the caller is read in full, so that a sanitizer sees it, and what
+// would read or write where it must not ends the process: an upload outside its texture or over another one,
+// vertices behind the end of their buffer. Calls of a thread whose context has been released do nothing; GL
+// on a thread that never had one ends the process.
 //
-// Thread: the context is current on one thread at a time, as the library sees to; the rest of this header is
-//         for the target, while no draw thread runs.
+// Thread: the context is current on one thread at a time, as the library sees to. There are no locks, so that
+//         the thread sanitizer sees the library's own ordering only: the rest of this header is for when no
+//         draw thread makes calls.
 namespace stubgl {
 
+// Called by every draw, on its thread, with its vertices of four floats each, and with the colour if one has
+// been set since the draw before.
+using Drawing = void (*)(const GLfloat* vertices, std::size_t count, const GLfloat* color);
+
 // Forgets everything. The call after `callsBeforeFailure` more calls that can fail does so.
-void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure);
+void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure = UINT_MAX, Drawing drawing = nullptr);
 
-// For targets that use the renderers without EGL.
-void MakeCurrent();
+// What this thread has of a context; set by eglMakeCurrent, or here, for renderers without EGL and for what
+// stands for a thread. Returns what it was.
+enum class Context { NEVER, RELEASED, CURRENT };
+Context SetContext(Context context);
 
-// GL names and EGL objects in existence.
-struct LiveObjects {
-    std::size_t textures, framebuffers, buffers, programs, shaders, eglObjects;
-};
-LiveObjects CountLiveObjects();
-
-// The floats of the vertices last drawn by glDrawArrays, four a vertex.
-const std::vector<GLfloat>& LastVertices();
+// How many there are. A context takes those of GL with it when it is released.
+enum class Kind { TEXTURE, BUFFER, FRAMEBUFFER, PROGRAM, SHADER, EGL };
+std::size_t CountLive(Kind kind);
+std::size_t CountLive();  // of any kind
 
 // Says why, and ends the process as a finding.
 [[noreturn]] void Report(const char* finding);
+inline void Expect(bool holds, const char* finding) {
+    if (!holds) {
+        Report(finding);
+    }
+}
 
 }  // namespace stubgl
 

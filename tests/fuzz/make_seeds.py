@@ -5,6 +5,7 @@ FOLDER/seeds: what it starts from, one of each kind of glyph that the text code 
 outlines, bitmaps of one, two and eight bits a pixel, and an empty file.
 FOLDER/damaged: fonts that once kept the library busy for hours: every 32-bit code on one glyph, and that
 glyph of 10,000 pixels. Still slow, they are run once and not varied.
+FOLDER/small.ttf: a font with small glyphs for the operations target.
 
 All are drawn here, about a kilobyte each.
 """
@@ -49,12 +50,12 @@ class QuadraticPen(TTGlyphPen):
         self.qCurveTo(*points)
 
 
-def outline_font(is_ttf=True):
-    builder = FontBuilder(EM, isTTF=is_ttf)
-    builder.setupGlyphOrder(list(GLYPHS))
-    builder.setupCharacterMap({code: name for name, glyph in GLYPHS.items() for code in glyph[0]})
+def outline_font(glyphs=GLYPHS, is_ttf=True, em=EM):
+    builder = FontBuilder(em, isTTF=is_ttf)
+    builder.setupGlyphOrder(list(glyphs))
+    builder.setupCharacterMap({code: name for name, glyph in glyphs.items() for code in glyph[0]})
     outlines = {}
-    for name, (_, left, width, height, advance) in GLYPHS.items():
+    for name, (_, left, width, height, advance) in glyphs.items():
         pen = QuadraticPen(None) if is_ttf else T2CharStringPen(advance, None)
         draw(pen, left, width, height)
         outlines[name] = pen.glyph() if is_ttf else pen.getCharString()
@@ -62,7 +63,7 @@ def outline_font(is_ttf=True):
         builder.setupGlyf(outlines)
     else:
         builder.setupCFF("Seed", {"FullName": "Seed"}, outlines, {})
-    builder.setupHorizontalMetrics({name: (glyph[4], glyph[1]) for name, glyph in GLYPHS.items()})
+    builder.setupHorizontalMetrics({name: (glyph[4], glyph[1]) for name, glyph in glyphs.items()})
     builder.setupHorizontalHeader(ascent=900, descent=-200)
     builder.setupNameTable({"familyName": "Seed", "styleName": "Regular"})
     builder.setupOS2()
@@ -74,12 +75,20 @@ def outline_font(is_ttf=True):
 
 def damaged_font(glyph, em):
     """A TrueType font with all 32-bit codes on one glyph."""
-    font = outline_font()
-    font["head"].unitsPerEm = em
+    font = outline_font(em=em)
     group = struct.pack(">LLL", 0x20, 0xFFFFFFFF, list(GLYPHS).index(glyph))
     font["cmap"] = DefaultTable("cmap")
     font["cmap"].data = (struct.pack(">HHHHL", 0, 1, 3, 10, 12)
                          + struct.pack(">HHLLL", 13, 0, 16 + len(group), 0, 1) + group)
+    return font
+
+
+def small_font():
+    """A TrueType font of small glyphs, with a program of its own, so that no time goes into hinting."""
+    glyphs = {name: glyph for name, glyph in GLYPHS.items() if name != "vast"}
+    font = outline_font(glyphs, em=4 * EM)
+    font["fpgm"] = DefaultTable("fpgm")
+    font["fpgm"].data = bytes.fromhex("b00021") * 4  # push 0, pop it
     return font
 
 
@@ -99,10 +108,11 @@ def bitmap_font(depth):
 
 def main():
     seeds, damaged = (pathlib.Path(sys.argv[1]) / name for name in ("seeds", "damaged"))
+    small = pathlib.Path(sys.argv[1]) / "small.ttf"
     for folder in (seeds, damaged):
         folder.mkdir(parents=True, exist_ok=True)
     fonts = {seeds / "truetype": outline_font(), seeds / "cff": outline_font(is_ttf=False),
-             damaged / "map": damaged_font("bar", EM), damaged / "size": damaged_font("vast", 16)}
+             small: small_font(), damaged / "map": damaged_font("bar", EM), damaged / "size": damaged_font("vast", 16)}
     for path, font in fonts.items():
         font.save(path)
     for depth in (1, 2, 8):
