@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -16,15 +15,6 @@ using Lines = std::vector<std::string>;
 std::shared_ptr<DrawCmd> Command(std::uint32_t kind, unsigned int handle = FBO_HANDLE_FREE) {
     auto cmd = std::make_shared<DrawCmd>(static_cast<TagCmd>(kind));
     cmd->SetFboHandleIndex(handle);
-    return cmd;
-}
-
-// Known again among the recorded calls by its width.
-std::shared_ptr<DrawCmd> RectCommand(int width) {
-    auto info = std::make_unique<RectInfo>();
-    info->SetDstFbo({FBO_HANDLE_BASE, 0, 0, width, 1});
-    auto cmd = Command(CMD_DRAW_RECT);
-    cmd->SetRectInfo(info);
     return cmd;
 }
 
@@ -51,37 +41,6 @@ class RunningDrawThread : public testing::Test {
     const std::shared_ptr<GLDrawThread> drawThread = std::make_shared<GLDrawThread>();
     std::thread runner;
 };
-
-TEST_F(RunningDrawThread, ExecutesEveryCommandOfEachClientInItsOrder) {
-    constexpr int COMMANDS = 300;
-    ASSERT_EQ(Send(CMD_CREATE_GL_CONTEXT), 0);
-    recorder::Record();
-    const auto sendFrom = [this](int first) {
-        for (int width = first; width < first + COMMANDS; ++width) {
-            auto cmd = RectCommand(width);
-            drawThread->SendCmdToQueue(cmd);
-        }
-    };
-    std::thread other(sendFrom, 1000);
-    sendFrom(1);
-    other.join();
-    EXPECT_EQ(Send(CMD_INIT), 0);
-
-    std::vector<int> widths;
-    for (const std::string& call : recorder::Calls()) {
-        int width = 0;
-        if (std::sscanf(call.c_str(), "glViewport(0, 0, %i, 1)", &width) == 1) {
-            widths.push_back(width);
-        }
-    }
-    const auto others =
-        std::stable_partition(widths.begin(), widths.end(), [](int width) { return width < 1000; });
-    EXPECT_EQ(others - widths.begin(), COMMANDS);
-    EXPECT_EQ(widths.end() - others, COMMANDS);
-    EXPECT_TRUE(std::is_sorted(widths.begin(), others));
-    EXPECT_TRUE(std::is_sorted(others, widths.end()));
-    EXPECT_EQ(recorder::Threads(), std::set<std::thread::id>{runner.get_id()});
-}
 
 TEST_F(RunningDrawThread, WakesUpForEveryCommandAndRefusesWithoutAContextAllButTheContextCommands) {
     for (int i = 0; i < 100; ++i) {
@@ -202,7 +161,9 @@ TEST_F(Handlers, InitStopsAtARendererThatCannotBeMadeAndKeepsThoseBefore) {
 TEST_F(Handlers, MissingRendererIsMadeByTheFirstDrawWhateverTheMask) {
     ASSERT_EQ(Init(ENABLE_FBO_MANAGER), 0);
     recorder::Fail("glCreateShader");
-    auto cmd = RectCommand(1);
+    auto info = std::make_unique<RectInfo>();
+    auto cmd = Command(CMD_DRAW_RECT);
+    cmd->SetRectInfo(info);
     EXPECT_EQ(drawThread.DrawCmdProc(cmd), 20);
     EXPECT_EQ(drawThread.DrawCmdProc(cmd), 0);
     EXPECT_EQ(drawThread.DrawCmdProc(cmd), 0);

@@ -24,6 +24,7 @@ namespace {
 
 struct Function {
     std::atomic<int> count{0};
+    std::atomic<int> failed{0};
     std::atomic<int> failAt{0};  // the count at which to fail; 0: never
     std::atomic<bool> failForGood{false};
     std::atomic<unsigned int> result{0};
@@ -39,7 +40,6 @@ struct State {
     std::mutex mutex;
     std::map<std::string, Function> functions;
     std::vector<std::string> calls;
-    std::set<std::thread::id> threads;
     std::vector<std::string> log;
     std::vector<Object> objects;
 };
@@ -82,16 +82,17 @@ bool Enter(Function& function) {
     }
     const int nth = function.count.fetch_add(1, std::memory_order_relaxed) + 1;
     const int failAt = function.failAt.load(std::memory_order_relaxed);
-    return failAt != 0 && (nth == failAt || (nth > failAt && function.failForGood));
+    const bool fails = failAt != 0 && (nth == failAt || (nth > failAt && function.failForGood));
+    if (fails) {
+        function.failed.fetch_add(1, std::memory_order_relaxed);
+    }
+    return fails;
 }
 
 template <typename Describe>
 bool EnterRecorded(Function& function, const Describe& describe) {
     if (forwarding == 0 && recording.load(std::memory_order_relaxed)) {
-        Locked([&](State& state) {
-            state.calls.push_back(describe());
-            state.threads.insert(std::this_thread::get_id());
-        });
+        Locked([&](State& state) { state.calls.push_back(describe()); });
     }
     return Enter(function);
 }
@@ -189,28 +190,20 @@ void Reset() {
     recording = false;
     Locked([](State& state) {
         for (auto& [name, function] : state.functions) {
-            function.count = function.failAt = 0;
+            function.count = function.failed = function.failAt = 0;
         }
         state.calls.clear();
-        state.threads.clear();
         state.log.clear();
     });
 }
 
 void Record() {
-    Locked([](State& state) {
-        state.calls.clear();
-        state.threads.clear();
-    });
+    Locked([](State& state) { state.calls.clear(); });
     recording = true;
 }
 
 std::vector<std::string> Calls() {
     return Locked([](State& state) { return state.calls; });
-}
-
-std::set<std::thread::id> Threads() {
-    return Locked([](State& state) { return state.threads; });
 }
 
 std::map<std::string, int> Counts() {
@@ -231,6 +224,10 @@ void Fail(const std::string& function, int nth, bool forGood, unsigned int resul
     found.result = result;
     found.failAt = found.count + nth;
 }
+
+int Failed(const std::string& function) { return Find(function)->failed; }
+
+bool Enter(const std::string& function) { return Enter(*Find(function)); }
 
 std::vector<std::uintptr_t> Live(const std::string& kind) {
     return Locked([&](State& state) {

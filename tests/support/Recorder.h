@@ -11,9 +11,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <map>
-#include <set>
 #include <string>
-#include <thread>
 #include <type_traits>
 #include <vector>
 
@@ -25,7 +23,6 @@ void Reset();
 // --- Calls as text, "glViewport(0, 0, 64, 32)" ---
 void Record();                        // from now on; forgets those recorded before
 std::vector<std::string> Calls();     // recorded so far, in order
-std::set<std::thread::id> Threads();  // that made them
 std::map<std::string, int> Counts();  // calls of each function since Reset, recorded or not
 
 // --- Faults ---
@@ -33,6 +30,9 @@ std::map<std::string, int> Counts();  // calls of each function since Reset, rec
 // answers with its error value (EGL_BAD_ALLOC, FT_Err_Out_Of_Memory, EAGAIN, a name of 0, a location of -1);
 // glCheckFramebufferStatus and glGetIntegerv answer `result`.
 void Fail(const std::string& function, int nth = 1, bool forGood = false, unsigned int result = 0);
+int Failed(const std::string& function);  // calls that failed so since Reset
+// For a function that the test program itself stands in for: counts a call, tells whether it has to fail.
+bool Enter(const std::string& function);
 
 // --- Names or addresses, oldest first, of the objects alive: "texture", "buffer", "framebuffer", "shader"
 // and "program" of every context, "context", "surface", "face", "library" ---

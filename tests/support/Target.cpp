@@ -16,11 +16,6 @@ namespace {
 
 Bool IsMapped(Display*, XEvent* event, XPointer) { return event->type == MapNotify ? True : False; }
 
-bool Near(const Pixel& a, const Pixel& b) {
-    return std::equal(a.begin(), a.end(), b.begin(),
-                      [](int one, int other) { return std::abs(one - other) <= 1; });
-}
-
 void ExpectNear(const char* file, int line, int x, int y, const Pixel& found, const Pixel& expected) {
     if (!Near(found, expected)) {
         ADD_FAILURE_AT(file, line) << "pixel (" << x << ", " << y << ") is " << testing::PrintToString(found)
@@ -30,14 +25,14 @@ void ExpectNear(const char* file, int line, int x, int y, const Pixel& found, co
 
 }  // namespace
 
-X11Window::X11Window(unsigned int width, unsigned int height) : display(XOpenDisplay(nullptr)) {
+X11Window::X11Window(unsigned int width, unsigned int height, int x, int y) : display(XOpenDisplay(nullptr)) {
     if (display == nullptr) {
         throw std::runtime_error("this test needs an X server and found none");
     }
     XSetWindowAttributes attributes = {};
     attributes.backing_store = Always;
     attributes.event_mask = StructureNotifyMask;
-    window = XCreateWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, CopyFromParent,
+    window = XCreateWindow(display, DefaultRootWindow(display), x, y, width, height, 0, CopyFromParent,
                            InputOutput, nullptr, CWBackPixel | CWBackingStore | CWEventMask, &attributes);
     XMapWindow(display, window);
     XEvent event;
@@ -61,17 +56,26 @@ Pixel PixelAt(const TagFrameBuffObject& target, int x, int y) {
     return {bytes[0], bytes[1], bytes[2], bytes[3]};
 }
 
+bool Near(const Pixel& a, const Pixel& b) {
+    return std::equal(a.begin(), a.end(), b.begin(),
+                      [](int one, int other) { return std::abs(one - other) <= 1; });
+}
+
+Pixel ShownPixel(const X11Window& window, int x, int y, const Pixel& expected) {
+    Pixel found = window.PixelAt(x, y);
+    for (int roundTrips = 0; roundTrips < 1000 && !Near(found, expected); ++roundTrips) {
+        found = window.PixelAt(x, y);
+    }
+    return found;
+}
+
 void ExpectPixel(const TagFrameBuffObject& target, int x, int y, const Pixel& expected, const char* file,
                  int line) {
     ExpectNear(file, line, x, y, PixelAt(target, x, y), expected);
 }
 
 void ExpectShown(const X11Window& window, int x, int y, const Pixel& expected, const char* file, int line) {
-    Pixel found = window.PixelAt(x, y);
-    for (int roundTrips = 0; roundTrips < 1000 && !Near(found, expected); ++roundTrips) {
-        found = window.PixelAt(x, y);
-    }
-    ExpectNear(file, line, x, y, found, expected);
+    ExpectNear(file, line, x, y, ShownPixel(window, x, y, expected), expected);
 }
 
 void GLTest::SetUp() {

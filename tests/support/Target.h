@@ -20,7 +20,7 @@ using Pixel = std::array<int, 4>;  // red, green, blue, alpha, 0 to 255 each
 // other windows cover it. Throws, and so fails the test, when there is no X server.
 class X11Window {
  public:
-    X11Window(unsigned int width, unsigned int height);
+    X11Window(unsigned int width, unsigned int height, int x = 0, int y = 0);
     ~X11Window();
     X11Window(const X11Window&) = delete;
     X11Window& operator=(const X11Window&) = delete;
@@ -38,8 +38,13 @@ class X11Window {
 // calling thread has the context.
 Pixel PixelAt(const TagFrameBuffObject& target, int x, int y);
 
-// Both fail at the caller's line with what they found, when a component differs by more than 1. The second
-// asks again while the X server may still be busy with what the draw thread has sent it.
+// The window's pixel. Asks again while it differs and the X server may still be busy with what the draw
+// thread has sent it.
+Pixel ShownPixel(const X11Window& window, int x, int y, const Pixel& expected);
+// Whether no component differs by more than 1.
+bool Near(const Pixel& a, const Pixel& b);
+
+// Both fail at the caller's line with what they found, when that is not near. The second waits for it.
 void ExpectPixel(const TagFrameBuffObject& target, int x, int y, const Pixel& expected,
                  const char* file = __builtin_FILE(), int line = __builtin_LINE());
 void ExpectShown(const X11Window& window, int x, int y, const Pixel& expected,

@@ -1,5 +1,3 @@
-#include <thread>
-
 #include <gmock/gmock.h>
 
 #include "support/Surface.h"
@@ -8,7 +6,6 @@ namespace kivgles {
 namespace {
 
 using testing::Contains;
-using testing::IsEmpty;
 using Lines = std::vector<std::string>;
 
 constexpr Pixel BLACK{0, 0, 0, 255};
@@ -130,74 +127,6 @@ TEST_F(SurfaceTest, LayerThatCannotBeMadeLeavesTheHandleVariable) {
                      "E GLDrawThread: Create FBO fail 21\n", "E FBOManager: Framebuffer complete.\n"}));
     EXPECT_THAT(recorder::Log(),
                 Contains("W GLDrawThread: Create fbo fboHandleIndex 0x10001, width 64, height 32\n"));
-}
-
-TEST_F(SurfaceTest, RendererThatCannotBeMadeIsReportedAndTriedAgainByTheNextDraw) {
-    struct FirstUse {
-        int result;  // of the operation while the renderer cannot be made; queued ones only log it
-        const char* line;
-        std::function<int(KivGLDrawSurface&, unsigned int)> run;
-    };
-    const FirstUse firstUses[] = {
-        {0, "OSD Rect init fail 20", [](auto& s, auto layer) { return s.KivDrawRect(layer, RECT, {}); }},
-        {0, "OSD Round init fail 20",
-         [](auto& s, auto layer) {
-             return s.KivDrawRound(layer, {0, 0, 1, 1}, {});
-         }},
-        {0, "OSD blit init fail 20",
-         [](auto& s, auto layer) {
-             return s.KivBlit({layer, FBO_HANDLE_BASE, RECT, RECT});
-         }},
-        {0, "OSD frame init fail 20", [](auto& s, auto layer) { return s.KivDisplayFBO(layer, RECT, RECT); }},
-        {20, "OSD bitmap fail 20", [](auto& s, auto layer) { return s.KivDrawBitmap(layer, BITMAP); }},
-        {20, "OSD bitmap fail 20", [](auto& s, auto) { return s.KivDisplayBitmap(BITMAP); }},
-        {0, "OSD text init fail 20", [](auto& s, auto layer) { return s.KivDrawText(layer, {}, RECT); }},
-        {20, "OSD text init fail 20", [](auto& s, auto) { return s.KivLoadFont("no such file", 0); }},
-    };
-    unsigned int layer = 0;
-    ASSERT_EQ(surface.KivCreateGLFBO(layer, 4, 4, KIV_COLOR_FORMAT_RGBA8888), 0);
-
-    for (const FirstUse& first : firstUses) {
-        SCOPED_TRACE(first.line);
-        recorder::Reset();
-        recorder::Fail("glCreateProgram");
-        EXPECT_EQ(first.run(surface, layer), first.result);
-        EXPECT_EQ(surface.Init(0), 0);
-        EXPECT_EQ(recorder::Log("E GLDrawThread: " + std::string(first.line)).size(), 1U);
-    }
-
-    // Each is made by the next one that needs it; only a font is still missing.
-    recorder::Reset();
-    for (const FirstUse& first : firstUses) {
-        const int result = first.run(surface, layer);
-        EXPECT_EQ(result, first.line == std::string("OSD text init fail 20") && first.result == 20 ? 31 : 0);
-    }
-    EXPECT_EQ(surface.Init(0), 0);
-    EXPECT_TRUE(recorder::Log("E GLDrawThread: OSD").empty());
-}
-
-TEST_F(SurfaceTest, ClientThreadsAtOnceLoseNothingAndOneThreadSpeaksToGL) {
-    constexpr int ROUNDS = 40;
-    recorder::Record();
-    const auto client = [this](std::uint32_t x, const TagKivColorRGBA& color) {
-        for (int i = 0; i < ROUNDS; ++i) {
-            const unsigned int layer = MakeLayer(8, 8, color);
-            EXPECT_EQ(surface.KivDrawBitmap(layer, BITMAP), 0);
-            EXPECT_EQ(surface.KivBlit({layer, FBO_HANDLE_BASE, {4, 4, 4, 4}, {x, 8, 8, 8}}), 0);
-            EXPECT_EQ(surface.KivDestoryGLFBO(layer), 0);
-        }
-    };
-    std::thread other(client, 0, TagKivColorRGBA{255, 0, 0, 255});
-    client(32, {0, 255, 0, 255});
-    other.join();
-    Refresh();
-    ExpectShown(window, 7, 15, RED);
-    ExpectShown(window, 39, 15, GREEN);
-    EXPECT_EQ(recorder::Counts()["glDrawArrays"], 2 * ROUNDS);
-    EXPECT_EQ(recorder::Counts()["glDrawElements"], 2 * 2 * ROUNDS);
-    EXPECT_THAT(recorder::Live("framebuffer"), IsEmpty());
-    EXPECT_EQ(recorder::Threads().size(), 1U);
-    EXPECT_EQ(recorder::Threads().count(std::this_thread::get_id()), 0U);
 }
 
 }  // namespace

@@ -58,68 +58,6 @@ TEST(Lifecycle, DrawThreadThatDoesNotStartIsReportedAndLeavesNoContext) {
     EXPECT_EQ(surface.KivCreateGLContext(), 0);
 }
 
-struct EGLFailure {
-    const char* function;
-    int nth, code;
-    Lines lines;
-};
-const Lines SURFACE_FAILURE = {"E GLDrawThread: Create openGLES window surface fail 5\n"};
-const Lines CURRENT_FAILURE = {"E EGLManager: egl make current failed: 0x3003",
-                               "E GLDrawThread: Make current EGL context fail 100\n"};
-
-TEST(Lifecycle, EveryEGLStepThatFailsHasItsCodeAndLineAndCanBeTriedAgain) {
-    const EGLFailure failures[] = {
-        {"eglGetDisplay", 1, 1, {"E EGLManager: eglGetDisplay failed: 0x3003"}},
-        {"eglInitialize", 1, 2, {"E EGLManager: eglInitialize failed: 0x3003"}},
-        {"eglChooseConfig", 1, 3, {"E EGLManager: eglChooseConfig error: 0x3003"}},
-        {"eglCreateContext", 1, 4, {"E EGLManager: eglCreateContext error: 0x3003"}},
-        {"eglCreatePbufferSurface",
-         1,
-         5,
-         {"E EGLManager: eglCreatePbufferSurface error: 0x3003", SURFACE_FAILURE[0]}},
-        {"eglMakeCurrent", 1, 100, CURRENT_FAILURE},
-    };
-    for (const EGLFailure& failure : failures) {
-        SCOPED_TRACE(failure.function);
-        KivGLDrawSurface surface;
-        recorder::Reset();
-        recorder::Fail(failure.function, failure.nth);
-        EXPECT_EQ(surface.KivCreateGLContext(), failure.code);
-        EXPECT_EQ(recorder::Log("E"), failure.lines);
-        EXPECT_EQ(surface.Init(0x7F), 6);
-        EXPECT_EQ(surface.KivRefreshOnSrceen(), 0);
-        EXPECT_EQ(surface.KivDestoryGLContext(), 0);
-        EXPECT_THAT(recorder::Live("context"), IsEmpty());
-        EXPECT_THAT(recorder::Live("surface"), IsEmpty());
-        EXPECT_EQ(surface.KivCreateGLContext(), 0);
-        EXPECT_EQ(surface.Init(0x7F), 0);
-    }
-}
-
-TEST(Lifecycle, WindowThatCannotBeConnectedLeavesTheFormerSizeAndCanBeTriedAgain) {
-    const X11Window window(64, 32);
-    const EGLFailure failures[] = {
-        {"eglCreateWindowSurface",
-         1,
-         5,
-         {"E EGLManager: eglCreateWindowSurface error: 0x3003", SURFACE_FAILURE[0]}},
-        {"eglMakeCurrent", 2, 100, CURRENT_FAILURE},  // nobody asks how the first one went, which unbinds
-    };
-    for (const EGLFailure& failure : failures) {
-        SCOPED_TRACE(failure.function);
-        KivGLDrawSurface surface;
-        ASSERT_EQ(surface.KivCreateGLContext(), 0);
-        recorder::Reset();
-        recorder::Fail(failure.function, failure.nth);
-        EXPECT_EQ(surface.KivConnectWindowSurface(window.Native()), failure.code);
-        EXPECT_EQ(recorder::Log("E"), failure.lines);
-        EXPECT_EQ(surface.KivGetWindowWidth(), 1920U);
-        EXPECT_EQ(surface.KivConnectWindowSurface(window.Native()), 0);
-        EXPECT_EQ(surface.KivGetWindowWidth(), 64U);
-        EXPECT_EQ(surface.KivGetWindowHeight(), 32U);
-    }
-}
-
 TEST_F(SurfaceTest, SameWindowIsConnectedOnceAnotherTakesItsPlaceAndLayersStay) {
     const unsigned int layer = MakeLayer(8, 8, {255, 0, 0, 255});
     EXPECT_EQ(surface.Init(0), 0);

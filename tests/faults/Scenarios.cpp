@@ -1,0 +1,231 @@
+#include "faults/Scenarios.h"
+
+#include <string_view>
+
+namespace kivgles {
+
+namespace {
+
+constexpr int WIDTH = 64;  // of windows and layers
+constexpr int HEIGHT = 48;
+constexpr int WINDOW_NUM = 5;
+constexpr TagKivRectInfo WHOLE{0, 0, WIDTH, HEIGHT};
+constexpr TagKivColorRGBA RED{255, 0, 0, 255};
+constexpr TagKivColorRGBA GREY{0x80, 0x80, 0x80, 255};
+constexpr TagKivColorRGBA WHITE{255, 255, 255, 255};
+constexpr std::uint8_t BLUE[] = {0, 0, 255, 255};
+constexpr int BROKE_ITS_WORD = -1;  // in another way than by its code
+
+TagKivBitmapInfo Bitmap(const TagKivRectInfo& rect) {
+    return {BLUE, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1, 1, rect};
+}
+
+struct Style {
+    unsigned int size = 40;
+    std::uint8_t bold = 0, italic = 0, underline = 0;
+};
+TagKivTextInfo Text(std::u16string_view text, const Style& style = {}) {
+    const auto length = static_cast<std::uint32_t>(text.size());
+    return {text.data(), length, WHITE, GREY, 0, style.size, style.bold, style.underline, style.italic};
+}
+
+std::string Font(const std::string& name) { return KIVGLES_TEST_FONTS "/" + name; }
+
+// --- Steps ---
+
+Step Draw(const std::function<int(KivGLDrawSurface&, const std::vector<unsigned int>&)>& draw) {
+    return {DRAW, [draw](Client& client) { return draw(*client.surface, client.layers); }};
+}
+Step Put(const std::function<int(KivGLDrawSurface&, unsigned int)>& put) {
+    return {BITMAP, [put](Client& client) { return put(*client.surface, client.layers[0]); }};
+}
+Step DrawText(std::u16string_view text, const Style& style = {}) {
+    return Draw([=](auto& s, auto& layers) { return s.KivDrawText(layers[0], Text(text, style), WHOLE); });
+}
+Step Measure(std::u16string_view text, const Style& style = {}) {
+    return {MEASURE, [=](Client& client) {
+                unsigned int size = 0;
+                return client.surface->KivGetTextSize(Text(text, style), size, size);
+            }};
+}
+Step Init(unsigned int mask, int result = 0) {
+    return {INIT, [mask](Client& client) { return client.surface->Init(mask); }, result};
+}
+Step Load(const std::string& path, int result = 0, unsigned int size = 40) {
+    return {FONT, [=](Client& client) { return client.surface->KivLoadFont(path, size); }, result};
+}
+Step Connect(std::size_t which, int result = 0) {
+    return {CONNECT,
+            [which](Client& client) {
+                const std::uint32_t former = client.surface->KivGetWindowWidth();
+                const X11Window* const window = client.windows[which].get();
+                const int code = client.surface->KivConnectWindowSurface(window->Native());
+                client.connected = code == 0 ? window : nullptr;
+                return code == 0 || client.surface->KivGetWindowWidth() == former ? code : BROKE_ITS_WORD;
+            },
+            result};
+}
+Step MakeLayer(int result = 0) {
+    return {LAYER,
+            [](Client& client) {
+                unsigned int handle = 7;
+                const int code =
+                    client.surface->KivCreateGLFBO(handle, WIDTH, HEIGHT, KIV_COLOR_FORMAT_RGBA8888);
+                if (code == 0) {
+                    client.layers.push_back(handle);
+                }
+                return code == 0 || handle == 7 ? code : BROKE_ITS_WORD;
+            },
+            result};
+}
+Step DestroyLayer(std::size_t which) {
+    return {LAYER, [which](Client& client) { return client.surface->KivDestoryGLFBO(client.layers[which]); }};
+}
+// The window goes under the surface's hands.
+Step Lose(std::size_t which) {
+    return {DRAW, [which](Client& client) { return client.windows[which].reset(), 0; }};
+}
+Step Complaining(Step step) {
+    step.complains = true;
+    return step;
+}
+
+using Steps = std::vector<Step>;
+
+Steps operator+(Steps first, const Steps& second) {
+    first.insert(first.end(), second.begin(), second.end());
+    return first;
+}
+Steps operator*(std::size_t times, const Steps& steps) {
+    return times == 0 ? Steps() : steps + (times - 1) * steps;
+}
+
+}  // namespace
+
+Client::Client(int slot) {
+    for (int i = 0; i < WINDOW_NUM; ++i) {
+        windows.push_back(std::make_unique<X11Window>(WIDTH, HEIGHT, i * WIDTH, slot * HEIGHT));
+    }
+}
+
+const std::vector<Scenario>& Scenarios() {
+    static const Step CREATION = {CREATE,
+                                  [](Client& client) { return client.surface->KivCreateGLContext(); }};
+    static const Step REFUSED = {CREATE, CREATION.run, 4};
+    static const Step END = {DESTROY, [](Client& client) { return client.surface->KivDestoryGLContext(); }};
+    static const Step REFRESH = Draw([](auto& s, auto&) { return s.KivRefreshOnSrceen(); });
+    static const Step PAINT = Draw([](auto& s, auto&) { return s.KivDrawRect(FBO_HANDLE_BASE, WHOLE, RED); });
+    static const Steps START = {CREATION, Connect(0), MakeLayer()};
+    static const Steps SHAPES = {
+        Draw([](auto& s, auto& layers) { return s.KivClearGLFBO(layers[0]); }),
+        Draw([](auto& s, auto& layers) { return s.KivDrawRect(layers[0], WHOLE, RED); }),
+        Draw([](auto& s, auto& layers) {
+            return s.KivDrawRound(layers[0], {24, 8, 8, 8}, RED);
+        }),
+        Put([](auto& s, auto layer) { return s.KivDrawBitmap(layer, Bitmap(WHOLE)); }),
+        Put([](auto& s, auto layer) { return s.KivDrawBitmapByBlend(layer, Bitmap(WHOLE)); }),
+        Put([](auto& s, auto) { return s.KivDisplayBitmap(Bitmap(WHOLE)); }),
+        Draw([](auto& s, auto& layers) {
+            return s.KivBlit({layers[0], layers[1], WHOLE, WHOLE});
+        }),
+        Draw([](auto& s, auto& layers) { return s.KivDisplayFBO(layers[1], WHOLE, WHOLE); }),
+        REFRESH};
+    static const Steps TEXTS = {DrawText(u"AJKM"),
+                                DrawText(u"A Lx", {40, 0, 0, 1}),
+                                DrawText(u"AMQR", {20, 1, 0, 0}),
+                                DrawText(u"JKLA", {30, 0, 1, 1}),
+                                DrawText(u"A QxM", {0, 1, 1, 0}),
+                                Measure(u"AJKMx"),
+                                Measure(u"AJ KM", {24, 1, 1, 0})};
+    static const Steps FONTS = {Load(Font("outlines.otf")),
+                                DrawText(u"AJ"),
+                                DrawText(u"AJ", {20, 1, 1, 0}),
+                                Load(Font("missing.ttf"), 31),
+                                DrawText(u"AJ"),
+                                Load(Font("bits.bdf")),
+                                DrawText(u"AB"),
+                                DrawText(u"AB", {40, 1, 0, 0}),
+                                Measure(u"AB", {40, 1, 0, 0}),
+                                Load("/dev/null", 31),
+                                Load("/proc/self/exe", 31),
+                                Load(Font("no_characters.ttf"), 32),
+                                Load(Font("spaces.ttf"), 32),
+                                DrawText(u"A"),
+                                Complaining(DrawText(u"  ", {20, 0, 0, 0})),
+                                Load(Font("rows.ttf")),
+                                DrawText(u"ABG"),
+                                Load(Font("bearings.ttf"), 0, 0),
+                                Measure(u"AJKM")};
+    // A texture of 64 pixels holds nine of the 26 characters.
+    static const Steps ON_DEMAND = {Load(Font("many.ttf")), DrawText(u"AB"),
+                                    DrawText(u"AYZ"),       DrawText(u"XYZ", {30, 1, 0, 1}),
+                                    Measure(u"AZ"),         Measure(u"AZ", {30, 0, 1, 0})};
+
+    static const std::vector<Scenario> SCENARIOS = {
+        {"life", "", 0, {CREATION, Init(0x7F), END, CREATION, Init(ENABLE_RECT), END}},
+        {"windows", "", 0,
+         START + Steps{PAINT, REFRESH, Connect(1), PAINT, REFRESH, Lose(0), Connect(2), REFRESH, Connect(2),
+                       Lose(2), REFRESH, Connect(3), REFRESH, END}},
+        {"layers", "", 0,
+         START + 14 * Steps{MakeLayer()} + Steps{MakeLayer(15), DestroyLayer(2), MakeLayer(), MakeLayer(15)} +
+             Steps{DestroyLayer(0), DestroyLayer(1), Complaining(DestroyLayer(1)), END}},
+        {"shapes", "", 0, START + Steps{MakeLayer()} + 2 * SHAPES + Steps{END}},
+        {"texts", "", 0, START + Steps{Load(Font("bearings.ttf"))} + 2 * TEXTS + Steps{END}},
+        {"default font", "", 0,
+         START + Steps{Complaining(DrawText(u"A")), Init(ENABLE_TEXT), Measure(u"A"),
+                       Complaining(DrawText(u"A", {20})), END}},
+        {"small textures", "glGetIntegerv", 64, START + ON_DEMAND + Steps{END}},
+        {"fonts", "", 0, START + FONTS + Steps{END}},
+        // Failures within failures.
+        {"no shader", "glCompileShader", 0, {CREATION, Init(ENABLE_RECT, 20), END}},
+        {"no program", "glAttachShader", 0, {CREATION, Init(ENABLE_TEXT, 20), END}},
+        {"no context", "eglCreateContext", 0, {REFUSED, Complaining(REFRESH), END}},
+        {"no window", "eglCreateWindowSurface", 0, {CREATION, Connect(0, 5), END}},
+    };
+    return SCENARIOS;
+}
+
+std::string DrawPicture(KivGLDrawSurface& surface, const X11Window& window) {
+    unsigned int back = 0;
+    unsigned int front = 0;
+    const int results[] = {
+        surface.KivLoadFont(Font("bearings.ttf"), 40),
+        surface.KivCreateGLFBO(back, WIDTH, HEIGHT, KIV_COLOR_FORMAT_RGBA8888),
+        surface.KivCreateGLFBO(front, WIDTH, HEIGHT, KIV_COLOR_FORMAT_RGBA8888),
+        surface.KivDrawRect(back, {0, 0, 16, 16}, RED),
+        surface.KivDrawRound(back, {24, 8, 8, 8}, {0, 255, 0, 255}),
+        surface.KivDrawBitmap(back, Bitmap({32, 0, 16, 16})),
+        surface.KivDrawText(back, Text(u"A"), {0, 16, 32, 32}),
+        surface.KivDrawText(back, Text(u"A", {20, 1, 1, 0}), {32, 16, 32, 32}),
+        surface.KivBlit({back, front, WHOLE, WHOLE}),
+        surface.KivDisplayFBO(front, WHOLE, WHOLE),
+        surface.KivRefreshOnSrceen(),
+        surface.Init(0),
+        surface.KivDestoryGLFBO(back),
+        surface.KivDestoryGLFBO(front),
+    };
+    for (const int result : results) {
+        if (result != 0) {
+            return "an operation of the picture returns " + std::to_string(result);
+        }
+    }
+    const struct {
+        const char* what;
+        int x, y;
+        Pixel pixel;
+    } expectations[] = {
+        {"rectangle", 8, 8, {255, 0, 0, 255}},         {"round", 24, 8, {0, 255, 0, 255}},
+        {"bitmap", 40, 8, {0, 0, 255, 255}},           {"empty corner", 56, 8, {0, 0, 0, 255}},
+        {"text", 7, 28, {255, 255, 255, 255}},         {"background", 20, 28, {0x80, 0x80, 0x80, 255}},
+        {"styled text", 37, 34, {255, 255, 255, 255}},
+    };
+    for (const auto& expected : expectations) {
+        const Pixel found = ShownPixel(window, expected.x, expected.y, expected.pixel);
+        if (!Near(found, expected.pixel)) {
+            return "the picture's " + (expected.what + (" is " + testing::PrintToString(found)));
+        }
+    }
+    return "";
+}
+
+}  // namespace kivgles
