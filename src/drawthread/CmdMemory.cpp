@@ -17,14 +17,17 @@ constexpr bool KEEPS_BLOCKS = true;
 constexpr std::size_t CACHE_LINE = 64;  // bytes
 
 // Free blocks of one size. Those given back lie apart from those to be taken, until these are used up: the
-// draw thread, which gives, and the clients, who take, seldom meet at a lock.
+// draw thread, which gives, and the clients, who take, seldom meet at a lock. Nobody waits for one: the heap
+// is there as well, also for a process that was forked off while a lock was held.
 class Blocks {
  public:
     Blocks(std::size_t bytes, unsigned int mostGiven) : size(bytes), limit(mostGiven) {}
 
     std::size_t Size() const { return size; }
+    // Null when there is none.
     void* Take();
-    void GiveBack(void* memory) noexcept;
+    // False when there are enough.
+    bool GiveBack(void* memory);
 
  private:
     struct Block {
@@ -35,38 +38,46 @@ class Blocks {
         Block* top = nullptr;
     };
 
+    void Refill();
+
     Stack toTake;
-    Stack given;  // its lock is taken under that of toTake, or alone
+    Stack given;
     const std::size_t size;
     const unsigned int limit;
     unsigned int givenCount = 0;  // guarded by given.mutex
 };
 
 void* Blocks::Take() {
-    const std::lock_guard<std::mutex> lock(toTake.mutex);
-    if (toTake.top == nullptr) {
-        const std::lock_guard<std::mutex> givenLock(given.mutex);
-        toTake.top = std::exchange(given.top, nullptr);
-        givenCount = 0;
+    const std::unique_lock<std::mutex> lock(toTake.mutex, std::try_to_lock);
+    if (!lock.owns_lock()) {
+        return nullptr;
     }
     if (toTake.top == nullptr) {
-        return ::operator new(size);
+        Refill();
     }
     Block* const block = toTake.top;
-    toTake.top = block->next;
+    if (block != nullptr) {
+        toTake.top = block->next;
+    }
     return block;
 }
 
-void Blocks::GiveBack(void* memory) noexcept {
-    {
-        const std::lock_guard<std::mutex> lock(given.mutex);
-        if (givenCount < limit) {
-            ++givenCount;
-            given.top = new (memory) Block{given.top};
-            return;
-        }
+void Blocks::Refill() {
+    const std::unique_lock<std::mutex> lock(given.mutex, std::try_to_lock);
+    if (lock.owns_lock()) {
+        toTake.top = std::exchange(given.top, nullptr);
+        givenCount = 0;
     }
-    ::operator delete(memory);
+}
+
+bool Blocks::GiveBack(void* memory) {
+    const std::unique_lock<std::mutex> lock(given.mutex, std::try_to_lock);
+    if (!lock.owns_lock() || givenCount == limit) {
+        return false;
+    }
+    ++givenCount;
+    given.top = new (memory) Block{given.top};
+    return true;
 }
 
 // Null for a size of which none are kept. Never destroyed: a draw thread may outlive the objects of static
@@ -87,14 +98,16 @@ Blocks* BlocksFor(std::size_t size) {
 
 void* TakeCmdMemory(std::size_t size) {
     Blocks* const blocks = BlocksFor(size);
-    return blocks != nullptr ? blocks->Take() : ::operator new(size);
+    if (blocks == nullptr) {
+        return ::operator new(size);
+    }
+    void* const block = blocks->Take();
+    return block != nullptr ? block : ::operator new(blocks->Size());
 }
 
 void GiveBackCmdMemory(void* memory, std::size_t size) noexcept {
     Blocks* const blocks = BlocksFor(size);
-    if (blocks != nullptr) {
-        blocks->GiveBack(memory);
-    } else {
+    if (blocks == nullptr || !blocks->GiveBack(memory)) {
         ::operator delete(memory);
     }
 }

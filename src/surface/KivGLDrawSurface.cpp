@@ -39,16 +39,17 @@ KivGLDrawSurface::~KivGLDrawSurface() {
 }
 
 int KivGLDrawSurface::KivCreateGLContext() {
-    drawThread = std::make_shared<GLDrawThread>();
-    const int status = drawThread->Init();
+    // Not the surface's before it has its thread: nobody else would answer a command.
+    drawThread.reset();
+    const auto startedThread = std::make_shared<GLDrawThread>();
+    const int status = startedThread->Init();
     if (status != STATUS_OK) {
-        drawThread.reset();
         return TranslateResult(status);
     }
-    if (!StartDrawThread(drawThread)) {
-        drawThread.reset();
+    if (!StartDrawThread(startedThread)) {
         return RESULT_DRAW_THREAD_FAILED;
     }
+    drawThread = startedThread;
     return SendAndWait(*drawThread, CMD_CREATE_GL_CONTEXT);
 }
 

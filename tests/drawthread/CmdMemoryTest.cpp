@@ -1,12 +1,38 @@
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <future>
+#include <new>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "drawthread/CmdMemory.h"
+
+namespace {
+
+std::atomic<int> heapBlocks{0};  // taken and not given back
+std::atomic<int> heapCalls{0};   // takings
+
+}  // namespace
+
+// Not inlined: g++ would see memory of `new` go to `free`, or the other way round.
+[[gnu::noinline]] void* operator new(std::size_t size) {
+    ++heapBlocks;
+    ++heapCalls;
+    void* const memory = std::malloc(size);
+    if (memory == nullptr) {
+        throw std::bad_alloc();
+    }
+    return memory;
+}
+[[gnu::noinline]] void operator delete(void* memory) noexcept {
+    --heapBlocks;
+    std::free(memory);
+}
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
 namespace kivgles {
 namespace {
@@ -51,6 +77,28 @@ TEST(CmdMemory, GivesEveryTakerBytesOfItsOwnWhileOthersGiveTheirsBack) {
         former.insert(former.end(), others.begin(), others.end());
     }
     GiveBackUnchanged(former);
+}
+
+TEST(CmdMemory, KeepsWhatIsGivenBackButNotWithoutLimit) {
+    constexpr std::size_t COMMAND = 100;
+    void* blocks[3] = {};
+    int calls = 0;
+    for (int i = 0; i < 1000; ++i) {
+        std::generate(std::begin(blocks), std::end(blocks), [] { return TakeCmdMemory(COMMAND); });
+        for (void* const block : blocks) {
+            GiveBackCmdMemory(block, COMMAND);
+        }
+        calls = i == 10 ? heapCalls.load() : calls;
+    }
+    EXPECT_EQ(heapCalls, calls);
+
+    const int before = heapBlocks;
+    std::vector<void*> many(3 * BLOCKS);
+    std::generate(many.begin(), many.end(), [] { return TakeCmdMemory(COMMAND); });
+    for (void* const block : many) {
+        GiveBackCmdMemory(block, COMMAND);
+    }
+    EXPECT_LE(heapBlocks - before, 8192 + 1);  // and the list of them
 }
 
 }  // namespace

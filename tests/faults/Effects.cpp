@@ -1,5 +1,7 @@
 #include "faults/Effects.h"
 
+#include <algorithm>
+
 namespace kivgles {
 
 namespace {
@@ -9,7 +11,9 @@ namespace {
     "E EGLManager: egl make current failed: 0x3003", "E GLDrawThread: Make current EGL context fail 100"
 #define PROGRAM_LINES \
     "create shader program fail", " fail 20", "?Could not compile shader", "?Could not link program"
-#define EMPTY_LINES "E FontAtlas: Calculate texture width", "E OSDText: Load standard font lib fail 32"
+#define STANDARD_LINE "E OSDText: Load standard font lib fail "
+#define DYNAMIC_LINE "E OSDText: Load dynamic font lib fail "
+#define EMPTY_LINES "E FontAtlas: Calculate texture width", STANDARD_LINE "32"
 #define NO_TEXT_LINES "?is not exit", "?Calculate texture width", "?texture fail 32"
 
 // clang-format off
@@ -49,8 +53,11 @@ const Effect EFFECTS[] = {
     {"glGenBuffers glGenFramebuffers glBufferData glTexSubImage2D glGetIntegerv ", EVERY, 0, SAME, {}},
     {"glGetString ", CREATE | CONNECT, 0, SAME, {" = (null)"}},
 
-    {"FT_Init_FreeType ", FONT | DRAW, 0, 30, {"Failed to initialize freetype library", "font lib fail 30"}},
-    {"FT_New_Face ", FONT | DRAW, 0, 31, {"Error loading font face", "font lib fail 31"}},
+    {"FT_Init_FreeType ", FONT | DRAW, 1, 30, {"E FontAtlas: Failed to initialize freetype library", STANDARD_LINE "30"}},
+    {"FT_Init_FreeType ", FONT | DRAW, 2, 30, {"E FontStyleAtlas: Failed to initialize freetype library", DYNAMIC_LINE "30"}},
+    {"FT_New_Face ", FONT | DRAW, 1, 31, {"E FontAtlas: Error loading font face", STANDARD_LINE "31"}},
+    {"FT_New_Face ", FONT | DRAW, 2, 31, {"E FontStyleAtlas: Error loading font face", DYNAMIC_LINE "31"}},
+    {"FT_New_Face ", FONT | DRAW, 3, 31, {"E FontStyleAtlas: Error loading font face for text size", DYNAMIC_LINE "31"}},
     // Without a size, a font of outlines has no glyphs.
     {"FT_Set_Pixel_Sizes ", FONT, 0, SAME, {"E FontAtlas: set pixel size fail"}},
     {"FT_Set_Pixel_Sizes ", FONT, 0, 32, {"E FontAtlas: set pixel size fail", "?Loading character", EMPTY_LINES}},
@@ -66,6 +73,7 @@ const Effect EFFECTS[] = {
     {"FT_Outline_Embolden ", DRAW | MEASURE, 0, SAME, {"?is not exit"}},
     {"FT_Bitmap_Done FT_Done_Face FT_Done_FreeType ", EVERY, 0, SAME, {}},
 
+    {"malloc ", EVERY, 0, SAME, {"E ShaderProgram: allocate memory fail", PROGRAM_LINES}},
     {"memcpy_s ", DRAW, 0, SAME, {"E TextInfo: memset_s_func failed, err = ", NO_TEXT_LINES}},
 };
 // clang-format on
@@ -92,10 +100,17 @@ std::vector<const Effect*> FindEffects(const Fault& fault, Operation operation, 
             found.push_back(&effect);
         }
     }
-    return found;
+    // Of calls that fail one after the other, the first whose failure is noticed ends the operation.
+    const auto noticed = [](const Effect* effect) { return effect->nth != 0 && effect->code != SAME; };
+    const auto decisive = std::find_if(found.begin(), found.end(), noticed);
+    return decisive == found.end() ? found : std::vector<const Effect*>{*decisive};
 }
 
 bool IsFallible(const std::string& function) { return !IsAmong(NEVER_FAIL, function); }
+
+bool Lasts(const std::string& function) {
+    return IsAmong("eglQuerySurface glGenBuffers glGetAttribLocation glGetUniformLocation ", function);
+}
 
 // Of a context also what it holds.
 bool MayLeave(const std::string& function, const std::string& kind) {

@@ -34,6 +34,9 @@ std::vector<const Effect*> FindEffects(const Fault& fault, Operation operation, 
 // Every function may fail that is not known to do without failure.
 bool IsFallible(const std::string& function);
 
+// Whether what failed once stays so, unnoticed, for as long as the renderer or the window lives.
+bool Lasts(const std::string& function);
+
 // Whether objects of this kind, or "memory", may be left because the function refused to let go of them.
 bool MayLeave(const std::string& function, const std::string& kind);
 

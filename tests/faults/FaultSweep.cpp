@@ -19,12 +19,15 @@
 #include "faults/Trial.h"
 #include "support/Recorder.h"
 
-// The linker sends the library's calls of memcpy_s here, and ours there.
+// The linker sends the library's calls of memcpy_s and malloc here, and ours there.
 extern "C" errno_t __real_memcpy_s(void* dest, rsize_t destSize, const void* src, rsize_t count);
 extern "C" errno_t __wrap_memcpy_s(void* dest, rsize_t destSize, const void* src, rsize_t count);
 errno_t __wrap_memcpy_s(void* dest, rsize_t destSize, const void* src, rsize_t count) {
     return __real_memcpy_s(dest, destSize, recorder::Enter("memcpy_s") ? nullptr : src, count);
 }
+extern "C" void* __real_malloc(std::size_t size);
+extern "C" void* __wrap_malloc(std::size_t size);
+void* __wrap_malloc(std::size_t size) { return recorder::Enter("malloc") ? nullptr : __real_malloc(size); }
 
 namespace {
 

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <numeric>
 #include <utility>
 
 #include <android/log.h>
@@ -124,6 +125,7 @@ TEST(Teardown, ExecutesAFullQueueAndLeavesNothingLifeAfterLife) {
 
 TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTheRest) {
     const KivGLDrawSurface conversions;
+    unsigned int executed = 0;
     for (int life = 0; life < 20; ++life) {
         Reset();
         auto drawThread = std::make_shared<GLDrawThread>();
@@ -149,6 +151,7 @@ TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTh
         runner.join();
         drawThread.reset();
         EXPECT_EQ(seen.misplaced, 0U);  // so what was executed has no gap
+        executed = std::accumulate(std::begin(seen.executed), std::end(seen.executed), executed);
         for (const auto& commands : sent) {
             for (const std::weak_ptr<DrawCmd>& cmd : commands) {
                 EXPECT_TRUE(cmd.expired());
@@ -156,19 +159,23 @@ TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTh
         }
         EXPECT_EQ(stubgl::CountLive(), 0U);
     }
+    EXPECT_GT(executed, 0U);
 }
 
 KivGLDrawSurface* surfaceAtExit = nullptr;
 
 [[noreturn]] void ExitWithAFullQueue(bool destroy) {
     Reset();
+    auto& queueIsFull = *new KivGLSemaphore(0);  // the draw thread may outlive main
+    seen.holdsFirst = &queueIsFull;
     surfaceAtExit = new KivGLDrawSurface;
     const int result = surfaceAtExit->KivCreateGLContext();
     QueueRects(*surfaceAtExit);
+    queueIsFull.Signal();
     if (destroy) {
         delete surfaceAtExit;
     }
-    std::exit(result);
+    std::exit(testing::Test::HasFailure() ? EXIT_FAILURE : result);
 }
 
 TEST(Exit, IsCleanWhileTheDrawThreadWorksAndStraightAfterItsLastCommands) {

@@ -64,6 +64,18 @@ TEST(Recovery, TakesANewSurfaceAndNewLayersForAWindowOnceConnected) {
     ExpectShown(window, 63, 31, {0, 255, 0, 255});
 }
 
+TEST_F(SurfaceTest, AWindowThatIsNotConnectedTakesTheFormerOneWithIt) {
+    const X11Window other(8, 8);
+    recorder::Fail("eglCreateWindowSurface");
+    EXPECT_EQ(surface.KivConnectWindowSurface(other.Native()), 5);
+    EXPECT_EQ(surface.KivConnectWindowSurface(window.Native()), 0);
+    EXPECT_EQ(recorder::Log("W KivGL"), Lines{"W KivGLDrawSurface: NativeWindow has been connected\n"});
+    EXPECT_EQ(surface.KivConnectWindowSurface(other.Native()), 0);
+    EXPECT_EQ(surface.KivDrawRect(FBO_HANDLE_BASE, {0, 0, 8, 8}, GREEN), 0);
+    Refresh();
+    ExpectShown(other, 7, 7, {0, 255, 0, 255});
+}
+
 TEST_F(SurfaceTest, ASecondSurfaceOfTheProcessDoesNotSurviveTheFirst) {
     auto first = std::make_unique<KivGLDrawSurface>();
     ASSERT_EQ(first->KivCreateGLContext(), 0);
