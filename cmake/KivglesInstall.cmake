@@ -46,6 +46,11 @@ endif()
 # Prefab: one folder an ABI; several installs into one prefix make one package.
 if(ANDROID)
     set(module prefab/modules/kivgles)
+    foreach(number IN ITEMS ANDROID_NDK_MAJOR ANDROID_PLATFORM_LEVEL)
+        if(NOT DEFINED ${number})
+            set(${number} 0)  # a toolchain file other than the NDK's
+        endif()
+    endforeach()
     configure_file(cmake/prefab.json.in ${PROJECT_BINARY_DIR}/prefab.json @ONLY)
     configure_file(cmake/prefab-abi.json.in ${PROJECT_BINARY_DIR}/abi.json @ONLY)
     file(WRITE ${PROJECT_BINARY_DIR}/module.json "{ \"export_libraries\": [] }\n")

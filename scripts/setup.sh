@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # setup.sh [PACKAGE]...
 # Installs the Debian packages that building, testing and checking need and the further ones named, as far as they
-# are missing. Works as root or with sudo; never asks anything.
+# are missing. Works as root or with sudo; asks for nothing but a password that sudo may want.
 set -euo pipefail
 
 packages=(

@@ -32,14 +32,16 @@ class GLDrawThread;
 /// unless an operation says otherwise. A target is named by its handle: KivCreateGLFBO gives those of layers,
 /// FBO_HANDLE_BASE is the window.
 ///
-/// Threads: every operation may be called from any thread. KivCreateGLContext and KivDestoryGLContext must
-/// not run while another operation of the same surface does; all others may overlap freely and take effect
-/// one after the other. All GL, EGL and font work is done by a draw thread that the surface owns.
+/// Threads: every operation may be called from any thread. KivCreateGLContext, KivDestoryGLContext and the
+/// destructor must not run while another operation of the same surface does; all others may overlap freely
+/// and take effect one after the other. All GL, EGL and font work is done by a draw thread that the surface
+/// owns.
 ///
 /// Queued, waiting, direct: a *queued* operation returns 0 as soon as its request is in the queue, and a
 /// failure of the request is only logged; a *waiting* one returns when the draw thread has executed it and
 /// everything queued before it; a *direct* one does its work on the caller's thread without the queue.
-/// Requests take effect strictly in the order in which they were made.
+/// Requests take effect strictly in the order in which they were made. A queued drawing whose renderer cannot
+/// be made logs what Init logs under 20.
 ///
 /// Lock: the surface has one, which lets one operation in at a time. Queued and waiting operations and
 /// KivGetTextSize hold it until they return, a waiting one therefore while it waits. KivCreateGLContext,
@@ -56,10 +58,11 @@ class GLDrawThread;
 /// class that found it, and for most causes a line of those that passed it up follows. Two come from
 /// everywhere:
 ///
-/// - 102, from every operation that has a result but KivCreateGLContext and ConvertFormatToGLES, when there
-///   is no context: "GLContext isn't created" of KivGLDrawSurface.
-/// - 6, from every waiting operation, when KivCreateGLContext failed and there was no KivDestoryGLContext
-///   since: "GLES context is not created" of GLDrawThread. Queued ones only log it.
+/// - 102, from every operation that returns a result code but KivCreateGLContext, when there is no context:
+///   "GLContext isn't created" of KivGLDrawSurface.
+/// - 6, from every waiting operation but KivCreateGLContext and KivDestoryGLContext, when KivCreateGLContext
+///   failed and there was no KivDestoryGLContext since: "GLES context is not created" of GLDrawThread. Queued
+///   ones only log it.
 ///
 /// | code | meaning | tag and line in the log |
 /// |---|---|---|
@@ -69,8 +72,8 @@ class GLDrawThread;
 /// | 3 | EGL could not be asked for a configuration | EGLManager: eglChooseConfig error: ERROR |
 /// | 4 | no context, or no configuration to make it from | EGLManager: eglCreateContext error: ERROR |
 /// | 5 | no surface for the window | EGLManager: eglCreateWindowSurface error: ERROR |
-/// | 5 | no first, off-screen surface | EGLManager: eglCreatePbufferSurface error: ERROR |
-/// | 6 | the context could not be set up earlier | GLDrawThread: GLES context is not created |
+/// | 5 | no first, off-screen surface, or no configuration for it | EGLManager: eglCreatePbufferSurface
+/// error: ERROR | | 6 | the context could not be set up earlier | GLDrawThread: GLES context is not created |
 /// | 15 | all 15 layers are in use | FBOManager: num of the FBO more than max num 16 |
 /// | 20 | a shader program could not be built | OSDRect, OSDText and others: create shader program fail |
 /// | 21 | GL gave no texture name | FBOManager, FontAtlas: Create texture fail |
@@ -108,8 +111,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 1 No EGL display ("eglGetDisplay failed: ..."): is DISPLAY set?
     /// @retval 2 EGL did not initialise ("eglInitialize failed: ...").
     /// @retval 3 EGL could not be asked for a configuration ("eglChooseConfig error: ...").
-    /// @retval 4 EGL made no context ("eglCreateContext error: ...").
-    /// @retval 5 EGL made no off-screen surface ("eglCreatePbufferSurface error: ...", then "Create openGLES
+    /// @retval 4 EGL made no context, or had no configuration for one ("eglCreateContext error: ...").
+    /// @retval 5 EGL made no off-screen surface, or had no configuration for one ("eglCreatePbufferSurface
+    /// error: ...", then "Create openGLES
     ///     window surface fail 5").
     /// @retval 100 The context could not be made current ("egl make current failed: ...", then "Make current
     ///     EGL context fail 100"), or the draw thread could not be started ("start draw thread fail ERRNO").
@@ -155,9 +159,11 @@ class KIVGLES_EXPORT KivGLDrawSurface {
 
     /// Loads a font for all text from now on, and forgets the one loaded before. Waits.
     ///
-    /// Without it the first text drawn loads "/system/fonts/CC3.ttf" at 40. After 21 to 32 there is no font:
-    /// the former is gone all the same. A character that does not load is left out ("Loading character CODE
-    /// failed!"), and a size that the font refuses leaves it at its own ("set pixel size fail").
+    /// Without it, and without Init(ENABLE_TEXT), the first text drawn loads "/system/fonts/CC3.ttf" at 40.
+    /// After Init(ENABLE_TEXT) there is no font before one is loaded: standard text logs "Char CODE is not
+    /// exit", styled text "font face is null pointer". After 21 to 32 there is no font: the former is gone
+    /// all the same. A character that does not load is left out ("Loading character CODE failed!"), and a
+    /// size that the font refuses leaves it at its own ("set pixel size fail").
     /// @param path Any file FreeType opens; its first face is used. The text is copied. The file itself is
     ///     kept open, so put a new file in its place rather than overwriting it.
     /// @param size Glyph size of the standard style in pixels, 0 means 40.
@@ -169,8 +175,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 30 FreeType did not start ("Failed to initialize freetype library", then "Load standard font
     ///     lib fail 30").
     /// @retval 31 The file is missing or no font ("Error loading font face", then "Load standard font lib
-    ///     fail 31"). 30 and 31 may also come from the second opening of the file, for styled text
-    ///     ("Load dynamic font lib fail ...").
+    ///     fail 31"). 30 and 31 may also come from opening the file once more for styled text ("Error loading
+    ///     font face" or "Error loading font face for text size", then "Load dynamic font lib fail ...").
     /// @retval 32 The font has no visible character ("Calculate texture width ...", then "Load standard font
     ///     lib fail 32").
     /// @retval 102 No context ("GLContext isn't created").
@@ -198,8 +204,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
 
     /// Creates a transparent layer. Waits.
     ///
-    /// A size that GL refuses is only logged ("Unable to set up render Target: ..."): drawing into that layer
-    /// has no effect.
+    /// A size that GL refuses is only logged ("Unable to set up render Target: ..." or "Framebuffer
+    /// incomplete: Unknown error."): drawing into that layer has no effect. So is one of 0, into which
+    /// drawing logs "param is invalid".
     /// @param[out] handle The layer's handle, valid until it is destroyed; untouched on failure.
     /// @param width Pixels.
     /// @param height Pixels.
@@ -214,11 +221,12 @@ class KIVGLES_EXPORT KivGLDrawSurface {
 
     /// Destroys a layer; its handle may be given to the next one created. Waits.
     /// @param handle The layer.
-    /// @retval 0 Destroyed ("Destory FBO fboHandleIndex HANDLE"); also when there is no such layer ("FBO is
-    ///     not exist fboHandleIndex HANDLE").
+    /// @retval 0 Destroyed ("Destory FBO fboHandleIndex HANDLE"); also when there is no such layer, which
+    ///     FBO_HANDLE_BASE is not either ("FBO is not exist fboHandleIndex HANDLE", then the same line).
     /// @retval 6 The context could not be set up earlier ("GLES context is not created").
     /// @retval 100 `handle` is 0xFFFFFFFF, or there is no table of layers yet: no layer was made, no window
-    ///     connected, nothing drawn ("FBO manager is nullptr or param is invalid").
+    ///     connected, nothing drawn, no Init(ENABLE_FBO_MANAGER) ("FBO manager is nullptr or param is
+    ///     invalid").
     /// @retval 102 No context ("GLContext isn't created").
     int KivDestoryGLFBO(unsigned int handle);
 
@@ -231,6 +239,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
 
     /// Clears the window and draws a region of a layer on it, colours multiplied by their alpha. Queued.
     ///
+    /// The window cannot be the source: FBO_HANDLE_BASE is accepted, but there is no picture to copy.
     /// @param handle The layer.
     /// @param srcRect Region of the layer, in its pixels.
     /// @param dstRect Where the region goes, scaled to fill it, in pixels of the window.
@@ -241,7 +250,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
 
     /// Copies a region of one layer into another, alpha included, without blending. Queued.
     ///
-    /// Source and destination must be different layers. Copying to half the size averages the pixels.
+    /// Source and destination must be different layers; the window can be the destination alone, as with
+    /// KivDisplayFBO. Copying to half the size averages the pixels.
     /// @param blit Both handles, and each one's region in its own pixels. A destination of FBO_HANDLE_BASE is
     ///     the window.
     /// @retval 0 Accepted.
@@ -256,7 +266,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// Draws one line of text, with its background and underline, into a layer. Queued.
     ///
     /// The background fills `rect`; the pen starts at its left edge, on a baseline 10 pixels above its bottom
-    /// edge; the underline's 2 pixels begin 2 pixels below the baseline. Characters that the font lacks, and
+    /// edge; the underline's 2 pixels begin 2 pixels below the baseline and are as wide as `rect`. Glyphs are
+    /// blended over the layer, alpha channel included. Characters that the font lacks, and
     /// those without ink, are skipped without moving the pen ("Char CODE is not exit"). Text whose two
     /// colours are equal is drawn fully transparent. There is no kerning, shaping or line breaking.
     /// @param handle The layer, or FBO_HANDLE_BASE for the window.
@@ -264,8 +275,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     underline alone ("memset_s_func failed, err = ...").
     /// @param rect The line's box in pixels of the layer.
     /// @retval 0 Accepted. What the draw thread may find is only logged: a font that does not load (as with
-    ///     KivLoadFont) or is missing ("font face is null pointer"), no texture ("get font alpha texture fail
-    ///     ...").
+    ///     KivLoadFont) or is missing ("font face is null pointer"), no texture, or no visible character in
+    ///     another than the standard style ("get font alpha texture fail ...").
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
     /// @retval 102 No context ("GLContext isn't created").
     int KivDrawText(unsigned int handle, const TagKivTextInfo& text, const TagKivRectInfo& rect);
@@ -273,7 +284,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// Measures a text. Direct: what is still queued has no say, and no GL is called.
     ///
     /// @param text Read during the call. A character that the font lacks, or without ink, counts 30 pixels
-    ///     ("Char CODE is not exit"). Unlike drawing, measuring takes all units.
+    ///     ("Char CODE is not exit"), and so does each where the font did not load. Unlike drawing, measuring
+    ///     takes all units up to `textLength` or the first 0; a null text has width 0.
     /// @param[out] width Pixels from the pen's start to its end.
     /// @param[out] height Always 50, in pixels.
     /// @retval 0 Measured.

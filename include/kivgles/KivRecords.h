@@ -47,7 +47,8 @@ struct TagKivTextInfo {
     TagKivColorRGBA fgColor;   ///< Colour of glyphs and underline.
     TagKivColorRGBA bgColor;   ///< Colour of the background rectangle; `a` 0 means none is drawn.
     std::uint8_t reserved;     ///< Carried along, without meaning.
-    /// Glyph size in pixels; 40 (upright, regular) is the standard style, 0 means 40.
+    /// Glyph size in pixels. 40, upright and regular, is the standard style, which has the size given to
+    /// KivLoadFont. 0 means 40, made for the request.
     std::uint32_t fontSize;
     std::uint8_t bold;       ///< Non-zero: emboldened.
     std::uint8_t underline;  ///< Non-zero: a bar of 2 pixels is drawn under the text.
@@ -56,7 +57,9 @@ struct TagKivTextInfo {
 
 /// A bitmap and where it goes. The image is scaled to fill `dstRect`.
 struct TagKivBitmapInfo {
-    /// `width` * `height` pixels of 4 bytes, top row first, no padding, not premultiplied; the caller's.
+    /// `width` * `height` pixels of 4 bytes, top row first, no padding, not premultiplied; the caller's. With
+    /// null, a side of 0 or one longer than GL's largest texture the picture is not defined, and neither a
+    /// code nor a line says so.
     const std::uint8_t* data;
     std::int32_t format;      ///< KIV_COLOR_FORMAT_RGBA8888; anything else is logged and read as that.
     std::uint32_t reserved1;  ///< Without meaning.

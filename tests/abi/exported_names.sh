@@ -3,5 +3,5 @@
 # Prints what the shared library exports, as C++ names, one a line; the same for every C++ library it is built with.
 set -euo pipefail
 
-llvm-nm --dynamic --defined-only --no-weak --just-symbol-name --demangle "$1" |
+llvm-nm --dynamic --defined-only --just-symbol-name --demangle "$1" |
     sed -E 's/std::__[a-z0-9]+::/std::/g; s/> >/>>/g; s/@.*//' | LC_ALL=C sort

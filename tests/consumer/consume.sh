@@ -39,4 +39,4 @@ case $way in
         ;;
 esac
 
-"$work/consumer"
+timeout 60 "$work/consumer"  # which waits for its picture
