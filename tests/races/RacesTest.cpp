@@ -162,16 +162,18 @@ TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTh
     EXPECT_GT(executed, 0U);
 }
 
+// Never destroyed: the draw thread may outlive main.
 KivGLDrawSurface* surfaceAtExit = nullptr;
+KivGLSemaphore* queueIsFullAtExit = nullptr;
 
 [[noreturn]] void ExitWithAFullQueue(bool destroy) {
     Reset();
-    auto& queueIsFull = *new KivGLSemaphore(0);  // the draw thread may outlive main
-    seen.holdsFirst = &queueIsFull;
+    queueIsFullAtExit = new KivGLSemaphore(0);
+    seen.holdsFirst = queueIsFullAtExit;
     surfaceAtExit = new KivGLDrawSurface;
     const int result = surfaceAtExit->KivCreateGLContext();
     QueueRects(*surfaceAtExit);
-    queueIsFull.Signal();
+    queueIsFullAtExit->Signal();
     if (destroy) {
         delete surfaceAtExit;
     }
