@@ -5,8 +5,8 @@
 
 // The memory of commands, of their payloads and semaphores. It is taken on a client's thread and given back
 // on the draw thread, in between GL's own large blocks, for which a general heap joins these small ones and
-// splits them again: that costs more than all else that a command costs. So blocks are kept for
-// the commands to come, at most 1.4 MiB of them in a process.
+// splits them again: that costs more than all else that a command costs. So blocks are kept for the commands
+// to come, at most 1.4 MiB of them in a process.
 //
 // Thread: any, also while the process exits.
 

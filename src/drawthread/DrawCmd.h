@@ -77,6 +77,7 @@ class DrawCmd {
     bool syncProc = false;                      // the sender waits
 };
 
+// In memory that is kept for commands.
 std::shared_ptr<DrawCmd> MakeDrawCmd(TagCmd kind);
 
 }  // namespace kivgles

@@ -79,12 +79,11 @@ const Effect EFFECTS[] = {
 // clang-format on
 
 constexpr char NEVER_FAIL[] =
-    "FT_Bitmap_Init FT_Set_Transform glActiveTexture glBindBuffer glBindFramebuffer glBindTexture "
-    "glBlendFunc "
-    "glClear glClearColor glDeleteBuffers glDeleteFramebuffers glDeleteProgram glDeleteShader "
-    "glDeleteTextures "
-    "glDisable glDisableVertexAttribArray glDrawArrays glDrawElements glEnable glEnableVertexAttribArray "
-    "glPixelStorei glTexParameteri glUniform1i glUniform4fv glUseProgram glVertexAttribPointer glViewport ";
+    "FT_Bitmap_Init FT_Set_Transform glActiveTexture glBindBuffer glBindFramebuffer "
+    "glBindTexture glBlendFunc glClear glClearColor glDeleteBuffers glDeleteFramebuffers "
+    "glDeleteProgram glDeleteShader glDeleteTextures glDisable glDisableVertexAttribArray "
+    "glDrawArrays glDrawElements glEnable glEnableVertexAttribArray glPixelStorei "
+    "glTexParameteri glUniform1i glUniform4fv glUseProgram glVertexAttribPointer glViewport ";
 
 bool IsAmong(const std::string& names, const std::string& name) {
     return names.find(name + " ") != std::string::npos;

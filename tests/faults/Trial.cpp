@@ -1,12 +1,9 @@
 #include "faults/Trial.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <filesystem>
-#include <iterator>
-#include <thread>
 
+#include "support/Process.h"
 #include "support/Recorder.h"
 
 // The leak sanitizer's, where there is one.
@@ -17,13 +14,6 @@ namespace kivgles {
 namespace {
 
 using Lines = std::vector<std::string>;
-
-std::size_t EntryNum(const char* folder) {
-    const std::filesystem::directory_iterator entries(folder);
-    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
-}
-std::size_t DescriptorNum() { return EntryNum("/proc/self/fd"); }
-std::size_t ThreadNum() { return EntryNum("/proc/self/task"); }
 
 bool Holds(const std::string& line, const char* part) {
     return line.find(*part == '?' ? part + 1 : part) != std::string::npos;
@@ -83,10 +73,7 @@ bool Trial::Run(std::map<std::string, int>& counts) {
     client.surface.reset();
     client.layers.clear();
     ExpectNoLeftovers();
-    // A draw thread and its driver's threads go in their own time after the operation that stops them.
-    for (int wait = 0; ThreadNum() > threads && wait < 5000; ++wait) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
+    AwaitThreadNum(threads);
     Check(ThreadNum() <= threads, "threads are left");
     Check(DescriptorNum() <= descriptors, "descriptors are left");
     if (__lsan_do_recoverable_leak_check != nullptr && !MayLeave(fault.function, "memory")) {

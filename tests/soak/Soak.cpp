@@ -2,15 +2,11 @@
 // commands in one life. Prints what the process holds along the way; fails when that does not stay flat.
 
 #include <algorithm>
-#include <chrono>
 #include <climits>
 #include <cstdio>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <android/log.h>
@@ -20,6 +16,7 @@
 
 #include "bounds_checked.h"
 #include "kivgles/KivGLDrawSurface.h"
+#include "support/Process.h"
 #include "support/Recorder.h"
 #include "support/Target.h"
 
@@ -63,11 +60,6 @@ void SteadyHeap() {
     std::free(reserve);
 }
 
-std::size_t EntryNum(const char* folder) {
-    const std::filesystem::directory_iterator entries(folder);
-    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
-}
-
 struct Holdings {
     long resident = 0;  // KiB, of the whole process
     long heap = 0;      // KiB in use
@@ -82,8 +74,8 @@ Holdings Look() {
     std::ifstream("/proc/self/statm") >> pages >> pages;
     now.resident = pages * (sysconf(_SC_PAGESIZE) / 1024);
     now.heap = static_cast<long>(mallinfo2().uordblks / 1024);
-    now.descriptors = EntryNum("/proc/self/fd");
-    now.threads = EntryNum("/proc/self/task");
+    now.descriptors = DescriptorNum();
+    now.threads = ThreadNum();
     for (const char* const kind :
          {"texture", "buffer", "framebuffer", "shader", "program", "context", "surface", "face", "library"}) {
         now.objects += recorder::Live(kind).size();
@@ -108,15 +100,11 @@ class Watch {
 };
 
 void Watch::Examine(unsigned int step) {
-    Holdings now = Look();
     if (step == 0) {
-        reference = now;
+        reference = Look();
     }
-    // A draw thread and its driver's threads go in their own time after the operation that stops them.
-    for (int wait = 0; now.threads > reference.threads && wait < 1000; ++wait) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        now = Look();
-    }
+    AwaitThreadNum(reference.threads);
+    const Holdings now = Look();
     const bool judged = step > total / 10;
     std::printf("soak: %8u %s: resident %ld KiB, heap %ld KiB, %zu descriptors, %zu threads, %zu objects\n",
                 step, name, now.resident, now.heap, now.descriptors, now.threads, now.objects);

@@ -1,0 +1,31 @@
+#ifndef KIVGLES_TESTS_SUPPORT_PROCESS_H
+#define KIVGLES_TESTS_SUPPORT_PROCESS_H
+
+// What the test's process holds, as the system counts it.
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <iterator>
+#include <thread>
+
+namespace kivgles {
+
+inline std::size_t EntryNum(const char* folder) {
+    const std::filesystem::directory_iterator entries(folder);
+    return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+inline std::size_t DescriptorNum() { return EntryNum("/proc/self/fd"); }
+inline std::size_t ThreadNum() { return EntryNum("/proc/self/task"); }
+
+// A draw thread and its driver's threads go in their own time after the operation that stops them: waits
+// until there are no more than so many, but not for ever.
+inline void AwaitThreadNum(std::size_t most) {
+    for (int wait = 0; ThreadNum() > most && wait < 5000; ++wait) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+}  // namespace kivgles
+
+#endif  // KIVGLES_TESTS_SUPPORT_PROCESS_H
