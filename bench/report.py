@@ -30,7 +30,9 @@ def median(samples, contestant, clock):
 
 
 def ratio(samples, contestant, clock, base="bare"):
-    return median(samples, contestant, clock) / median(samples, base, clock)
+    """The median of the turns' ratios: what else happens to a machine lasts longer than a turn, and goes out."""
+    pairs = zip(samples[contestant][clock], samples[base][clock])
+    return statistics.median(own / other for own, other in pairs)
 
 
 def cell(samples, contestant, clock):

@@ -10,7 +10,6 @@ import dataclasses
 import json
 import os
 import pathlib
-import statistics
 import subprocess
 
 import numpy
@@ -158,7 +157,7 @@ def check_pictures(measure, running, folder):
 
 
 def run(measure, effort, rounds):
-    """Samples by contestant and clock, one a round: the median of the round's slices."""
+    """Samples by contestant and clock, one a turn: those of the same turn were measured one after the other."""
     samples = {name: {"cpu": [], "wall": [], "resident": []} for name in measure.contestants}
     with open(effort.output / "contestants.log", "a", encoding="utf-8") as log:
         for number in range(rounds):
@@ -167,16 +166,13 @@ def run(measure, effort, rounds):
                 samples[contestant.name]["resident"].append(contestant.answer()["resident"])
             if number == 0:
                 check_pictures(measure, running, effort.output)
-            answers = {name: [] for name in measure.contestants}
-            for _ in range(effort.slices):
+            for _ in range(effort.turns):
                 for contestant in running:
-                    answers[contestant.name].append(contestant.ask(f"{measure.request} {effort.seconds}"))
+                    answer = contestant.ask(f"{measure.request} {effort.seconds}")
+                    for clock in ("cpu", "wall"):
+                        samples[contestant.name][clock].append(measure.cost(answer, clock))
             for contestant in running:
                 contestant.end()
-            for name, given in answers.items():
-                for clock in ("cpu", "wall"):
-                    samples[name][clock].append(
-                        statistics.median(measure.cost(answer, clock) for answer in given))
     return samples
 
 
@@ -199,8 +195,8 @@ def main():
     parser.add_argument("programs", type=pathlib.Path, help="folder of the contestants' programs")
     parser.add_argument("output", type=pathlib.Path, help="folder for the results")
     parser.add_argument("--rounds", type=int, default=7, help="new processes for each contestant")
-    parser.add_argument("--slices", type=int, default=5, help="turns in a round")
-    parser.add_argument("--seconds", type=float, default=0.25, help="length of a turn")
+    parser.add_argument("--turns", type=int, default=12, help="turns in a round")
+    parser.add_argument("--seconds", type=float, default=0.1, help="length of a turn")
     parser.add_argument("--only", help="measures whose name contains this; no growth, no in-process results")
     effort = parser.parse_args()
     effort.output.mkdir(parents=True, exist_ok=True)

@@ -8,7 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 effort=("$@")
 if [[ ${1:-} == --smoke ]]; then
-    effort=(--rounds 1 --slices 1 --seconds 1 "${@:2}")
+    effort=(--rounds 1 --turns 1 --seconds 1 "${@:2}")
 fi
 
 scripts/setup.sh libsdl2-dev libsdl2-ttf-dev libcairo2-dev python3-matplotlib python3-numpy fonts-wqy-zenhei
