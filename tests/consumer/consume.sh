@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # consume.sh find_package|pkg-config PREFIX WORK_FOLDER
 # consume.sh add_subdirectory SOURCES WORK_FOLDER
-# Builds the program beside this script the way that the first argument names, with the compiler that CXX names,
-# and runs it on the display. PREFIX "/" stands for a library that the system has.
+# Builds the smallest example outside the project the way that the first argument names, with the compiler that CXX
+# names, and looks for its picture on the display. PREFIX "/" stands for a library that the system has.
 set -euo pipefail
 way=$1 from=$2 work=$3
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$here/../..
 : "${CXX:=g++}"
 
 rm -rf "$work"
@@ -31,7 +32,7 @@ case $way in
             export PKG_CONFIG_PATH LD_LIBRARY_PATH
         fi
         read -ra flags <<<"$(pkg-config --cflags --libs kivgles x11)"
-        "$CXX" -std=c++17 "$here/main.cpp" "${flags[@]}" -o "$work/consumer"
+        "$CXX" -std=c++17 "$root/examples/minimal/main.cpp" "${flags[@]}" -o "$work/consumer"
         ;;
     *)
         echo "${0##*/}: no such way: $way" >&2
@@ -39,4 +40,5 @@ case $way in
         ;;
 esac
 
-timeout 60 "$work/consumer"  # which waits for its picture
+"$root/tests/examples/check_picture.py" --kept "$root/tests/examples/pictures/minimal.png" \
+    --results "$work/$way" -- "$work/consumer"

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "faults/Scenarios.h"
+#include "support/Scenarios.h"
 
 namespace kivgles {
 

@@ -38,7 +38,7 @@ namespace {
 using namespace kivgles;
 
 constexpr unsigned int WATCHDOG = 30;  // seconds; a trial takes a tenth of one, with sanitizers one
-constexpr std::size_t ENOUGH = 3000;   // injections
+constexpr std::size_t ENOUGH = 4000;   // injections
 
 struct Injection {
     const Scenario* scenario;

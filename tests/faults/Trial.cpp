@@ -115,10 +115,7 @@ void Trial::Play() {
 
 int Trial::Take(const Step& step, Lines& lines) {
     const std::size_t said = recorder::Log("E ").size();
-    const int result = step.run(client);
-    if (step.operation == DRAW) {
-        (void)client.surface->Init(0);  // executed when this returns, with a context or without
-    }
+    const int result = step.Take(client);
     lines = recorder::Log("E ");
     lines.erase(lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(said));
     ExpectNoLeftovers();

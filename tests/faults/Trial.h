@@ -5,7 +5,7 @@
 #include <string>
 
 #include "faults/Effects.h"
-#include "faults/Scenarios.h"
+#include "support/Scenarios.h"
 
 namespace kivgles {
 

@@ -1,8 +1,6 @@
 #include <cmath>
-#include <cstdio>
 
 #include <GLES2/gl2.h>
-#include <gmock/gmock.h>
 
 #include "gl/FBOManager.h"
 #include "osd/OSDBitmap.h"
@@ -10,24 +8,13 @@
 #include "osd/OSDFrame.h"
 #include "osd/OSDRect.h"
 #include "osd/OSDRound.h"
-#include "support/Recorder.h"
 #include "support/Target.h"
 
 namespace kivgles {
 namespace {
 
-using recorder::Call;
-using recorder::Floats;
-using recorder::Numbers;
-using Calls = std::vector<std::string>;
-
 constexpr TagGLRectInfo WHOLE{-1, 1, 2, 2};
 constexpr TagGLRectInfo WHOLE_SOURCE{0, 1, 1, 1};
-
-Calls operator+(Calls calls, const Calls& more) {
-    calls.insert(calls.end(), more.begin(), more.end());
-    return calls;
-}
 
 class Renderers : public GLTest {
  protected:
@@ -40,167 +27,8 @@ class Renderers : public GLTest {
         return fbo;
     }
 
-    // The calls of one draw by a renderer that is made here; its names are the newest.
-    template <typename Renderer, typename Draw>
-    Calls CallsOf(const Draw& draw) {
-        Renderer renderer;
-        EXPECT_EQ(renderer.Init(), 0);
-        program = static_cast<GLuint>(recorder::Live("program").back());
-        vbo = static_cast<GLuint>(recorder::Live("buffer").back());
-        attribute =
-            std::max(glGetAttribLocation(program, "vPosition"), glGetAttribLocation(program, "coord"));
-        uniform = std::max(glGetUniformLocation(program, "color"), glGetUniformLocation(program, "tex"));
-        recorder::Record();
-        draw(renderer);
-        return recorder::Calls();
-    }
-
-    static Calls Target(const TagFrameBuffObject& fbo) {
-        return {Call("glBindFramebuffer", GL_FRAMEBUFFER, fbo.fboId),
-                Call("glViewport", 0, 0, fbo.width, fbo.height)};
-    }
-    Calls ClearedWindow() const {
-        return Target(windowTarget) + Calls{Call("glClearColor", 0, 0, 0, 0),
-                                            Call("glClear", GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT)};
-    }
-    Calls Program() const { return {Call("glUseProgram", program)}; }
-    Calls Texture(GLuint name) const {
-        return {Call("glActiveTexture", GL_TEXTURE0), Call("glBindTexture", GL_TEXTURE_2D, name),
-                Call("glUniform1i", uniform, 0)};
-    }
-    Calls Vertices(const Floats& vertices) const {
-        return {Call("glEnableVertexAttribArray", attribute), Call("glBindBuffer", GL_ARRAY_BUFFER, vbo),
-                Call("glVertexAttribPointer", attribute, 4, GL_FLOAT, GL_FALSE, 0, nullptr),
-                Call("glBufferData", GL_ARRAY_BUFFER, vertices.size() * 4, vertices, GL_DYNAMIC_DRAW)};
-    }
-    Calls Quad(const Floats& vertices) const {
-        return Vertices(vertices) +
-               Calls{Call("glDrawElements", GL_TRIANGLES, 6, GL_UNSIGNED_SHORT, Numbers{0, 1, 2, 3, 2, 1})};
-    }
-    Calls NoVertices() const {
-        return {Call("glBindBuffer", GL_ARRAY_BUFFER, 0), Call("glDisableVertexAttribArray", attribute)};
-    }
-    Calls FlatShape(const TagFrameBuffObject& fbo, const Floats& vertices, GLenum mode) const {
-        return Target(fbo) + Program() +
-               Calls{Call("glUniform4fv", uniform, 1, Floats{1, 0.5F, 0.25F, 0.125F})} + Vertices(vertices) +
-               Calls{Call("glDrawArrays", mode, 0, vertices.size() / 4)} + NoVertices() + noTarget;
-    }
-
-    const Calls premultiplying = {Call("glEnable", GL_BLEND),
-                                  Call("glBlendFunc", GL_SRC_ALPHA_SATURATE, GL_ZERO)};
-    const Calls blending = {Call("glEnable", GL_BLEND),
-                            Call("glBlendFunc", GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)};
-    const Calls noBlending = {Call("glDisable", GL_BLEND)};
-    const Calls noTexture = {Call("glBindTexture", GL_TEXTURE_2D, 0)};
-    const Calls noTarget = {Call("glBindFramebuffer", GL_FRAMEBUFFER, 0)};
-
     FBOManager table{64, 32};
-    GLuint program = 0;
-    GLuint vbo = 0;
-    GLint attribute = 0;
-    GLint uniform = 0;
 };
-
-TEST_F(Renderers, ShapesMakeTheirCallsInOrder) {
-    const auto fbo = MakeLayer(40, 20);
-    const TagColorRGBA color{1, 0.5F, 0.25F, 0.125F};
-    const Calls rectangle = CallsOf<OSDRect>([&](auto& rect) {
-        rect.DrawRect(fbo, {-0.5F, 0.75F, 1, 0.5F}, color);
-    });
-    EXPECT_EQ(rectangle, FlatShape(fbo, {-0.5F, 0.75F, 0, 1, 0.5F,  0.75F, 0, 1, -0.5F, 0.25F, 0, 1,
-                                         0.5F,  0.25F, 0, 1, -0.5F, 0.25F, 0, 1, 0.5F,  0.75F, 0, 1},
-                                   GL_TRIANGLES));
-    Floats fan = {0.5F, -0.25F, 0, 1};
-    for (int i = 0; i <= 72; i += 2) {
-        const auto angle = static_cast<float>(i * 3.141592653589793 / 36);
-        fan.insert(fan.end(), {0.5F + std::cos(angle) * 0.25F, -0.25F + std::sin(angle) * 0.5F, 0, 1});
-    }
-    const Calls ellipse = CallsOf<OSDRound>([&](auto& round) {
-        round.DrawRound(fbo, {0.5F, -0.25F, 0.25F, 0.5F}, color);
-    });
-    EXPECT_EQ(ellipse, FlatShape(fbo, fan, GL_TRIANGLE_FAN));
-}
-
-TEST_F(Renderers, CopiesMakeTheirCallsInOrder) {
-    const auto src = MakeLayer(40, 20);
-    const auto dst = MakeLayer(30, 10);
-    const Calls copy = CallsOf<OSDBlit>([&](auto& blit) {
-        blit.Blit({src, dst, {0.25F, 0.75F, 0.5F, 0.25F}, {-0.5F, 1, 1, 1.5F}});
-    });
-    EXPECT_EQ(copy, Target(dst) + Program() + Texture(src.textureId) +
-                        Quad({-0.5F, -0.5F, 0.25F, 0.5F, 0.5F, -0.5F, 0.75F, 0.5F, -0.5F, 1, 0.25F, 0.75F,
-                              0.5F, 1, 0.75F, 0.75F}) +
-                        NoVertices() + noTexture + noTarget);
-    const Calls display =
-        CallsOf<OSDFrame>([&](auto& frame) { frame.DisplayFBO(src.textureId, WHOLE_SOURCE, WHOLE, 64, 32); });
-    EXPECT_EQ(display, ClearedWindow() + Program() + premultiplying + Texture(src.textureId) +
-                           Quad({-1, -1, 0, 0, 1, -1, 1, 0, -1, 1, 0, 1, 1, 1, 1, 1}) + noBlending +
-                           NoVertices() + noTexture);
-}
-
-TEST_F(Renderers, BitmapsMakeTheirCallsInOrder) {
-    const auto fbo = MakeLayer(40, 20);
-    const Floats vertices = {-0.5F, 1, 0, 0, 0.5F, 1, 1, 0, -0.5F, -0.5F, 0, 1, 0.5F, -0.5F, 1, 1};
-    const std::uint8_t pixels[8] = {};
-    TagGLBitmapInfo info{pixels, {-0.5F, 1, 1, 1.5F}, 2, 1, GL_RGBA, 0};
-    unsigned int texture = 0;
-    const auto parameter = [](GLenum what, GLint value) {
-        return Call("glTexParameteri", GL_TEXTURE_2D, what, value);
-    };
-    const auto expectCalls = [&](const auto& draw, const auto& inBetween) {
-        const Calls calls = CallsOf<OSDBitmap>(draw);
-        ASSERT_EQ(std::sscanf(calls.at(2).c_str(), "glBindTexture(0xde1, %u)", &texture),
-                  1);  // a new name each time
-        const Calls upload = {
-            Call("glActiveTexture", GL_TEXTURE0),
-            Call("glGenTextures", 1, &texture),
-            Call("glBindTexture", GL_TEXTURE_2D, texture),
-            Call("glTexImage2D", GL_TEXTURE_2D, 0, GL_RGBA, 2, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, &pixels),
-            Call("glPixelStorei", GL_UNPACK_ALIGNMENT, 4),
-            parameter(GL_TEXTURE_MIN_FILTER, GL_LINEAR),
-            parameter(GL_TEXTURE_MAG_FILTER, GL_LINEAR),
-            parameter(GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE),
-            parameter(GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE)};
-        EXPECT_EQ(calls, upload + noTexture + inBetween() + noTexture +
-                             Calls{Call("glDeleteTextures", 1, std::vector<GLuint>{texture})});
-    };
-    const auto drawBitmap = [&](auto& bitmap) { bitmap.DrawBitmap(fbo, info); };
-    expectCalls(drawBitmap,
-                [&] { return Target(fbo) + Program() + Texture(texture) + Quad(vertices) + NoVertices(); });
-    info.blend = 1;
-    expectCalls(drawBitmap, [&] {
-        return Target(fbo) + blending + Program() + Texture(texture) + Quad(vertices) + NoVertices() +
-               noBlending;
-    });
-    expectCalls([&](auto& bitmap) { bitmap.DisplayBitmap(info, 64, 32); },
-                [&] {
-                    return ClearedWindow() + Program() + premultiplying + Texture(texture) + Quad(vertices) +
-                           NoVertices() + noBlending;
-                });
-}
-
-template <typename Renderer>
-void ExpectInitNeedsAProgram(const std::string& tag) {
-    SCOPED_TRACE(tag);
-    recorder::Reset();
-    recorder::Fail("glLinkProgram");
-    for (const int expectedStatus : {20, 0}) {
-        Renderer renderer;
-        EXPECT_EQ(renderer.Init(), expectedStatus);
-        EXPECT_EQ(recorder::Live("buffer").size(), expectedStatus == 0 ? 1U : 0U);
-    }
-    EXPECT_EQ(recorder::Log(), Calls{"E " + tag + ": create shader program fail"});
-    EXPECT_EQ(recorder::Counts()["glDeleteBuffers"], 1);
-    EXPECT_EQ(recorder::Live("shader").size() + recorder::Live("program").size(), 0U);
-}
-
-TEST_F(Renderers, InitReportsAProgramThatCannotBeBuiltAndWhatItMakesIsDeleted) {
-    ExpectInitNeedsAProgram<OSDRect>("OSDRect");
-    ExpectInitNeedsAProgram<OSDRound>("OSDRound");
-    ExpectInitNeedsAProgram<OSDBitmap>("OSDBitmap");
-    ExpectInitNeedsAProgram<OSDBlit>("OSDBlit");
-    ExpectInitNeedsAProgram<OSDFrame>("OSDFrame");
-}
 
 TEST_F(Renderers, AlphaIsReplacedBlendedOrMultipliedIntoTheWindow) {
     const auto fbo = MakeLayer(8, 8, {1, 1, 1, 1});

@@ -1,8 +1,6 @@
-#include <algorithm>
 #include <cerrno>
 #include <cstdlib>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <android/log.h>
@@ -90,26 +88,6 @@ TEST(Log, LeavesErrnoAlone) {
     dup2(saved, STDERR_FILENO);
     close(saved);
     EXPECT_EQ(after, ENOENT);
-}
-
-TEST(Log, KeepsLinesOfSeveralThreadsApart) {
-    const CapturedStderr captured;
-    std::vector<std::thread> writers;
-    for (int writer = 0; writer < 4; ++writer) {
-        writers.emplace_back([writer] {
-            for (int line = 0; line < 10; ++line) {
-                __android_log_print(ANDROID_LOG_INFO, "T", "%d\n", writer);
-            }
-        });
-    }
-    for (auto& writer : writers) {
-        writer.join();
-    }
-    const auto writes = captured.Writes();
-    for (int writer = 0; writer < 4; ++writer) {
-        EXPECT_EQ(std::count(writes.begin(), writes.end(), "I T: " + std::to_string(writer) + "\n"), 10);
-    }
-    EXPECT_EQ(writes.size(), 40U);
 }
 
 std::vector<std::string> received;

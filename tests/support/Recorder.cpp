@@ -351,7 +351,7 @@ ENTRY(EGLSurface, eglCreatePbufferSurface, (EGLDisplay display, EGLConfig config
       (display, config, list), Born("surface", next(display, config, list)), BadAlloc(EGL_NO_SURFACE))
 ENTRY(EGLSurface, eglCreateWindowSurface,
       (EGLDisplay display, EGLConfig config, EGLNativeWindowType window, const EGLint* list),
-      (display, config, window, list), Born("surface", next(display, config, window, list)),
+      (display, config, "window", list), Born("surface", next(display, config, window, list)),
       BadAlloc(EGL_NO_SURFACE))
 ENTRY(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), (display, context),
       (Gone("context", context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
@@ -408,6 +408,12 @@ int __android_log_print(int priority, const char* tag, const char* format, ...) 
     (void)std::vsnprintf(text, sizeof(text), format, arguments);
     va_end(arguments);
     const char letter = "??VDIWEF"[priority & 7];
-    Locked([&](State& state) { state.log.push_back(letter + (std::string(" ") + tag) + ": " + text); });
+    const std::string line = letter + (std::string(" ") + tag) + ": " + text;
+    Locked([&](State& state) {
+        state.log.push_back(line);
+        if (recording) {
+            state.calls.push_back(line);
+        }
+    });
     return __android_log_write(priority, tag, text);
 }

@@ -1,6 +1,9 @@
-#include "faults/Scenarios.h"
+#include "support/Scenarios.h"
 
+#include <optional>
 #include <string_view>
+
+#include "support/Process.h"
 
 namespace kivgles {
 
@@ -13,23 +16,58 @@ constexpr TagKivRectInfo WHOLE{0, 0, WIDTH, HEIGHT};
 constexpr TagKivColorRGBA RED{255, 0, 0, 255};
 constexpr TagKivColorRGBA GREY{0x80, 0x80, 0x80, 255};
 constexpr TagKivColorRGBA WHITE{255, 255, 255, 255};
-constexpr std::uint8_t BLUE[] = {0, 0, 255, 255};
+constexpr TagKivColorRGBA NO_COLOR{0, 0, 0, 0};
+constexpr std::uint8_t BLUE[] = {0, 0, 255, 255, 0, 0, 255, 255};
 constexpr int BROKE_ITS_WORD = -1;  // in another way than by its code
+constexpr int NO_CONTEXT = 102;
 
 TagKivBitmapInfo Bitmap(const TagKivRectInfo& rect) {
-    return {BLUE, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1, 1, rect};
+    return {BLUE, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 2, 1, rect};
 }
 
 struct Style {
     unsigned int size = 40;
     std::uint8_t bold = 0, italic = 0, underline = 0;
+    TagKivColorRGBA background = GREY;
 };
 TagKivTextInfo Text(std::u16string_view text, const Style& style = {}) {
     const auto length = static_cast<std::uint32_t>(text.size());
-    return {text.data(), length, WHITE, GREY, 0, style.size, style.bold, style.underline, style.italic};
+    return {text.data(), length,     WHITE,           style.background, 0,
+            style.size,  style.bold, style.underline, style.italic};
 }
 
 std::string Font(const std::string& name) { return KIVGLES_TEST_FONTS "/" + name; }
+
+// An operation on a layer, and its result when the handle names none.
+struct LayerOperation {
+    Operation operation;
+    std::function<int(KivGLDrawSurface&, unsigned int)> run;
+    int unknownHandleResult;
+};
+const LayerOperation LAYER_OPERATIONS[] = {
+    {DRAW, [](auto& s, auto handle) { return s.KivClearGLFBO(handle); }, 0},
+    {DRAW, [](auto& s, auto handle) { return s.KivDisplayFBO(handle, WHOLE, WHOLE); }, 101},
+    {DRAW,
+     [](auto& s, auto handle) {
+         return s.KivBlit({handle, FBO_HANDLE_BASE, WHOLE, WHOLE});
+     },
+     1},
+    {DRAW,
+     [](auto& s, auto handle) {
+         return s.KivBlit({FBO_HANDLE_BASE, handle, WHOLE, WHOLE});
+     },
+     1},
+    {DRAW, [](auto& s, auto handle) { return s.KivDrawText(handle, Text(u"A"), WHOLE); }, 1},
+    {DRAW, [](auto& s, auto handle) { return s.KivDrawRect(handle, WHOLE, RED); }, 1},
+    {DRAW,
+     [](auto& s, auto handle) {
+         return s.KivDrawRound(handle, {8, 8, 8, 8}, RED);
+     },
+     1},
+    {BITMAP, [](auto& s, auto handle) { return s.KivDrawBitmap(handle, Bitmap(WHOLE)); }, 101},
+    {BITMAP, [](auto& s, auto handle) { return s.KivDrawBitmapByBlend(handle, Bitmap(WHOLE)); }, 101},
+    {LAYER, [](auto& s, auto handle) { return s.KivDestoryGLFBO(handle); }, 0},
+};
 
 // --- Steps ---
 
@@ -42,11 +80,12 @@ Step Put(const std::function<int(KivGLDrawSurface&, unsigned int)>& put) {
 Step DrawText(std::u16string_view text, const Style& style = {}) {
     return Draw([=](auto& s, auto& layers) { return s.KivDrawText(layers[0], Text(text, style), WHOLE); });
 }
-Step Measure(std::u16string_view text, const Style& style = {}) {
-    return {MEASURE, [=](Client& client) {
-                unsigned int size = 0;
-                return client.surface->KivGetTextSize(Text(text, style), size, size);
-            }};
+Step Measure(std::u16string_view text, const Style& style = {}, int result = 0) {
+    return {MEASURE,
+            [=](Client& client) {
+                return client.surface->KivGetTextSize(Text(text, style), client.width, client.height);
+            },
+            result};
 }
 Step Init(unsigned int mask, int result = 0) {
     return {INIT, [mask](Client& client) { return client.surface->Init(mask); }, result};
@@ -65,12 +104,12 @@ Step Connect(std::size_t which, int result = 0) {
             },
             result};
 }
-Step MakeLayer(int result = 0) {
+Step MakeLayer(int result = 0, unsigned int width = WIDTH, unsigned int height = HEIGHT) {
     return {LAYER,
-            [](Client& client) {
+            [=](Client& client) {
                 unsigned int handle = 7;
                 const int code =
-                    client.surface->KivCreateGLFBO(handle, WIDTH, HEIGHT, KIV_COLOR_FORMAT_RGBA8888);
+                    client.surface->KivCreateGLFBO(handle, width, height, KIV_COLOR_FORMAT_RGBA8888);
                 if (code == 0) {
                     client.layers.push_back(handle);
                 }
@@ -85,12 +124,23 @@ Step DestroyLayer(std::size_t which) {
 Step Lose(std::size_t which) {
     return {DRAW, [which](Client& client) { return client.windows[which].reset(), 0; }};
 }
-Step Complaining(Step step) {
+Step Complaining(Step step, int result = 0) {
     step.complains = true;
+    step.result = result;
     return step;
 }
 
 using Steps = std::vector<Step>;
+
+// Each operation on a layer of that handle; with one result, or with those for a handle that names none.
+Steps OnLayer(const std::function<unsigned int(const Client&)>& handle, std::optional<int> result) {
+    Steps steps;
+    for (const LayerOperation& on : LAYER_OPERATIONS) {
+        const auto run = [on, handle](Client& client) { return on.run(*client.surface, handle(client)); };
+        steps.push_back({on.operation, run, result.value_or(on.unknownHandleResult), true});
+    }
+    return steps;
+}
 
 Steps operator+(Steps first, const Steps& second) {
     first.insert(first.end(), second.begin(), second.end());
@@ -102,7 +152,17 @@ Steps operator*(std::size_t times, const Steps& steps) {
 
 }  // namespace
 
-Client::Client(int slot) {
+int Step::Take(Client& client) const {
+    const int taken = run(client);
+    if (operation == DRAW) {
+        (void)client.surface->Init(0);  // waits, with a context or without
+    } else if (operation == DESTROY) {
+        AwaitThreadNum(client.threads);
+    }
+    return taken;
+}
+
+Client::Client(int slot) : threads(ThreadNum()) {
     for (int i = 0; i < WINDOW_NUM; ++i) {
         windows.push_back(std::make_unique<X11Window>(WIDTH, HEIGHT, i * WIDTH, slot * HEIGHT));
     }
@@ -115,21 +175,34 @@ const std::vector<Scenario>& Scenarios() {
     static const Step END = {DESTROY, [](Client& client) { return client.surface->KivDestoryGLContext(); }};
     static const Step REFRESH = Draw([](auto& s, auto&) { return s.KivRefreshOnSrceen(); });
     static const Step PAINT = Draw([](auto& s, auto&) { return s.KivDrawRect(FBO_HANDLE_BASE, WHOLE, RED); });
+    static const Step NO_WINDOW = {
+        CONNECT, [](Client& client) { return client.surface->KivConnectWindowSurface(nullptr); }, 101, true};
+    static const Step NO_LAYER = {LAYER, [](Client& client) { return client.surface->KivDestoryGLFBO(~0U); },
+                                  100, true};
     static const Steps START = {CREATION, Connect(0), MakeLayer()};
-    static const Steps SHAPES = {
-        Draw([](auto& s, auto& layers) { return s.KivClearGLFBO(layers[0]); }),
-        Draw([](auto& s, auto& layers) { return s.KivDrawRect(layers[0], WHOLE, RED); }),
-        Draw([](auto& s, auto& layers) {
-            return s.KivDrawRound(layers[0], {24, 8, 8, 8}, RED);
-        }),
-        Put([](auto& s, auto layer) { return s.KivDrawBitmap(layer, Bitmap(WHOLE)); }),
-        Put([](auto& s, auto layer) { return s.KivDrawBitmapByBlend(layer, Bitmap(WHOLE)); }),
-        Put([](auto& s, auto) { return s.KivDisplayBitmap(Bitmap(WHOLE)); }),
-        Draw([](auto& s, auto& layers) {
-            return s.KivBlit({layers[0], layers[1], WHOLE, WHOLE});
-        }),
-        Draw([](auto& s, auto& layers) { return s.KivDisplayFBO(layers[1], WHOLE, WHOLE); }),
-        REFRESH};
+    static const Steps SHAPES = {Draw([](auto& s, auto& layers) { return s.KivClearGLFBO(layers[0]); }),
+                                 Draw([](auto& s, auto& layers) {
+                                     return s.KivDrawRect(layers[0], {4, 2, 16, 12}, {1, 2, 128, 0});
+                                 }),
+                                 Draw([](auto& s, auto& layers) {
+                                     return s.KivDrawRound(layers[0], {24, 8, 8, 4}, RED);
+                                 }),
+                                 Put([](auto& s, auto layer) {
+                                     return s.KivDrawBitmap(layer, Bitmap({32, 12, 16, 6}));
+                                 }),
+                                 Put([](auto& s, auto layer) {
+                                     return s.KivDrawBitmapByBlend(layer, Bitmap({8, 12, 16, 6}));
+                                 }),
+                                 Put([](auto& s, auto) {
+                                     return s.KivDisplayBitmap(Bitmap({16, 6, 32, 12}));
+                                 }),
+                                 Draw([](auto& s, auto& layers) {
+                                     return s.KivBlit({layers[0], layers[1], {4, 6, 8, 24}, {4, 24, 16, 8}});
+                                 }),
+                                 Draw([](auto& s, auto& layers) {
+                                     return s.KivDisplayFBO(layers[1], {0, 12, 16, 24}, {40, 0, 20, 15});
+                                 }),
+                                 REFRESH};
     static const Steps TEXTS = {DrawText(u"AJKM"),
                                 DrawText(u"A Lx", {40, 0, 0, 1}),
                                 DrawText(u"AMQR", {20, 1, 0, 0}),
@@ -154,12 +227,39 @@ const std::vector<Scenario>& Scenarios() {
                                 Complaining(DrawText(u"  ", {20, 0, 0, 0})),
                                 Load(Font("rows.ttf")),
                                 DrawText(u"ABG"),
+                                Load(Font("space_breaks_row.ttf")),
+                                DrawText(u"A B", {0}),
                                 Load(Font("bearings.ttf"), 0, 0),
                                 Measure(u"AJKM")};
     // A texture of 64 pixels holds nine of the 26 characters.
     static const Steps ON_DEMAND = {Load(Font("many.ttf")), DrawText(u"AB"),
                                     DrawText(u"AYZ"),       DrawText(u"XYZ", {30, 1, 0, 1}),
                                     Measure(u"AZ"),         Measure(u"AZ", {30, 0, 1, 0})};
+    // A text is drawn to 127 units, and measured whole.
+    static const std::u16string LONG(200, u'A');
+    static const std::u16string_view NONE;
+    static const Steps ODD_TEXTS = {Load(Font("bearings.ttf")),
+                                    DrawText(LONG),
+                                    Measure(LONG),
+                                    DrawText(u""),
+                                    Measure(u""),
+                                    Complaining(DrawText(NONE, {40, 0, 0, 0, NO_COLOR})),
+                                    Measure(NONE),
+                                    Complaining(DrawText(NONE, {20, 0, 0, 0, NO_COLOR})),
+                                    Measure(NONE, {20}),
+                                    Complaining(DrawText(u"A\xDC00")),  // half a pair
+                                    DrawText(u"A", {40, 0, 1, 0, NO_COLOR}),
+                                    DrawText(u"A", {40, 0, 0, 0, NO_COLOR}),
+                                    DrawText(u"A", {40, 0, 0, 1, WHITE}),  // the text's own colour
+                                    DrawText(u"A", {40, 0, 0, 0, {255, 255, 255, 254}})};
+    const auto anyHandle = [](auto&) { return FBO_HANDLE_BASE + 1; };
+    const auto strayHandle = [](auto&) { return FBO_HANDLE_BASE + 9; };
+    const auto ownHandle = [](auto& client) { return client.layers[0]; };
+    static const Steps REFUSALS =
+        OnLayer(anyHandle, NO_CONTEXT) +
+        Steps{Connect(0, NO_CONTEXT),      Init(0x7F, NO_CONTEXT),        Load("", NO_CONTEXT),
+              MakeLayer(NO_CONTEXT),       Measure(u"A", {}, NO_CONTEXT), Complaining(REFRESH, NO_CONTEXT),
+              Complaining(END, NO_CONTEXT)};
 
     static const std::vector<Scenario> SCENARIOS = {
         {"life", "", 0, {CREATION, Init(0x7F), END, CREATION, Init(ENABLE_RECT), END}},
@@ -175,10 +275,20 @@ const std::vector<Scenario>& Scenarios() {
          START + Steps{Complaining(DrawText(u"A")), Init(ENABLE_TEXT), Measure(u"A"),
                        Complaining(DrawText(u"A", {20})), END}},
         {"small textures", "glGetIntegerv", 64, START + ON_DEMAND + Steps{END}},
+        {"no textures", "glGetIntegerv", 0,
+         START + Steps{Load(Font("rows.ttf")), DrawText(u"FGG", {0}), Measure(u"FGG", {0}), END}},
         {"fonts", "", 0, START + FONTS + Steps{END}},
+        {"odd texts", "", 0, START + ODD_TEXTS + Steps{END}},
+        {"refusals", "", 0,
+         REFUSALS + START + Steps{NO_WINDOW, Measure(u"A", {}, 103)} + OnLayer(strayHandle, {}) +
+             Steps{NO_LAYER, END} + REFUSALS},
+        {"layers without size", "", 0,
+         Steps{CREATION, Connect(0), Complaining(MakeLayer(0, 0, 0))} +
+             Steps{Complaining(DrawText(u"A", {20}))} + OnLayer(ownHandle, 0) + Steps{END}},
         // Failures within failures.
         {"no shader", "glCompileShader", 0, {CREATION, Init(ENABLE_RECT, 20), END}},
-        {"no program", "glAttachShader", 0, {CREATION, Init(ENABLE_TEXT, 20), END}},
+        {"no program", "glAttachShader", 0,
+         START + Steps{Init(ENABLE_TEXT, 20), Complaining(SHAPES[1]), Complaining(SHAPES[3], 20), END}},
         {"no context", "eglCreateContext", 0, {REFUSED, Complaining(REFRESH), END}},
         {"no window", "eglCreateWindowSurface", 0, {CREATION, Connect(0, 5), END}},
     };

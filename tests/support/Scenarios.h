@@ -1,5 +1,5 @@
-#ifndef KIVGLES_TESTS_FAULTS_SCENARIOS_H
-#define KIVGLES_TESTS_FAULTS_SCENARIOS_H
+#ifndef KIVGLES_TESTS_SUPPORT_SCENARIOS_H
+#define KIVGLES_TESTS_SUPPORT_SCENARIOS_H
 
 // What clients do, one public operation a step, and a picture that a surface draws when nothing fails.
 
@@ -33,8 +33,10 @@ struct Client {
 
     std::unique_ptr<KivGLDrawSurface> surface = std::make_unique<KivGLDrawSurface>();
     std::vector<std::unique_ptr<X11Window>> windows;  // no scenario uses the last one
+    std::size_t threads;                              // of the process, without a draw thread
     const X11Window* connected = nullptr;
     std::vector<unsigned int> layers;
+    unsigned int width = 0, height = 0;  // of the text measured last
 };
 
 struct Step {
@@ -42,13 +44,16 @@ struct Step {
     std::function<int(Client&)> run;  // returns the result code
     int result = 0;                   // without a fault
     bool complains = false;           // logs errors of its own without a fault
+
+    // What it asks for is done when this returns, also what is queued and the end of the draw thread.
+    int Take(Client& client) const;
 };
 
 struct Scenario {
     const char* name;
     const char* standingFault;  // a function that fails in every run; empty: none
     unsigned int standingResult;
-    std::vector<Step> steps;  // from CREATE to DESTROY
+    std::vector<Step> steps;  // to DESTROY
 };
 
 const std::vector<Scenario>& Scenarios();
@@ -58,4 +63,4 @@ std::string DrawPicture(KivGLDrawSurface& surface, const X11Window& window);
 
 }  // namespace kivgles
 
-#endif  // KIVGLES_TESTS_FAULTS_SCENARIOS_H
+#endif  // KIVGLES_TESTS_SUPPORT_SCENARIOS_H

@@ -15,7 +15,6 @@ Four Fields(const TagGLRectInfo& rect) { return {rect.x, rect.y, rect.width, rec
 Four Fields(const TagGLRoundInfo& round) {
     return {round.centerX, round.centerY, round.radiusX, round.radiusY};
 }
-Four Fields(const TagColorRGBA& color) { return {color.r, color.g, color.b, color.a}; }
 
 class Conversions : public testing::Test {
  protected:
@@ -69,34 +68,6 @@ TEST_F(Conversions, GeometryIsScaledByItsTargetAndNeverClamped) {
         EXPECT_THAT(Convert({9, 9, 9, 9}, width, height, 5), ElementsAre(before, before, before));
         EXPECT_EQ(recorder::Log(), Lines(3, "E KivGLDrawSurface: param is invalid\n"));
     }
-}
-
-TEST_F(Conversions, TextKeepsItsPointerAndOneIsFullIntensity) {
-    constexpr char16_t TEXT[] = u"x";
-    TagGLTextInfo text{};
-    surface.SetTextInfo({TEXT, 7, {0, 1, 2, 255}, {128, 254, 1, 0}, 3, 4, 5, 6, 8}, text);
-    EXPECT_EQ(Fields(text.fgColor), (Four{0, 1, 2 / 255.0F, 1}));
-    EXPECT_EQ(Fields(text.bgColor), (Four{128 / 255.0F, 254 / 255.0F, 1, 0}));
-    EXPECT_EQ(text.text, TEXT);
-    EXPECT_THAT((std::vector<unsigned int>{text.textLength, text.reserved, text.fontSize, text.bold,
-                                           text.underline, text.italic}),
-                ElementsAre(7, 3, 4, 5, 6, 8));
-}
-
-TEST_F(Conversions, UnknownFormatIsLoggedAndTakenAsRGBA) {
-    EXPECT_EQ(surface.ConvertFormatToGLES(9), 0x1908U);
-    EXPECT_EQ(recorder::Log(), Lines());
-    const std::uint8_t data[4] = {};
-    TagGLBitmapInfo bitmap{nullptr, {1, 2, 3, 4}, 0, 0, 0, 77};
-    surface.SetBitmapInfo(bitmap, {data, -1, 0, 0, 10, 20, {0, 0, 960, 540}}, 1920, 1080);
-    EXPECT_EQ(bitmap.data, data);
-    EXPECT_THAT((std::vector<unsigned int>{bitmap.width, bitmap.height, bitmap.glFormat, bitmap.blend}),
-                ElementsAre(10, 20, 0x1908, 77));
-    surface.SetBitmapInfo(bitmap, {data, 0, 0, 0, 10, 20, {0, 0, 1, 1}}, 0, 0);
-    EXPECT_EQ(Fields(bitmap.dstRect), (Four{-1, 1, 1, 1}));  // of the first
-    EXPECT_EQ(recorder::Log(), (Lines{"E KivGLDrawSurface: Color format is invalid -1\n",
-                                      "E KivGLDrawSurface: Color format is invalid 0\n",
-                                      "E KivGLDrawSurface: param is invalid\n"}));
 }
 
 TEST(ResultCodes, TranslateEveryStatus) {

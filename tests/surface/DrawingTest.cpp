@@ -1,12 +1,7 @@
-#include <gmock/gmock.h>
-
 #include "support/Surface.h"
 
 namespace kivgles {
 namespace {
-
-using testing::Contains;
-using Lines = std::vector<std::string>;
 
 constexpr Pixel BLACK{0, 0, 0, 255};
 constexpr Pixel RED{255, 0, 0, 255};
@@ -76,57 +71,36 @@ TEST_F(SurfaceTest, WindowHandleIsATargetAndAClearMakesTransparentBlack) {
     ExpectShown(window, 2, 2, BLACK);
 }
 
-TEST_F(SurfaceTest, HandlesThatNameNoLayerAreRefusedAndDoNoHarm) {
-    const unsigned int layer = MakeLayer(8, 8, {255, 0, 0, 255});
-    const unsigned int destroyed = MakeLayer(8, 8);
-    EXPECT_EQ(surface.KivDestoryGLFBO(destroyed), 0);
-    for (const unsigned int handle : {destroyed, 0U, 0x10010U, 0xFFFFFFFEU, 0xFFFFFFFFU}) {
-        for (const LayerOperation& operation : LAYER_OPERATIONS) {
-            EXPECT_EQ(operation.run(surface, handle), operation.unknownHandleResult)
-                << operation.name << handle;
+TEST_F(SurfaceTest, TextsBackgroundGlyphsAndUnderlineHaveTheirExactRectangles) {
+    const auto expect = [&](const Pixel& color, const std::vector<std::pair<int, int>>& places) {
+        for (const auto& [x, y] : places) {
+            ExpectShown(window, x, y, color);
         }
-        EXPECT_EQ(surface.KivDestoryGLFBO(handle), handle == 0xFFFFFFFF ? 100 : 0);
-    }
-    EXPECT_EQ(surface.KivDestoryGLFBO(FBO_HANDLE_BASE), 0);
-    EXPECT_THAT(recorder::Log(), Contains("E KivGLDrawSurface: There is not the fbo 0x10002\n"));
-    Show(layer, 8, 8);
-    ExpectShown(window, 7, 7, RED);
+    };
+    ASSERT_EQ(surface.KivLoadFont(KIVGLES_TEST_FONTS "/bearings.ttf", 40), 0);
+    std::u16string text = u"R";
+    ASSERT_EQ(surface.KivClearGLFBO(FBO_HANDLE_BASE), 0);
+    const TagKivTextInfo info{text.data(), 1, {200, 40, 0, 255}, {0, 80, 120, 255}, 0, 40, 0, 1, 0};
+    ASSERT_EQ(surface.KivDrawText(FBO_HANDLE_BASE, info, {4, 2, 50, 26}), 0);
+    text[0] = u' ';  // copied before
+    Refresh();
+    // Background (4, 2, 50, 26); glyph (10, 8, 10, 10) on a baseline 10 above the bottom edge; underline
+    // (4, 20, 50, 2), from 2 below the baseline.
+    expect(BLACK, {{3, 2}, {4, 1}, {54, 27}, {53, 28}, {3, 20}, {54, 21}});
+    expect({0, 80, 120, 255}, {{4, 2}, {53, 27}, {9, 8}, {10, 7}, {20, 17}, {19, 18}, {4, 19}, {53, 22}});
+    expect({200, 40, 0, 255}, {{10, 8}, {19, 17}, {4, 20}, {53, 21}});
 }
 
-TEST_F(SurfaceTest, ImpossibleSizesAreOnlyLoggedAndReadNothing) {
+TEST_F(SurfaceTest, ImpossibleBitmapsAreOnlyLoggedAndReadNothing) {
+    const unsigned int layer = MakeLayer(8, 8, {0, 255, 0, 255});
     for (const auto& [width, height] : {std::pair(0U, 0U), {0U, 5U}, {100000U, 100000U}, {0xFFFFFFFFU, 1U}}) {
-        SCOPED_TRACE(width);
-        recorder::Reset();
-        const unsigned int layer = MakeLayer(width, height);
-        for (const LayerOperation& operation : LAYER_OPERATIONS) {
-            EXPECT_EQ(operation.run(surface, layer), 0) << operation.name;
-        }
         const TagKivBitmapInfo bitmap{PIXEL_DATA, 9, 0, 0, width, height, {0, 0, 0xFFFFFFFF, 1}};
         EXPECT_EQ(surface.KivDrawBitmap(layer, bitmap), 0);
         EXPECT_EQ(surface.KivDisplayBitmap(bitmap), 0);
-        EXPECT_EQ(surface.KivDestoryGLFBO(layer), 0);
-        EXPECT_EQ(recorder::Log("E FBOManager"), Lines{"E FBOManager: Unable to set up render Target: "
-                                                       "RFRAMEBUFFER_INCOMPLETE_ATTACHMENT\n"});
-        EXPECT_EQ(recorder::Log("E KivGLDrawSurface: param is invalid\n").empty(), width != 0);
     }
-    const unsigned int layer = MakeLayer(8, 8, {0, 255, 0, 255});
     EXPECT_EQ(surface.KivDisplayBitmap({nullptr, 9, 0, 0, 4, 4, {0, 0, 8, 8}}), 0);
     Show(layer, 8, 8);
     ExpectShown(window, 7, 7, GREEN);
-}
-
-TEST_F(SurfaceTest, LayerThatCannotBeMadeLeavesTheHandleVariable) {
-    unsigned int handle = 7;
-    recorder::Fail("glGenTextures");
-    EXPECT_EQ(surface.KivCreateGLFBO(handle, 64, 32, 0), 21);
-    EXPECT_EQ(handle, 7U);
-    EXPECT_EQ(surface.KivCreateGLFBO(handle, 64, 32, 9), 0);
-    EXPECT_EQ(handle, 0x10001U);
-    EXPECT_EQ(recorder::Log("E"),
-              (Lines{"E KivGLDrawSurface: Color format is invalid 0\n", "E FBOManager: Create texture fail\n",
-                     "E GLDrawThread: Create FBO fail 21\n", "E FBOManager: Framebuffer complete.\n"}));
-    EXPECT_THAT(recorder::Log(),
-                Contains("W GLDrawThread: Create fbo fboHandleIndex 0x10001, width 64, height 32\n"));
 }
 
 }  // namespace

@@ -61,40 +61,5 @@ TEST(PackGreyPixels, GivesFullRangeBytesTopRowFirst) {
     FT_Done_FreeType(library);
 }
 
-TEST(GlyphLoader, RendersNoGlyphWithoutRoomAndTellsWhichCannotBeRendered) {
-    FT_Library library = nullptr;
-    ASSERT_EQ(FT_Init_FreeType(&library), 0);
-    struct Case {
-        const char* font;
-        const char* lastStep;  // of rendering
-    };
-    for (const Case& row : {Case{"bearings.ttf", "FT_Render_Glyph"}, Case{"bits.bdf", "FT_Bitmap_Convert"}}) {
-        SCOPED_TRACE(row.font);
-        recorder::Reset();
-        FT_Face face = nullptr;
-        ASSERT_EQ(FT_New_Face(library, TestFont(row.font).c_str(), 0, &face), 0);
-        (void)FT_Set_Pixel_Sizes(face, 0, 40);  // which the bitmap font refuses
-
-        GlyphLoader small(face, true, {4, 100});
-        EXPECT_TRUE(small.Load('A'));
-        EXPECT_FALSE(small.HasRoom());
-        EXPECT_TRUE(small.Render());
-        EXPECT_EQ(small.Pixels(), nullptr);
-        EXPECT_EQ(recorder::Counts()[row.lastStep], 0);
-
-        GlyphLoader large(face, false, {1024, 100});
-        EXPECT_TRUE(large.Load('A'));
-        EXPECT_TRUE(large.HasRoom());
-        EXPECT_TRUE(large.Render());
-        EXPECT_NE(large.Pixels(), nullptr);
-        EXPECT_TRUE(large.Load('A'));
-        recorder::Fail(row.lastStep);
-        EXPECT_FALSE(large.Render());
-        EXPECT_EQ(large.Pixels(), nullptr);
-        FT_Done_Face(face);
-    }
-    FT_Done_FreeType(library);
-}
-
 }  // namespace
 }  // namespace kivgles

@@ -1,20 +1,16 @@
 #ifndef KIVGLES_TESTS_TEXT_TEXTTEST_H
 #define KIVGLES_TESTS_TEXT_TEXTTEST_H
 
-// What the tests of text share: fonts, requests, and lists that tell what was called and logged.
+// What the tests of text share: fonts and requests.
 
 #include <ostream>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "kivgles/KivGLRecords.h"
-#include "support/Recorder.h"
 #include "support/Target.h"
 
 namespace kivgles {
-
-using Lines = std::vector<std::string>;
 
 // A font that make_fonts.py made.
 inline std::string TestFont(const std::string& name) { return KIVGLES_TEST_FONTS "/" + name; }
@@ -43,9 +39,6 @@ inline TagGLTextInfo Request(std::u16string_view text, const TextStyle& style = 
     info.italic = style.italic ? 1 : 0;
     return info;
 }
-
-// Makes GL's largest texture this small, for every question from now on; 0: GL gives no answer.
-inline void LimitTextureSize(unsigned int size) { recorder::Fail("glGetIntegerv", 1, true, size); }
 
 }  // namespace kivgles
 
