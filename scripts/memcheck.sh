@@ -22,7 +22,7 @@ check CmdMemoryTest '*'
 check BoundsCheckedTest '*'
 check LogTest '*'
 check DrawThreadTest 'TextInfo.*'
-check SurfaceTest 'Conversions.*:ResultCodes.*'
+check SurfaceTest 'ResultCodes.*'
 check TextTest 'PackGreyPixels.*'
 check RacesTest 'Races.First*:Teardown.*'
 echo "memcheck: no findings"

@@ -30,53 +30,23 @@ constexpr std::size_t LARGEST_BITMAP = 4096;  // pixels
 constexpr int FONT_LOADS = 2;                 // by one input: what takes longest, and has a target of its own
 constexpr int NO_CONTEXT = 102;
 
-constexpr int OPERATIONS = 18;
 constexpr int RESULTS[] = {0, 1, 5, 6, 15, 20, 21, 30, 31, 32, 100, 101, 102, 103};
-
-void Ignore(const __android_log_message*) {}
 
 // A surface, and what its answers have told about it.
 class Client {
  public:
     explicit Client(FuzzedDataProvider& input) : data(input) {}
 
-    void Operate() {
-        const unsigned int handle = Handle();
-        const bool known = handle == FBO_HANDLE_BASE || layers.count(handle) != 0;
-        const auto choice = data.ConsumeIntegralInRange<int>(0, 2 * OPERATIONS - 1);
-        const int operation = choice % OPERATIONS;
-        if (operation < 2) {
-            return operation == 0 ? CreateContext() : DestroyContext();
-        }
-        const int result = Perform(operation, handle);
-        Expect(std::find(std::begin(RESULTS), std::end(RESULTS), result) != std::end(RESULTS),
-               "a result code that is not documented");
-        Expect((result == NO_CONTEXT) == !hasThread, "102 does not tell whether there is a context");
-        const bool namesLayer = operation == 12 || operation == 14 || operation == 15;
-        Expect(!namesLayer || !hasThread || result == (known ? 0 : 1), "a layer is not known by its handle");
-        if (choice >= OPERATIONS) {
-            coroutine::Run();
-        }
-    }
+    void Operate();
     void Finish() {
         if (hasThread && surface.Init(0) == 0) {  // waits for everything queued
             ExpectNoLeftovers();
         }
-        DestroyContext();
+        (void)DestroyContext();
         Expect(CountLive() == 0, "EGL or GL objects are left behind");
     }
 
  private:
-    // With a record's memory, exactly as much as may be read.
-    struct Text {
-        std::vector<char16_t> units;
-        TagKivTextInfo info{};
-    };
-    struct Bitmap {
-        std::vector<std::uint8_t> pixels;
-        TagKivBitmapInfo info{};
-    };
-
     // Often within the size of a window or a layer, seldom anything.
     std::uint32_t Number() {
         const auto byte = data.ConsumeIntegral<std::uint8_t>();
@@ -93,8 +63,8 @@ class Client {
         return choice <= LAYERS ? FBO_HANDLE_BASE + choice : data.ConsumeIntegral<unsigned int>();
     }
     // Ends with a 0, or where its length says.
-    Text MakeText() {
-        std::vector<char16_t> units(data.ConsumeIntegralInRange<std::size_t>(0, LARGEST_TEXT), u'A');
+    TagKivTextInfo Text() {
+        units = std::vector<char16_t>(data.ConsumeIntegralInRange<std::size_t>(0, LARGEST_TEXT), u'A');
         if (!units.empty()) {
             units[units.size() / 2] = static_cast<char16_t>(data.ConsumeIntegral<std::uint16_t>());
         }
@@ -113,31 +83,34 @@ class Client {
         info.bold = style & 1;
         info.italic = style & 2;
         info.underline = style & 4;
-        return {std::move(units), info};
+        return info;
     }
-    Bitmap MakeBitmap() {
+    TagKivBitmapInfo Bitmap() {
         TagKivBitmapInfo info{};
         info.format = data.ConsumeBool() ? KIV_COLOR_FORMAT_RGBA8888 : data.ConsumeIntegral<std::int32_t>();
         info.width = Number();
         info.height = Number();
         info.dstRect = Rect();
         const std::uint64_t count = std::uint64_t{info.width} * info.height;
-        std::vector<std::uint8_t> pixels(count <= LARGEST_BITMAP ? count * 4 : 0);
+        pixels = std::vector<std::uint8_t>(count <= LARGEST_BITMAP ? count * 4 : 0);
         info.data = pixels.empty() ? nullptr : pixels.data();
-        return {std::move(pixels), info};
+        return info;
     }
-    void CreateContext() {
+    int CreateContext() {
         if (!hasThread) {
-            (void)surface.KivCreateGLContext();
+            (void)
+                surface.KivCreateGLContext();  // there is a thread even if that fails, with a code of its own
             hasThread = true;
         }
+        return 0;
     }
-    void DestroyContext() {
+    int DestroyContext() {
         Expect(surface.KivDestoryGLContext() == (hasThread ? 0 : NO_CONTEXT), "the context is not destroyed");
         coroutine::Run();
         Expect(coroutine::HasEnded(), "the draw thread does not end");
         hasThread = false;
         layers.clear();
+        return NO_CONTEXT;  // from now on
     }
     int ConnectWindow() {
         const auto window = data.ConsumeIntegralInRange<std::uintptr_t>(0, 3);
@@ -168,43 +141,11 @@ class Client {
     int MeasureText() {
         unsigned int width = 0;
         unsigned int height = 0;
-        return surface.KivGetTextSize(MakeText().info, width, height);
+        return surface.KivGetTextSize(Text(), width, height);
     }
-    int Perform(int operation, unsigned int handle) {
-        switch (operation) {
-            case 2:
-                return ConnectWindow();
-            case 3:
-                return surface.Init(data.ConsumeIntegral<unsigned int>());
-            case 4:
-                return LoadFont();
-            case 5:
-                return surface.KivRefreshOnSrceen();
-            case 6:
-            case 7:
-                return CreateLayer();
-            case 8:
-                return DestroyLayer();
-            case 9:
-                return surface.KivClearGLFBO(handle);
-            case 10:
-                return surface.KivDisplayFBO(handle, Rect(), Rect());
-            case 11:
-                return surface.KivBlit({handle, Handle(), Rect(), Rect()});
-            case 12:
-                return surface.KivDrawText(handle, MakeText().info, Rect());
-            case 13:
-                return MeasureText();
-            case 14:
-                return surface.KivDrawRect(handle, Rect(), Color());
-            case 15:
-                return surface.KivDrawRound(handle, {Number(), Number(), Number(), Number()}, Color());
-            case 16:
-                return surface.KivDisplayBitmap(MakeBitmap().info);
-            default:
-                return data.ConsumeBool() ? surface.KivDrawBitmapByBlend(handle, MakeBitmap().info)
-                                          : surface.KivDrawBitmap(handle, MakeBitmap().info);
-        }
+    int DrawBitmap(unsigned int handle) {
+        return data.ConsumeBool() ? surface.KivDrawBitmapByBlend(handle, Bitmap())
+                                  : surface.KivDrawBitmap(handle, Bitmap());
     }
     void ExpectNoLeftovers() const {
         Expect(CountLive(Kind::TEXTURE) <= layers.size() + ATLASES &&
@@ -213,17 +154,69 @@ class Client {
                "GL objects are left behind");
     }
 
+    struct Operation {
+        int (*perform)(Client&, unsigned int handle);
+        bool namesLayer = false;  // and needs it to be there
+    };
+    static const Operation OPERATIONS[];
+
     FuzzedDataProvider& data;
     KivGLDrawSurface surface;
+    std::vector<char16_t> units;  // exactly what the operation at work may read
+    std::vector<std::uint8_t> pixels;
     bool hasThread = false;
     int fontLoads = 0;
     std::set<unsigned int> layers;
 };
 
+const Client::Operation Client::OPERATIONS[] = {
+    {[](Client& c, unsigned int) { return c.CreateContext(); }},
+    {[](Client& c, unsigned int) { return c.DestroyContext(); }},
+    {[](Client& c, unsigned int) { return c.ConnectWindow(); }},
+    {[](Client& c, unsigned int) { return c.surface.Init(c.data.ConsumeIntegral<unsigned int>()); }},
+    {[](Client& c, unsigned int) { return c.LoadFont(); }},
+    {[](Client& c, unsigned int) { return c.surface.KivRefreshOnSrceen(); }},
+    {[](Client& c, unsigned int) { return c.CreateLayer(); }},
+    {[](Client& c, unsigned int) { return c.CreateLayer(); }},  // twice as often as it is destroyed
+    {[](Client& c, unsigned int) { return c.DestroyLayer(); }},
+    {[](Client& c, unsigned int handle) { return c.surface.KivClearGLFBO(handle); }},
+    {[](Client& c, unsigned int handle) { return c.surface.KivDisplayFBO(handle, c.Rect(), c.Rect()); }},
+    {[](Client& c, unsigned int handle) {
+        return c.surface.KivBlit({handle, c.Handle(), c.Rect(), c.Rect()});
+    }},
+    {[](Client& c, unsigned int handle) { return c.surface.KivDrawText(handle, c.Text(), c.Rect()); }, true},
+    {[](Client& c, unsigned int) { return c.MeasureText(); }},
+    {[](Client& c, unsigned int handle) { return c.surface.KivDrawRect(handle, c.Rect(), c.Color()); }, true},
+    {[](Client& c, unsigned int handle) {
+         return c.surface.KivDrawRound(handle, {c.Number(), c.Number(), c.Number(), c.Number()}, c.Color());
+     },
+     true},
+    {[](Client& c, unsigned int) { return c.surface.KivDisplayBitmap(c.Bitmap()); }},
+    {[](Client& c, unsigned int handle) { return c.DrawBitmap(handle); }},
+};
+
+void Client::Operate() {
+    const unsigned int handle = Handle();
+    const bool known = handle == FBO_HANDLE_BASE || layers.count(handle) != 0;
+    const auto choice = data.ConsumeIntegralInRange<std::size_t>(0, 2 * std::size(OPERATIONS) - 1);
+    const Operation& operation = OPERATIONS[choice % std::size(OPERATIONS)];
+    const int result = operation.perform(*this, handle);
+    units = std::vector<char16_t>();  // gone before the command is executed
+    pixels = std::vector<std::uint8_t>();
+    Expect(std::find(std::begin(RESULTS), std::end(RESULTS), result) != std::end(RESULTS),
+           "a result code that is not documented");
+    Expect((result == NO_CONTEXT) == !hasThread, "102 does not tell whether there is a context");
+    Expect(!operation.namesLayer || !hasThread || result == (known ? 0 : 1),
+           "a layer is not known by its handle");
+    if (choice >= std::size(OPERATIONS)) {
+        coroutine::Run();
+    }
+}
+
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    __android_log_set_logger(Ignore);
+    __android_log_set_logger([](const __android_log_message*) {});
     FuzzedDataProvider data(bytes, size);
     const auto failure = data.ConsumeIntegral<std::uint8_t>();
     stubgl::Reset(2048, failure < 0x80 ? failure : UINT_MAX);

@@ -18,10 +18,8 @@ using stubgl::Context;
 using stubgl::Expect;
 using stubgl::Kind;
 
-constexpr std::size_t ATTRIBUTE_SIZE = 4;  // floats a vertex
-constexpr EGLint WINDOW_WIDTH = 320;
-constexpr EGLint WINDOW_HEIGHT = 200;
 constexpr std::size_t TEXTURE_UNITS = 8;
+constexpr std::size_t ATTRIBUTE_SIZE = 4;  // floats a vertex
 
 struct Object {
     explicit Object(Kind theKind) : kind(theKind) {}
@@ -149,7 +147,6 @@ void glActiveTexture(GLenum unit) {
 }
 void glBindTexture(GLenum, GLuint name) { state.boundTexture[state.unit] = name; }
 void glPixelStorei(GLenum, GLint value) { state.alignment = value; }
-void glTexParameteri(GLenum, GLenum, GLint) {}
 
 void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
                   const void* pixels) {
@@ -187,8 +184,6 @@ void glTexSubImage2D(GLenum, GLint, GLint x, GLint y, GLsizei width, GLsizei hei
 void glGenBuffers(GLsizei n, GLuint* names) { Generate(Kind::BUFFER, n, names); }
 void glDeleteBuffers(GLsizei n, const GLuint* names) { Delete(Kind::BUFFER, n, names); }
 void glBindBuffer(GLenum, GLuint name) { state.arrayBuffer = name; }
-void glEnableVertexAttribArray(GLuint) {}
-void glDisableVertexAttribArray(GLuint) {}
 void glVertexAttribPointer(GLuint, GLint size, GLenum, GLboolean, GLsizei, const void*) {
     Expect(size == ATTRIBUTE_SIZE, "vertices of another size");
     state.attributeBuffer = state.arrayBuffer;
@@ -223,44 +218,27 @@ void glDrawElements(GLenum, GLsizei count, GLenum, const void* indices) {
 
 void glGenFramebuffers(GLsizei n, GLuint* names) { Generate(Kind::FRAMEBUFFER, n, names); }
 void glDeleteFramebuffers(GLsizei n, const GLuint* names) { Delete(Kind::FRAMEBUFFER, n, names); }
-void glBindFramebuffer(GLenum, GLuint) {}
-void glFramebufferTexture2D(GLenum, GLenum, GLenum, GLuint, GLint) {}
 GLenum glCheckFramebufferStatus(GLenum) {
     return Fails() ? GL_FRAMEBUFFER_UNSUPPORTED : GL_FRAMEBUFFER_COMPLETE;
 }
-void glViewport(GLint, GLint, GLsizei, GLsizei) {}
-void glClearColor(GLfloat, GLfloat, GLfloat, GLfloat) {}
-void glClear(GLbitfield) {}
-void glEnable(GLenum) {}
-void glDisable(GLenum) {}
-void glBlendFunc(GLenum, GLenum) {}
 void glGetIntegerv(GLenum, GLint* value) {
     if (IsCurrent()) {
         *value = state.maxTextureSize;
     }
 }
-const GLubyte* glGetString(GLenum) { return nullptr; }
 
 // Programs.
 
 GLuint glCreateShader(GLenum) { return IsCurrent() ? Make(Kind::SHADER) : 0; }
 void glDeleteShader(GLuint name) { Delete(Kind::SHADER, 1, &name); }
-void glShaderSource(GLuint, GLsizei, const GLchar* const*, const GLint*) {}
-void glCompileShader(GLuint) {}
 void glGetShaderiv(GLuint, GLenum what, GLint* value) { *value = what == GL_COMPILE_STATUS && !Fails(); }
-void glGetShaderInfoLog(GLuint, GLsizei, GLsizei*, GLchar*) {}
 GLboolean glIsShader(GLuint name) { return Find(Kind::SHADER, name) != nullptr; }
 GLuint glCreateProgram() { return IsCurrent() ? Make(Kind::PROGRAM) : 0; }
 void glDeleteProgram(GLuint name) { Delete(Kind::PROGRAM, 1, &name); }
-void glAttachShader(GLuint, GLuint) {}
-void glLinkProgram(GLuint) {}
 void glGetProgramiv(GLuint, GLenum what, GLint* value) { *value = what == GL_LINK_STATUS && !Fails(); }
-void glGetProgramInfoLog(GLuint, GLsizei, GLsizei*, GLchar*) {}
 GLboolean glIsProgram(GLuint name) { return Find(Kind::PROGRAM, name) != nullptr; }
-void glUseProgram(GLuint) {}
 GLint glGetAttribLocation(GLuint, const GLchar*) { return Fails() ? -1 : 0; }
 GLint glGetUniformLocation(GLuint, const GLchar*) { return Fails() ? -1 : 0; }
-void glUniform1i(GLint, GLint) {}
 void glUniform4fv(GLint, GLsizei, const GLfloat* value) {
     std::copy(value, value + 4, state.color);
     state.colorIsNew = true;
@@ -294,7 +272,7 @@ EGLBoolean eglMakeCurrent(EGLDisplay, EGLSurface, EGLSurface, EGLContext object)
     return EGL_TRUE;
 }
 EGLBoolean eglQuerySurface(EGLDisplay, EGLSurface, EGLint attribute, EGLint* value) {
-    *value = attribute == EGL_WIDTH ? WINDOW_WIDTH : WINDOW_HEIGHT;
+    *value = attribute == EGL_WIDTH ? 320 : 200;
     return EGL_TRUE;
 }
 EGLBoolean eglSwapBuffers(EGLDisplay, EGLSurface) { return EGL_TRUE; }

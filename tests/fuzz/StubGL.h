@@ -6,7 +6,8 @@
 
 #include <GLES2/gl2.h>
 
-// EGL and OpenGL ES without a driver, linked into a program in the place of the real ones.
+// EGL and OpenGL ES without a driver, linked into a program before the real ones. A GL function that is not
+// here is the real one, which does nothing without a context.
 //
 // Nothing is drawn. What GL would read from the caller is read in full, so that a sanitizer sees it, and what
 // would read or write where it must not ends the process: an upload outside its texture or over another one,

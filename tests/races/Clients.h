@@ -1,7 +1,7 @@
 #ifndef KIVGLES_TESTS_RACES_CLIENTS_H
 #define KIVGLES_TESTS_RACES_CLIENTS_H
 
-// Eight clients of one surface, each on a thread of its own.
+// Clients that use all there is of a surface: one, or eight at once, each on a thread of its own.
 
 #include <thread>
 #include <vector>
@@ -19,15 +19,18 @@ constexpr TagKivBitmapInfo WHITE_PIXEL{WHITE, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1
 // The opaque colour of a client's nth coloured command; no two have the same. No component is 1, which would
 // mean full intensity.
 inline TagKivColorRGBA CommandColor(unsigned int client, unsigned int nth) {
-    const auto component = [](unsigned int digit) { return static_cast<std::uint8_t>(digit + 2); };
-    return {component(client * 31 + nth / 62500), component(nth / 250 % 250), component(nth % 250), 255};
+    const auto component = [](unsigned int digit) { return static_cast<std::uint8_t>(digit % 250 + 2); };
+    return {component(client * 31 + nth / 62500 % 31), component(nth / 250), component(nth), 255};
 }
 
 // Draws shapes, texts and bitmaps, measures texts, loads a font, makes and destroys layers.
 struct Client {
+    static constexpr unsigned int ROUND = 50;  // commands
+
     KivGLDrawSurface* surface;
+    const char* font;     // bearings.ttf of the tests
     unsigned int canvas;  // a layer shared by all
-    unsigned int number;
+    unsigned int number = 0;
     unsigned int layer = 0;      // its own
     unsigned int commands = 0;   // sent
     unsigned int coloured = 0;   // of these, numbered by CommandColor
@@ -39,8 +42,12 @@ struct Client {
         failures += result == 0 ? 0 : 1;
     }
     TagKivColorRGBA NextColor() { return CommandColor(number, coloured++); }
-    void LoadFont() { Sent(surface->KivLoadFont(RACE_FONT, 40)); }
+    void LoadFont() { Sent(surface->KivLoadFont(font, 40)); }
     void MakeLayer() { Sent(surface->KivCreateGLFBO(layer, 64, 64, KIV_COLOR_FORMAT_RGBA8888)); }
+    void Start() {
+        MakeLayer();
+        LoadFont();
+    }
 
     // Before there is a font, 30 pixels a character are right as well; before the first text, 30.
     void MeasureText(const TagKivTextInfo& text, bool hasFont) {
@@ -52,26 +59,26 @@ struct Client {
         failures += measured || absent ? 0 : 1;
     }
     // Two commands, the first one for the background.
-    void DrawText(std::uint32_t fontSize) {
+    void DrawText(std::uint32_t fontSize, bool styled) {
         const std::vector<char16_t> units(4, u'A');  // gone when this returns
         TagKivTextInfo text{};
         text.text = units.data();
         text.textLength = 4;
         text.fontSize = fontSize;
+        text.bold = text.italic = styled;
         text.bgColor = NextColor();
         text.fgColor = NextColor();
         Sent(surface->KivDrawText(layer, text, CANVAS), 2);
         MeasureText(text, true);
     }
-    // 50 commands.
     void Round(unsigned int round) {
         for (int i = 0; i < 18; ++i) {
             lastRect = NextColor();
             Sent(surface->KivDrawRect(canvas, {8 * number, 0, 8, 32}, lastRect));
             Sent(surface->KivDrawRound(layer, {32, 32, 8, 8}, NextColor()));
         }
-        DrawText(40);  // from the standard atlas
-        DrawText(80);  // from one made for it
+        DrawText(40, false);           // from the standard atlas
+        DrawText(80, round % 8 == 0);  // from one made for it, and seldom made anew
         Sent(surface->KivDrawBitmap(layer, WHITE_PIXEL));
         Sent(surface->KivDrawBitmapByBlend(layer, WHITE_PIXEL));
         Sent(surface->KivDisplayBitmap(WHITE_PIXEL));
@@ -97,17 +104,16 @@ void OnClientThreads(Run run) {
     }
 }
 
-// Lets all clients do so many rounds at once. `canvas` is set to a layer that they share.
-inline std::vector<Client> RunClients(KivGLDrawSurface& surface, unsigned int& canvas, unsigned int rounds) {
+// Lets all clients do so many rounds at once, and returns what has become of them. `canvas` is set to a layer
+// that they share.
+inline std::vector<Client> RunClients(KivGLDrawSurface& surface, const char* font, unsigned int& canvas,
+                                      unsigned int rounds) {
     (void)surface.KivCreateGLFBO(canvas, CANVAS.width, CANVAS.height, KIV_COLOR_FORMAT_RGBA8888);
-    std::vector<Client> clients;
-    for (unsigned int number = 0; number < CLIENTS; ++number) {
-        clients.push_back({&surface, canvas, number});
-    }
+    std::vector<Client> clients(CLIENTS, Client{&surface, font, canvas});
     OnClientThreads([&clients, rounds](unsigned int number) {
         Client client = clients[number];  // its own memory, until it has ended
-        client.MakeLayer();
-        client.LoadFont();
+        client.number = number;
+        client.Start();
         for (unsigned int round = 0; round < rounds; ++round) {
             client.Round(round);
         }

@@ -6,7 +6,7 @@ namespace {
 
 TEST_F(SurfaceTest, LastRectangleOfEachOfEightClientsAtOnceIsTheOneShown) {
     unsigned int canvas = 0;
-    const auto clients = RunClients(surface, canvas, 50);  // 20,000 commands
+    const auto clients = RunClients(surface, RACE_FONT, canvas, 50);  // 20,000 commands
     Show(canvas, 64, 32);
     for (const Client& client : clients) {
         EXPECT_EQ(client.failures, 0U);

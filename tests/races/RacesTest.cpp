@@ -47,12 +47,18 @@ void Reset() {
     seen = Seen();
 }
 
-void QueueRects(KivGLDrawSurface& surface) {
+// Makes the context and queues the clients' rectangles, while the first draw waits for the last of them.
+void FillQueue(KivGLDrawSurface& surface) {
+    static KivGLSemaphore& queueIsFull = *new KivGLSemaphore(0);  // the draw thread may outlive main
+    Reset();
+    seen.holdsFirst = &queueIsFull;
+    ASSERT_EQ(surface.KivCreateGLContext(), 0);
     OnClientThreads([&surface](unsigned int client) {
         for (unsigned int nth = 0; nth < QUEUED; ++nth) {
             ASSERT_EQ(surface.KivDrawRect(FBO_HANDLE_BASE, CANVAS, CommandColor(client, nth)), 0);
         }
     });
+    queueIsFull.Signal();
 }
 
 TEST(Races, AMillionCommandsOfEightClientsAreExecutedInTheOrderOfEach) {
@@ -62,7 +68,7 @@ TEST(Races, AMillionCommandsOfEightClientsAreExecutedInTheOrderOfEach) {
     unsigned int commands = 0;
     ASSERT_EQ(surface.KivCreateGLContext(), 0);
     ASSERT_EQ(surface.KivConnectWindowSurface(reinterpret_cast<ANativeWindow*>(1)), 0);
-    const auto clients = RunClients(surface, canvas, 2500);
+    const auto clients = RunClients(surface, RACE_FONT, canvas, 2500);
     EXPECT_EQ(surface.KivDestoryGLContext(), 0);
     for (const Client& client : clients) {
         EXPECT_EQ(client.failures, 0U);
@@ -88,7 +94,7 @@ TEST(Races, FirstTextOfALifeIsDrawnWhileOthersMeasure) {
         KivGLDrawSurface surface;
         ASSERT_EQ(surface.KivCreateGLContext(), 0);
         OnClientThreads([&surface, &text, life](unsigned int number) {
-            Client client{&surface, FBO_HANDLE_BASE, number};
+            Client client{&surface, RACE_FONT, FBO_HANDLE_BASE, number};
             if (number == CLIENTS - 1) {
                 client.Sent(surface.KivDrawText(FBO_HANDLE_BASE, text, CANVAS));
             }
@@ -105,14 +111,9 @@ TEST(Races, FirstTextOfALifeIsDrawnWhileOthersMeasure) {
 
 TEST(Teardown, ExecutesAFullQueueAndLeavesNothingLifeAfterLife) {
     for (int life = 0; life < 6; ++life) {
-        Reset();
-        KivGLSemaphore queueIsFull(0);
-        seen.holdsFirst = &queueIsFull;
         {
             KivGLDrawSurface surface;
-            ASSERT_EQ(surface.KivCreateGLContext(), 0);
-            QueueRects(surface);
-            queueIsFull.Signal();
+            FillQueue(surface);
             EXPECT_TRUE(life % 2 == 0 || surface.KivDestoryGLContext() == 0);
         }
         for (const unsigned int count : seen.executed) {
@@ -162,22 +163,14 @@ TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTh
     EXPECT_GT(executed, 0U);
 }
 
-// Never destroyed: the draw thread may outlive main.
-KivGLDrawSurface* surfaceAtExit = nullptr;
-KivGLSemaphore* queueIsFullAtExit = nullptr;
-
 [[noreturn]] void ExitWithAFullQueue(bool destroy) {
-    Reset();
-    queueIsFullAtExit = new KivGLSemaphore(0);
-    seen.holdsFirst = queueIsFullAtExit;
-    surfaceAtExit = new KivGLDrawSurface;
-    const int result = surfaceAtExit->KivCreateGLContext();
-    QueueRects(*surfaceAtExit);
-    queueIsFullAtExit->Signal();
+    static KivGLDrawSurface* surface =
+        new KivGLDrawSurface;  // reached, so no leak, while the draw thread works
+    FillQueue(*surface);
     if (destroy) {
-        delete surfaceAtExit;
+        delete std::exchange(surface, nullptr);
     }
-    std::exit(testing::Test::HasFailure() ? EXIT_FAILURE : result);
+    std::exit(testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
 }
 
 TEST(Exit, IsCleanWhileTheDrawThreadWorksAndStraightAfterItsLastCommands) {

@@ -1,4 +1,4 @@
-// Soak CYCLES COMMANDS FONT: what months in a service come to. So many lives of a surface, then so many paced
+// Soak CYCLES COMMANDS FONT: what months in a service come to. So many lives of a surface, then so many
 // commands in one life. Prints what the process holds along the way; fails when that does not stay flat.
 
 #include <algorithm>
@@ -6,8 +6,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
-#include <string>
-#include <vector>
 
 #include <android/log.h>
 #include <dlfcn.h>
@@ -15,29 +13,20 @@
 #include <unistd.h>
 
 #include "bounds_checked.h"
-#include "kivgles/KivGLDrawSurface.h"
+#include "races/Clients.h"
 #include "support/Process.h"
 #include "support/Recorder.h"
 #include "support/Target.h"
 
+namespace kivgles {
 namespace {
 
-using namespace kivgles;
+constexpr long ALLOWED_GROWTH = 1024;  // KiB
 
-constexpr long ALLOWED_GROWTH = 1024;         // KiB
-constexpr unsigned int COMMANDS_A_PACE = 60;  // between two waits for the draw thread
-constexpr unsigned int LAYER_SIZE = 64;
-
-void Ignore(const __android_log_message*) {}
-
-[[noreturn]] void Fail(const char* what) {
-    std::printf("soak: FAILED, %s\n", what);
-    std::exit(EXIT_FAILURE);
-}
-
-void Succeed(int result) {
-    if (result != 0) {
-        Fail(("an operation returned " + std::to_string(result)).c_str());
+void Expect(bool holds, const char* failure) {
+    if (!holds) {
+        std::printf("soak: FAILED, %s\n", failure);
+        std::exit(EXIT_FAILURE);
     }
 }
 
@@ -63,8 +52,8 @@ void SteadyHeap() {
 struct Holdings {
     long resident = 0;  // KiB, of the whole process
     long heap = 0;      // KiB in use
-    std::size_t descriptors = 0;
-    std::size_t threads = 0;
+    std::size_t descriptors = DescriptorNum();
+    std::size_t threads = ThreadNum();
     std::size_t objects = 0;  // of GL, EGL and FreeType
 };
 
@@ -74,8 +63,6 @@ Holdings Look() {
     std::ifstream("/proc/self/statm") >> pages >> pages;
     now.resident = pages * (sysconf(_SC_PAGESIZE) / 1024);
     now.heap = static_cast<long>(mallinfo2().uordblks / 1024);
-    now.descriptors = DescriptorNum();
-    now.threads = ThreadNum();
     for (const char* const kind :
          {"texture", "buffer", "framebuffer", "shader", "program", "context", "surface", "face", "library"}) {
         now.objects += recorder::Live(kind).size();
@@ -83,167 +70,76 @@ Holdings Look() {
     return now;
 }
 
-// Looks at the process along `total` steps. After the first tenth nothing may be added.
-class Watch {
- public:
-    Watch(const char* watched, unsigned int steps) : name(watched), total(steps) {}
-
-    bool IsDue(unsigned int step) const {
-        return step == 0 || step == total / 10 || step == total / 4 || step == total / 2 || step == total;
-    }
-    void Examine(unsigned int step);
-
- private:
-    const char* name;
-    unsigned int total;
-    Holdings reference;
-};
-
-void Watch::Examine(unsigned int step) {
-    if (step == 0) {
-        reference = Look();
-    }
-    AwaitThreadNum(reference.threads);
-    const Holdings now = Look();
-    const bool judged = step > total / 10;
-    std::printf("soak: %8u %s: resident %ld KiB, heap %ld KiB, %zu descriptors, %zu threads, %zu objects\n",
-                step, name, now.resident, now.heap, now.descriptors, now.threads, now.objects);
-    if (!judged) {
-        reference = now;
-    } else if (now.descriptors > reference.descriptors || now.threads > reference.threads ||
-               now.objects > reference.objects) {
-        Fail("descriptors, threads or objects are left behind");
-    } else if (std::max(now.resident - reference.resident, now.heap - reference.heap) > ALLOWED_GROWTH &&
-               !HasSanitizer()) {
-        Fail("the memory grows");
-    }
-}
-
-// A surface on a window, with a font and two layers.
-class Client {
- public:
-    Client(const X11Window& window, const std::string& fontPath) : font(fontPath) {
-        Succeed(surface.KivCreateGLContext());
-        Succeed(surface.KivConnectWindowSurface(window.Native()));
-        Succeed(surface.Init(ENABLE_TEXT));
-        Succeed(surface.KivLoadFont(font, 40));
-        for (unsigned int& layer : layers) {
-            Succeed(surface.KivCreateGLFBO(layer, LAYER_SIZE, LAYER_SIZE, KIV_COLOR_FORMAT_RGBA8888));
+// Does so many steps, and looks at the process along them. After the first tenth nothing may be added.
+template <typename Step>
+void Watch(const char* steps, unsigned int total, const Step& step) {
+    Holdings reference = Look();
+    for (unsigned int done = 0; done <= total; ++done) {
+        if (done != 0) {
+            step(done);
+            recorder::Reset();  // it collects the log
         }
+        if (done != 0 && done != total / 10 && done != total / 4 && done != total / 2 && done != total) {
+            continue;
+        }
+        AwaitThreadNum(reference.threads);
+        const Holdings now = Look();
+        std::printf(
+            "soak: %8u %s: resident %ld KiB, heap %ld KiB, %zu descriptors, %zu threads, %zu objects\n", done,
+            steps, now.resident, now.heap, now.descriptors, now.threads, now.objects);
+        if (done <= total / 10) {
+            reference = now;
+            continue;
+        }
+        Expect(now.descriptors <= reference.descriptors && now.threads <= reference.threads &&
+                   now.objects <= reference.objects,
+               "descriptors, threads or objects are left behind");
+        Expect(std::max(now.resident - reference.resident, now.heap - reference.heap) <= ALLOWED_GROWTH ||
+                   HasSanitizer(),
+               "the memory grows");
+    }
+}
+
+// A surface on a window, and its client.
+struct Life {
+    Life(const X11Window& window, const char* font) : client{&surface, font, FBO_HANDLE_BASE} {
+        client.Sent(surface.KivCreateGLContext());
+        client.Sent(surface.KivConnectWindowSurface(window.Native()));
+        client.Start();
+    }
+    void Round(unsigned int round) {
+        client.Round(round);
+        Expect(client.failures == 0, "an operation has failed");
     }
 
-    // The nth of an endless row of commands, all kinds in turn.
-    void Command(unsigned int n);
-    // Until all of them are executed.
-    void Wait();
-
- private:
-    void DrawText(unsigned int n);
-    void RenewLayer();
-
-    std::string font;
     KivGLDrawSurface surface;
-    unsigned int layers[2] = {};
-    std::vector<std::uint8_t> pixels = std::vector<std::uint8_t>(16 * 16 * 4, 0x80);
+    Client client;
 };
 
-void Client::Command(unsigned int n) {
-    const TagKivRectInfo whole{0, 0, LAYER_SIZE, LAYER_SIZE};
-    const TagKivRectInfo part{n % 40, n % 30, 20, 30};
-    const TagKivColorRGBA color{static_cast<std::uint8_t>(n), 100, 200, 255};
-    const TagKivBitmapInfo bitmap{pixels.data(), KIV_COLOR_FORMAT_RGBA8888, 0, 0, 16, 16, part};
-    switch (n % 10) {
-        case 0:
-            return Succeed(surface.KivClearGLFBO(layers[0]));
-        case 1:
-            return Succeed(surface.KivDrawRect(layers[0], part, color));
-        case 2:
-            return Succeed(surface.KivDrawRound(layers[0], {n % 60, 20, 10, 15}, color));
-        case 3:
-        case 4:
-            return DrawText(n);
-        case 5:
-            return Succeed(surface.KivBlit({layers[0], layers[1], part, whole}));
-        case 6:
-            return Succeed(n % 4 < 2 ? surface.KivDrawBitmap(layers[1], bitmap)
-                                     : surface.KivDrawBitmapByBlend(layers[1], bitmap));
-        case 7:
-            return Succeed(surface.KivDisplayFBO(layers[1], whole, whole));
-        case 8:
-            return Succeed(surface.KivRefreshOnSrceen());
-        default:
-            if (n % 1000 == 999) {
-                RenewLayer();
-            }
-            return n % COMMANDS_A_PACE == COMMANDS_A_PACE - 1 ? Wait() : DrawText(n);
-    }
-}
+void Run(unsigned int cycles, unsigned int commands, const char* font) {
+    const X11Window window(CANVAS.width, CANVAS.height);
+    Watch("lives", cycles, [&](unsigned int cycle) { Life(window, font).Round(cycle); });
 
-void Client::Wait() {
-    Succeed(surface.Init(0));
-    recorder::Reset();  // it collects the log
-}
-
-// In the standard style and three others, and measured.
-void Client::DrawText(unsigned int n) {
-    TagKivTextInfo text{};
-    text.text = u"AJKM";
-    text.textLength = 4;
-    text.fgColor = {255, 255, 255, 255};
-    text.bgColor = {0, 0, 0, 128};
-    text.fontSize = n % 3 == 0 ? 40 : 20 + n % 8;
-    text.bold = n % 5 == 0;
-    text.italic = n % 7 == 0;
-    text.underline = n % 2 == 0;
-    Succeed(surface.KivDrawText(layers[0], text, {0, 0, LAYER_SIZE, LAYER_SIZE}));
-    unsigned int width = 0;
-    unsigned int height = 0;
-    Succeed(surface.KivGetTextSize(text, width, height));
-}
-
-void Client::RenewLayer() {
-    Succeed(surface.KivDestoryGLFBO(layers[0]));
-    Succeed(surface.KivCreateGLFBO(layers[0], LAYER_SIZE, LAYER_SIZE, KIV_COLOR_FORMAT_RGBA8888));
-    Succeed(surface.KivLoadFont(font, 40));
+    Life life(window, font);
+    const unsigned int rounds = (commands + Client::ROUND - 1) / Client::ROUND;
+    Watch("rounds of 50 commands", rounds, [&](unsigned int round) { life.Round(round); });
+    std::printf("soak: passed, %u lives and %u commands\n", cycles, commands);
 }
 
 }  // namespace
+}  // namespace kivgles
 
 int main(int argc, char** argv) {
     if (argc != 4) {
         std::fprintf(stderr, "usage: %s CYCLES COMMANDS FONT\n", argv[0]);
         return 2;
     }
-    const auto cycles = static_cast<unsigned int>(std::strtoul(argv[1], nullptr, 10));
-    const auto commands = static_cast<unsigned int>(std::strtoul(argv[2], nullptr, 10));
-    const std::string font = argv[3];
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
-    SteadyHeap();
-    __android_log_set_logger(Ignore);
-    const X11Window window(LAYER_SIZE, LAYER_SIZE);
-
-    Watch lives("lives", cycles);
-    for (unsigned int cycle = 0; cycle <= cycles; ++cycle) {
-        if (cycle != 0) {
-            Client client(window, font);
-            for (unsigned int n = 0; n < COMMANDS_A_PACE; ++n) {
-                client.Command(n);
-            }
-        }
-        if (lives.IsDue(cycle)) {
-            lives.Examine(cycle);
-        }
-    }
-
-    Client client(window, font);
-    Watch life("commands", commands);
-    for (unsigned int n = 0; n <= commands; ++n) {
-        client.Command(n);
-        if (life.IsDue(n)) {
-            client.Wait();
-            life.Examine(n);
-        }
-    }
-    std::printf("soak: passed, %u lives and %u commands\n", cycles, commands);
+    kivgles::SteadyHeap();
+    __android_log_set_logger([](const __android_log_message*) {});
+    const auto number = [](const char* text) {
+        return static_cast<unsigned int>(std::strtoul(text, nullptr, 10));
+    };
+    kivgles::Run(number(argv[1]), number(argv[2]), argv[3]);
     return EXIT_SUCCESS;
 }

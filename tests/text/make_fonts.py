@@ -1,9 +1,15 @@
-"""make_fonts.py DIRECTORY: writes the small fonts of the text tests.
+"""make_fonts.py DIRECTORY: writes the small fonts of the tests.
 
 Glyphs are filled rectangles on an em of 40 units, so that at 40 pixels a unit is a pixel. Each font shows one
 property; the tests know the numbers.
+
+DIRECTORY/seeds: what the fuzz target for fonts starts from, one of each kind of glyph that the text code tells
+apart.
+DIRECTORY/damaged: fonts that once kept the library busy for hours: every 32-bit code on one glyph, and on one of
+10,000 pixels. Still slow, they are run once and not varied.
 """
 import pathlib
+import struct
 import sys
 
 from fontTools.fontBuilder import FontBuilder
@@ -11,6 +17,7 @@ from fontTools.pens.t2CharStringPen import T2CharStringPen
 from fontTools.pens.ttGlyphPen import TTGlyphPen
 from fontTools.ttLib import newTable
 from fontTools.ttLib.tables import ttProgram
+from fontTools.ttLib.tables.DefaultTable import DefaultTable
 
 EMPTY = (0, 0, 0, 0, 10)
 
@@ -45,31 +52,26 @@ FONTS = {
     "outlines.otf": {" ": EMPTY, "A": (2, 0, 10, 20, 14), "J": (-5, -6, 12, 20, 9)},
 }
 
-# Eleven columns, so two bytes a row, and five with negative bearings.
-BDF = """STARTFONT 2.1
-FONT bits
-SIZE 40 72 72
-FONTBOUNDINGBOX 11 3 -1 -1
-CHARS 2
-STARTCHAR A
-ENCODING 65
-DWIDTH 12 0
-BBX 11 3 0 0
-BITMAP
-8020
-FFE0
-5540
-ENDCHAR
-STARTCHAR B
-ENCODING 66
-DWIDTH 6 0
-BBX 5 2 -1 -1
-BITMAP
-A8
-50
-ENDCHAR
-ENDFONT
-"""
+# What FontFuzz.cpp takes from the end of its input, last byte first: texture size, size of the standard style, size
+# and style of two requests, four units of text.
+PARAMETERS = "JKMQ".encode("utf-16-le") + bytes([3, 60, 1, 24, 40, 0])
+
+# Character: bounding box and advance, and rows of one bit a pixel. Eleven columns, so two bytes a row, and five with
+# negative bearings.
+BITMAPS = {
+    "A": ("11 3 0 0", 12, ["8020", "FFE0", "5540"]),
+    "B": ("5 2 -1 -1", 6, ["A8", "50"]),
+}
+
+
+def bitmap_font(depth):
+    """A BDF font; at more bits a pixel its rows are repeated to the length that they need."""
+    lines = ["STARTFONT 2.1", "FONT bits", f"SIZE 40 72 72 {depth}", "FONTBOUNDINGBOX 11 3 -1 -1",
+             f"CHARS {len(BITMAPS)}"]
+    for char, (box, advance, rows) in BITMAPS.items():
+        lines += [f"STARTCHAR {char}", f"ENCODING {ord(char)}", f"DWIDTH {advance} 0", f"BBX {box}", "BITMAP",
+                  *[row * depth for row in rows], "ENDCHAR"]
+    return "\n".join(lines + ["ENDFONT", ""]).encode()
 
 
 def outline(pen, left, bottom, width, height):
@@ -106,15 +108,31 @@ def build(name, glyphs):
     font.setupNameTable({"familyName": "Test", "styleName": name})
     font.setupOS2()
     font.setupPost()
+    return font.font
+
+
+def damaged_font(size):
+    """A font with all 32-bit codes on one glyph, of so many pixels."""
+    font = build("damaged.ttf", {"A": (0, 0, size, size, size)})
+    font["cmap"] = DefaultTable("cmap")
+    font["cmap"].data = struct.pack(">HHHHLHHLLLLLL", 0, 1, 3, 10, 12, 13, 0, 28, 0, 1, 0x20, 0xFFFFFFFF, 1)
     return font
 
 
 def main():
-    directory = pathlib.Path(sys.argv[1])
-    directory.mkdir(parents=True, exist_ok=True)
+    directory, seeds, damaged = (pathlib.Path(sys.argv[1]) / name for name in ("", "seeds", "damaged"))
+    for folder in (directory, seeds, damaged):
+        folder.mkdir(parents=True, exist_ok=True)
     for name, glyphs in FONTS.items():
         build(name, glyphs).save(directory / name)
-    (directory / "bits.bdf").write_text(BDF, encoding="ascii")
+    (directory / "bits.bdf").write_bytes(bitmap_font(1))
+
+    for name, size in (("map", 16), ("size", 10000)):
+        damaged_font(size).save(damaged / name)
+    fonts = {name: (directory / name).read_bytes() for name in ("bearings.ttf", "outlines.otf", "bits.bdf")}
+    fonts |= {"bits2.bdf": bitmap_font(2), "bits8.bdf": bitmap_font(8), "empty": b""}
+    for name, font in fonts.items():
+        (seeds / name).write_bytes(font + PARAMETERS)
 
 
 if __name__ == "__main__":
