@@ -3,8 +3,9 @@
 #include <atomic>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <new>
+#include <string>
+#include <utility>
 
 #include "kivgles/KivGLDrawSurface.h"
 
@@ -12,36 +13,49 @@ using kivgles::KivGLDrawSurface;
 
 namespace {
 
-KivGLDrawSurface* neverDestroyed = nullptr;
 std::atomic<bool> heapIsEmpty{false};
+thread_local int failsAt = 0;  // which allocation of this thread from now on; 0: none
+
+// Lets the nth allocation of a creation fail. False when there are not so many.
+bool FailCreation(KivGLDrawSurface& surface, int nth) {
+    failsAt = nth;
+    try {
+        (void)surface.KivCreateGLContext();
+    } catch (const std::bad_alloc&) {
+        std::printf("bad_alloc\n");
+    }
+    const bool failed = std::exchange(failsAt, 0) == 0;
+    (void)surface.KivDestoryGLContext();
+    return failed;
+}
 
 }  // namespace
 
 void* operator new(std::size_t size) {
-    void* const memory = heapIsEmpty ? nullptr : std::malloc(size);
-    if (memory == nullptr) {
-        throw std::bad_alloc();
-    }
-    return memory;
+    const bool fails = heapIsEmpty || (failsAt != 0 && --failsAt == 0);
+    void* const memory = fails ? nullptr : std::malloc(size);
+    return memory != nullptr ? memory : throw std::bad_alloc();
 }
 // Not inlined: g++ would see memory of `new` go to `free`.
 [[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
-int main(int argc, char** argv) {
-    if (argc > 1 && std::strcmp(argv[1], "idle") == 0) {
-        neverDestroyed = new KivGLDrawSurface;
-        return neverDestroyed->KivCreateGLContext() + neverDestroyed->Init(0x7F);
+int main(int, char** argv) {
+    const std::string way = argv[1];
+    if (way == "idle") {
+        static KivGLDrawSurface& neverDestroyed = *new KivGLDrawSurface;
+        return neverDestroyed.KivCreateGLContext() + neverDestroyed.Init(0x7F);
     }
-    if (argc > 1 && std::strcmp(argv[1], "starved") == 0) {
-        KivGLDrawSurface surface;
+    KivGLDrawSurface surface;
+    if (way == "starved") {
         (void)surface.KivCreateGLContext();
         (void)surface.KivRefreshOnSrceen();  // its memory is there for the next command
         (void)surface.Init(0);
         heapIsEmpty = true;
         return surface.Init(0x7F);
     }
-    KivGLDrawSurface surface;
+    for (int nth = 1; way == "starving" && FailCreation(surface, nth); ++nth) {
+    }
     for (int attempt = 0; attempt < 2; ++attempt) {
         const int created = surface.KivCreateGLContext();
         const int initialised = surface.Init(0x7F);

@@ -3,18 +3,14 @@
 
 #include <gmock/gmock.h>
 
-// EXIT_CLIENT is the path of the program ExitClient.
-
 namespace {
 
-using testing::AllOf;
-using testing::ContainsRegex;
-using testing::EndsWith;
-using testing::HasSubstr;
+using testing::AllOf, testing::ContainsRegex, testing::EndsWith, testing::HasSubstr;
 
-// Runs the client and returns what it wrote, its log included, with its status at the end.
+// Runs EXIT_CLIENT, but not for ever, and returns what it wrote, its log included, with its status at the
+// end.
 std::string RunClient(const std::string& environment, const std::string& way) {
-    FILE* const pipe = popen((environment + " '" EXIT_CLIENT "' " + way + " 2>&1").c_str(), "r");
+    FILE* const pipe = popen((environment + " timeout 60 '" EXIT_CLIENT "' " + way + " 2>&1").c_str(), "r");
     std::string output;
     for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
         output += static_cast<char>(c);
@@ -33,6 +29,11 @@ TEST(Exit, ComesWhenTheHeapIsEmpty) {
     // A shell that waits for its last command tells how it ended by 128 + SIGABRT.
     EXPECT_THAT(RunClient("", "starved"),
                 AllOf(HasSubstr("std::bad_alloc"), ContainsRegex("status (6|134|34304)$")));
+}
+
+TEST(Creation, CanBeTriedAgainWhicheverOfItsAllocationsFailed) {
+    EXPECT_THAT(RunClient("", "starving"),
+                AllOf(ContainsRegex("(bad_alloc\n)+0 0 0\n0 0 0\n"), EndsWith("status 0")));
 }
 
 TEST(NoDisplay, ContextIsRefusedWithItsCodeAndLineAndCanBeTriedAgain) {
