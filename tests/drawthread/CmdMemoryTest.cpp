@@ -78,8 +78,7 @@ TEST(CmdMemory, KeepsWhatIsGivenBackButNotWithoutLimit) {
 }
 
 TEST(CmdMemory, ServesAProcessThatWasForkedWhileAnotherThreadHadALock) {
-    TakeAndGiveBack(
-        2);  // so that the other needs no heap, whose locks some sanitizers leave locked to a child
+    TakeAndGiveBack(2);  // the other needs no heap: a sanitizer leaves its locks to the child as they are
     std::atomic<bool> stops{false};
     const auto other = std::async(std::launch::async, [&stops] {
         while (!stops) {
