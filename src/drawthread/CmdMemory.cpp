@@ -1,7 +1,9 @@
 #include "drawthread/CmdMemory.h"
 
+#include <atomic>
 #include <mutex>
 #include <new>
+#include <type_traits>
 #include <utility>
 
 namespace kivgles {
@@ -16,12 +18,23 @@ constexpr bool KEEPS_BLOCKS = true;
 
 constexpr std::size_t CACHE_LINE = 64;  // bytes
 
+// Nobody waits for it. Unlike std::mutex, it has nothing to do before its first use or after its last
+// anywhere.
+class TryLock {
+ public:
+    bool try_lock() { return !taken.exchange(true, std::memory_order_acquire); }
+    void unlock() { taken.store(false, std::memory_order_release); }
+
+ private:
+    std::atomic<bool> taken{false};
+};
+
 // Free blocks of one size. Those given back lie apart from those to be taken, until these are used up: the
 // draw thread, which gives, and the clients, who take, seldom meet at a lock. Nobody waits for one: the heap
 // is there as well, also for a process that was forked off while a lock was held.
 class Blocks {
  public:
-    Blocks(std::size_t bytes, unsigned int mostGiven) : size(bytes), limit(mostGiven) {}
+    constexpr Blocks(std::size_t bytes, unsigned int mostGiven) : size(bytes), limit(mostGiven) {}
 
     std::size_t Size() const { return size; }
     // Null when there is none.
@@ -34,7 +47,7 @@ class Blocks {
         Block* next;
     };
     struct alignas(CACHE_LINE) Stack {
-        std::mutex mutex;
+        TryLock lock;
         Block* top = nullptr;
     };
 
@@ -44,11 +57,11 @@ class Blocks {
     Stack given;
     const std::size_t size;
     const unsigned int limit;
-    unsigned int givenCount = 0;  // guarded by given.mutex
+    unsigned int givenCount = 0;  // guarded by given.lock
 };
 
 void* Blocks::Take() {
-    const std::unique_lock<std::mutex> lock(toTake.mutex, std::try_to_lock);
+    const std::unique_lock<TryLock> lock(toTake.lock, std::try_to_lock);
     if (!lock.owns_lock()) {
         return nullptr;
     }
@@ -63,7 +76,7 @@ void* Blocks::Take() {
 }
 
 void Blocks::Refill() {
-    const std::unique_lock<std::mutex> lock(given.mutex, std::try_to_lock);
+    const std::unique_lock<TryLock> lock(given.lock, std::try_to_lock);
     if (lock.owns_lock()) {
         toTake.top = std::exchange(given.top, nullptr);
         givenCount = 0;
@@ -71,7 +84,7 @@ void Blocks::Refill() {
 }
 
 bool Blocks::GiveBack(void* memory) {
-    const std::unique_lock<std::mutex> lock(given.mutex, std::try_to_lock);
+    const std::unique_lock<TryLock> lock(given.lock, std::try_to_lock);
     if (!lock.owns_lock() || givenCount == limit) {
         return false;
     }
@@ -80,15 +93,15 @@ bool Blocks::GiveBack(void* memory) {
     return true;
 }
 
-// Null for a size of which none are kept. Never destroyed: a draw thread may outlive the objects of static
-// storage.
+// There as the program is loaded, so that no thread waits for another one to make them, and never destroyed:
+// a draw thread may outlive the objects of static storage.
+static_assert(std::is_trivially_destructible_v<Blocks>);
+Blocks commands(128, 4096);  // semaphores and all payloads but texts, too
+Blocks texts(384, 512);
+
+// Null for a size of which none are kept.
 Blocks* BlocksFor(std::size_t size) {
-    if (!KEEPS_BLOCKS) {
-        return nullptr;
-    }
-    static Blocks& commands = *new Blocks(128, 4096);  // semaphores and all payloads but texts, too
-    static Blocks& texts = *new Blocks(384, 512);
-    if (size > texts.Size()) {
+    if (!KEEPS_BLOCKS || size > texts.Size()) {
         return nullptr;
     }
     return size <= commands.Size() ? &commands : &texts;
