@@ -231,10 +231,14 @@ const std::vector<Scenario>& Scenarios() {
                                 DrawText(u"A B", {0}),
                                 Load(Font("bearings.ttf"), 0, 0),
                                 Measure(u"AJKM")};
-    // A texture of 64 pixels holds nine of the 26 characters.
-    static const Steps ON_DEMAND = {Load(Font("many.ttf")), DrawText(u"AB"),
-                                    DrawText(u"AYZ"),       DrawText(u"XYZ", {30, 1, 0, 1}),
-                                    Measure(u"AZ"),         Measure(u"AZ", {30, 0, 1, 0})};
+    // A texture of 54 pixels holds six of the 26 characters, and is full to its last row.
+    static const Steps ON_DEMAND = {Load(Font("many.ttf"), 0, 36),
+                                    DrawText(u"\u4E00A"),
+                                    DrawText(u"AB"),
+                                    DrawText(u"AYZ"),
+                                    DrawText(u"XYZ", {30, 1, 0, 1}),
+                                    Measure(u"AZ"),
+                                    Measure(u"AZ", {30, 0, 1, 0})};
     // A text is drawn to 127 units, and measured whole.
     static const std::u16string LONG(200, u'A');
     static const std::u16string_view NONE;
@@ -251,7 +255,8 @@ const std::vector<Scenario>& Scenarios() {
                                     DrawText(u"A", {40, 0, 1, 0, NO_COLOR}),
                                     DrawText(u"A", {40, 0, 0, 0, NO_COLOR}),
                                     DrawText(u"A", {40, 0, 0, 1, WHITE}),  // the text's own colour
-                                    DrawText(u"A", {40, 0, 0, 0, {255, 255, 255, 254}})};
+                                    DrawText(u"A", {40, 0, 0, 0, {255, 255, 255, 254}}),
+                                    DrawText(u"A", {40, 0, 0, 0, {255, 255, 254, 255}})};
     const auto anyHandle = [](auto&) { return FBO_HANDLE_BASE + 1; };
     const auto strayHandle = [](auto&) { return FBO_HANDLE_BASE + 9; };
     const auto ownHandle = [](auto& client) { return client.layers[0]; };
@@ -274,7 +279,7 @@ const std::vector<Scenario>& Scenarios() {
         {"default font", "", 0,
          START + Steps{Complaining(DrawText(u"A")), Init(ENABLE_TEXT), Measure(u"A"),
                        Complaining(DrawText(u"A", {20})), END}},
-        {"small textures", "glGetIntegerv", 64, START + ON_DEMAND + Steps{END}},
+        {"small textures", "glGetIntegerv", 54, START + ON_DEMAND + Steps{END}},
         {"no textures", "glGetIntegerv", 0,
          START + Steps{Load(Font("rows.ttf")), DrawText(u"FGG", {0}), Measure(u"FGG", {0}), END}},
         {"fonts", "", 0, START + FONTS + Steps{END}},
