@@ -150,6 +150,103 @@ Steps operator*(std::size_t times, const Steps& steps) {
     return times == 0 ? Steps() : steps + (times - 1) * steps;
 }
 
+// --- What scenarios consist of ---
+
+const Step CREATION = {CREATE, [](Client& client) { return client.surface->KivCreateGLContext(); }};
+const Step REFUSED = {CREATE, CREATION.run, 4};
+const Step END = {DESTROY, [](Client& client) { return client.surface->KivDestoryGLContext(); }};
+const Step REFRESH = Draw([](auto& s, auto&) { return s.KivRefreshOnSrceen(); });
+const Step PAINT = Draw([](auto& s, auto&) { return s.KivDrawRect(FBO_HANDLE_BASE, WHOLE, RED); });
+const Step NO_WINDOW = {
+    CONNECT, [](Client& client) { return client.surface->KivConnectWindowSurface(nullptr); }, 101, true};
+const Step NO_LAYER = {LAYER, [](Client& client) { return client.surface->KivDestoryGLFBO(~0U); }, 100, true};
+const Steps START = {CREATION, Connect(0), MakeLayer()};
+const Steps SHAPES = {Draw([](auto& s, auto& layers) { return s.KivClearGLFBO(layers[0]); }),
+                      Draw([](auto& s, auto& layers) {
+                          return s.KivDrawRect(layers[0], {4, 2, 16, 12}, {1, 2, 128, 0});
+                      }),
+                      Draw([](auto& s, auto& layers) {
+                          return s.KivDrawRound(layers[0], {24, 8, 8, 4}, RED);
+                      }),
+                      Put([](auto& s, auto layer) {
+                          return s.KivDrawBitmap(layer, Bitmap({32, 12, 16, 6}));
+                      }),
+                      Put([](auto& s, auto layer) {
+                          return s.KivDrawBitmapByBlend(layer, Bitmap({8, 12, 16, 6}));
+                      }),
+                      Put([](auto& s, auto) {
+                          return s.KivDisplayBitmap(Bitmap({16, 6, 32, 12}));
+                      }),
+                      Draw([](auto& s, auto& layers) {
+                          return s.KivBlit({layers[0], layers[1], {4, 6, 8, 24}, {4, 24, 16, 8}});
+                      }),
+                      Draw([](auto& s, auto& layers) {
+                          return s.KivDisplayFBO(layers[1], {0, 12, 16, 24}, {40, 0, 20, 15});
+                      }),
+                      REFRESH};
+const Steps TEXTS = {DrawText(u"AJKM"),
+                     DrawText(u"A Lx", {40, 0, 0, 1}),
+                     DrawText(u"AMQR", {20, 1, 0, 0}),
+                     DrawText(u"JKLA", {30, 0, 1, 1}),
+                     DrawText(u"A QxM", {0, 1, 1, 0}),
+                     Measure(u"AJKMx"),
+                     Measure(u"AJ KM", {24, 1, 1, 0})};
+const Steps FONTS = {Load(Font("outlines.otf")),
+                     DrawText(u"AJ"),
+                     DrawText(u"AJ", {20, 1, 1, 0}),
+                     Load(Font("missing.ttf"), 31),
+                     DrawText(u"AJ"),
+                     Load(Font("bits.bdf")),
+                     DrawText(u"AB"),
+                     DrawText(u"AB", {40, 1, 0, 0}),
+                     Measure(u"AB", {40, 1, 0, 0}),
+                     Load("/dev/null", 31),
+                     Load("/proc/self/exe", 31),
+                     Load(Font("no_characters.ttf"), 32),
+                     Load(Font("spaces.ttf"), 32),
+                     DrawText(u"A"),
+                     Complaining(DrawText(u"  ", {20, 0, 0, 0})),
+                     Load(Font("rows.ttf")),
+                     DrawText(u"ABG"),
+                     Load(Font("space_breaks_row.ttf")),
+                     DrawText(u"A B", {0}),
+                     Load(Font("bearings.ttf"), 0, 0),
+                     Measure(u"AJKM")};
+// A texture of 54 pixels holds six of the 26 characters, and is full to its last row.
+const Steps ON_DEMAND = {Load(Font("many.ttf"), 0, 36),
+                         DrawText(u"\u4E00A"),
+                         DrawText(u"AB"),
+                         DrawText(u"AYZ"),
+                         DrawText(u"XYZ", {30, 1, 0, 1}),
+                         Measure(u"AZ"),
+                         Measure(u"AZ", {30, 0, 1, 0})};
+// A text is drawn to 127 units, and measured whole.
+const std::u16string LONG(200, u'A');
+const std::u16string_view NONE;
+const Steps ODD_TEXTS = {Load(Font("bearings.ttf")),
+                         DrawText(LONG),
+                         Measure(LONG),
+                         DrawText(u""),
+                         Measure(u""),
+                         Complaining(DrawText(NONE, {40, 0, 0, 0, NO_COLOR})),
+                         Measure(NONE),
+                         Complaining(DrawText(NONE, {20, 0, 0, 0, NO_COLOR})),
+                         Measure(NONE, {20}),
+                         Complaining(DrawText(u"A\xDC00")),  // half a pair
+                         DrawText(u"A", {40, 0, 1, 0, NO_COLOR}),
+                         DrawText(u"A", {40, 0, 0, 0, NO_COLOR}),
+                         DrawText(u"A", {40, 0, 0, 1, WHITE}),  // the text's own colour
+                         DrawText(u"A", {40, 0, 0, 0, {255, 255, 255, 254}}),
+                         DrawText(u"A", {40, 0, 0, 0, {255, 255, 254, 255}})};
+const auto anyHandle = [](auto&) { return FBO_HANDLE_BASE + 1; };
+const auto strayHandle = [](auto&) { return FBO_HANDLE_BASE + 9; };
+const auto ownHandle = [](auto& client) { return client.layers[0]; };
+const Steps REFUSALS =
+    OnLayer(anyHandle, NO_CONTEXT) + Steps{Connect(0, NO_CONTEXT),        Init(0x7F, NO_CONTEXT),
+                                           Load("", NO_CONTEXT),          MakeLayer(NO_CONTEXT),
+                                           Measure(u"A", {}, NO_CONTEXT), Complaining(REFRESH, NO_CONTEXT),
+                                           Complaining(END, NO_CONTEXT)};
+
 }  // namespace
 
 int Step::Take(Client& client) const {
@@ -169,103 +266,6 @@ Client::Client(int slot) : threads(ThreadNum()) {
 }
 
 const std::vector<Scenario>& Scenarios() {
-    static const Step CREATION = {CREATE,
-                                  [](Client& client) { return client.surface->KivCreateGLContext(); }};
-    static const Step REFUSED = {CREATE, CREATION.run, 4};
-    static const Step END = {DESTROY, [](Client& client) { return client.surface->KivDestoryGLContext(); }};
-    static const Step REFRESH = Draw([](auto& s, auto&) { return s.KivRefreshOnSrceen(); });
-    static const Step PAINT = Draw([](auto& s, auto&) { return s.KivDrawRect(FBO_HANDLE_BASE, WHOLE, RED); });
-    static const Step NO_WINDOW = {
-        CONNECT, [](Client& client) { return client.surface->KivConnectWindowSurface(nullptr); }, 101, true};
-    static const Step NO_LAYER = {LAYER, [](Client& client) { return client.surface->KivDestoryGLFBO(~0U); },
-                                  100, true};
-    static const Steps START = {CREATION, Connect(0), MakeLayer()};
-    static const Steps SHAPES = {Draw([](auto& s, auto& layers) { return s.KivClearGLFBO(layers[0]); }),
-                                 Draw([](auto& s, auto& layers) {
-                                     return s.KivDrawRect(layers[0], {4, 2, 16, 12}, {1, 2, 128, 0});
-                                 }),
-                                 Draw([](auto& s, auto& layers) {
-                                     return s.KivDrawRound(layers[0], {24, 8, 8, 4}, RED);
-                                 }),
-                                 Put([](auto& s, auto layer) {
-                                     return s.KivDrawBitmap(layer, Bitmap({32, 12, 16, 6}));
-                                 }),
-                                 Put([](auto& s, auto layer) {
-                                     return s.KivDrawBitmapByBlend(layer, Bitmap({8, 12, 16, 6}));
-                                 }),
-                                 Put([](auto& s, auto) {
-                                     return s.KivDisplayBitmap(Bitmap({16, 6, 32, 12}));
-                                 }),
-                                 Draw([](auto& s, auto& layers) {
-                                     return s.KivBlit({layers[0], layers[1], {4, 6, 8, 24}, {4, 24, 16, 8}});
-                                 }),
-                                 Draw([](auto& s, auto& layers) {
-                                     return s.KivDisplayFBO(layers[1], {0, 12, 16, 24}, {40, 0, 20, 15});
-                                 }),
-                                 REFRESH};
-    static const Steps TEXTS = {DrawText(u"AJKM"),
-                                DrawText(u"A Lx", {40, 0, 0, 1}),
-                                DrawText(u"AMQR", {20, 1, 0, 0}),
-                                DrawText(u"JKLA", {30, 0, 1, 1}),
-                                DrawText(u"A QxM", {0, 1, 1, 0}),
-                                Measure(u"AJKMx"),
-                                Measure(u"AJ KM", {24, 1, 1, 0})};
-    static const Steps FONTS = {Load(Font("outlines.otf")),
-                                DrawText(u"AJ"),
-                                DrawText(u"AJ", {20, 1, 1, 0}),
-                                Load(Font("missing.ttf"), 31),
-                                DrawText(u"AJ"),
-                                Load(Font("bits.bdf")),
-                                DrawText(u"AB"),
-                                DrawText(u"AB", {40, 1, 0, 0}),
-                                Measure(u"AB", {40, 1, 0, 0}),
-                                Load("/dev/null", 31),
-                                Load("/proc/self/exe", 31),
-                                Load(Font("no_characters.ttf"), 32),
-                                Load(Font("spaces.ttf"), 32),
-                                DrawText(u"A"),
-                                Complaining(DrawText(u"  ", {20, 0, 0, 0})),
-                                Load(Font("rows.ttf")),
-                                DrawText(u"ABG"),
-                                Load(Font("space_breaks_row.ttf")),
-                                DrawText(u"A B", {0}),
-                                Load(Font("bearings.ttf"), 0, 0),
-                                Measure(u"AJKM")};
-    // A texture of 54 pixels holds six of the 26 characters, and is full to its last row.
-    static const Steps ON_DEMAND = {Load(Font("many.ttf"), 0, 36),
-                                    DrawText(u"\u4E00A"),
-                                    DrawText(u"AB"),
-                                    DrawText(u"AYZ"),
-                                    DrawText(u"XYZ", {30, 1, 0, 1}),
-                                    Measure(u"AZ"),
-                                    Measure(u"AZ", {30, 0, 1, 0})};
-    // A text is drawn to 127 units, and measured whole.
-    static const std::u16string LONG(200, u'A');
-    static const std::u16string_view NONE;
-    static const Steps ODD_TEXTS = {Load(Font("bearings.ttf")),
-                                    DrawText(LONG),
-                                    Measure(LONG),
-                                    DrawText(u""),
-                                    Measure(u""),
-                                    Complaining(DrawText(NONE, {40, 0, 0, 0, NO_COLOR})),
-                                    Measure(NONE),
-                                    Complaining(DrawText(NONE, {20, 0, 0, 0, NO_COLOR})),
-                                    Measure(NONE, {20}),
-                                    Complaining(DrawText(u"A\xDC00")),  // half a pair
-                                    DrawText(u"A", {40, 0, 1, 0, NO_COLOR}),
-                                    DrawText(u"A", {40, 0, 0, 0, NO_COLOR}),
-                                    DrawText(u"A", {40, 0, 0, 1, WHITE}),  // the text's own colour
-                                    DrawText(u"A", {40, 0, 0, 0, {255, 255, 255, 254}}),
-                                    DrawText(u"A", {40, 0, 0, 0, {255, 255, 254, 255}})};
-    const auto anyHandle = [](auto&) { return FBO_HANDLE_BASE + 1; };
-    const auto strayHandle = [](auto&) { return FBO_HANDLE_BASE + 9; };
-    const auto ownHandle = [](auto& client) { return client.layers[0]; };
-    static const Steps REFUSALS =
-        OnLayer(anyHandle, NO_CONTEXT) +
-        Steps{Connect(0, NO_CONTEXT),      Init(0x7F, NO_CONTEXT),        Load("", NO_CONTEXT),
-              MakeLayer(NO_CONTEXT),       Measure(u"A", {}, NO_CONTEXT), Complaining(REFRESH, NO_CONTEXT),
-              Complaining(END, NO_CONTEXT)};
-
     static const std::vector<Scenario> SCENARIOS = {
         {"life", "", 0, {CREATION, Init(0x7F), END, CREATION, Init(ENABLE_RECT), END}},
         {"windows", "", 0,
