@@ -18,8 +18,8 @@ constexpr bool KEEPS_BLOCKS = true;
 
 constexpr std::size_t CACHE_LINE = 64;  // bytes
 
-// Nobody waits for it. Unlike std::mutex, it has nothing to do before its first use or after its last
-// anywhere.
+// Nobody waits for it. It has nothing to do before its first use or after its last, as std::mutex has on some
+// platforms.
 class TryLock {
  public:
     bool try_lock() { return !taken.exchange(true, std::memory_order_acquire); }

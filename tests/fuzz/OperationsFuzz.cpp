@@ -98,8 +98,8 @@ class Client {
     }
     int CreateContext() {
         if (!hasThread) {
-            (void)
-                surface.KivCreateGLContext();  // there is a thread even if that fails, with a code of its own
+            // There is a thread even if this fails, with a code of its own.
+            (void)surface.KivCreateGLContext();
             hasThread = true;
         }
         return 0;

@@ -164,8 +164,8 @@ TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTh
 }
 
 [[noreturn]] void ExitWithAFullQueue(bool destroy) {
-    static KivGLDrawSurface* surface =
-        new KivGLDrawSurface;  // reached, so no leak, while the draw thread works
+    // Static: reached, so no leak, while the draw thread works.
+    static KivGLDrawSurface* surface = new KivGLDrawSurface;
     FillQueue(*surface);
     if (destroy) {
         delete std::exchange(surface, nullptr);

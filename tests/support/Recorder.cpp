@@ -4,8 +4,10 @@
 #include <atomic>
 #include <cerrno>
 #include <cstdarg>
+#include <cstdio>
 #include <cstdlib>
 #include <mutex>
+#include <type_traits>
 #include <utility>
 
 #include <EGL/egl.h>
@@ -101,6 +103,43 @@ struct Forwarding {
     Forwarding() { ++forwarding; }
     ~Forwarding() { --forwarding; }
 };
+
+// --- A call as text. Vertices, colours, indices, names to delete and shader sources are shown, other
+// pointers as "pointer" or "null" ---
+
+using Floats = std::vector<float>;
+using Numbers = std::vector<int>;
+
+template <typename Argument>
+std::string Text(const Argument& argument) {
+    char text[32] = "null";
+    if constexpr (std::is_floating_point_v<Argument>) {
+        (void)std::snprintf(text, sizeof(text), "%g", static_cast<double>(argument));
+    } else if constexpr (std::is_integral_v<Argument> || std::is_enum_v<Argument>) {
+        const auto number = static_cast<long long>(argument);  // enumerators are read as hexadecimal numbers
+        (void)std::snprintf(text, sizeof(text), number < 0x300 ? "%lld" : "0x%llx", number);
+    } else {
+        return argument == nullptr ? text : "pointer";
+    }
+    return text;
+}
+std::string Text(const std::string& text) { return text; }
+std::string Text(const char* text) { return text; }
+template <typename Item>
+std::string Text(const std::vector<Item>& items) {
+    std::string text = "[";
+    for (const Item& item : items) {
+        text += (text.size() == 1 ? "" : " ") + Text(item);
+    }
+    return text + "]";
+}
+
+template <typename... Arguments>
+std::string Call(const char* name, const Arguments&... arguments) {
+    std::string text;
+    ((text += (text.empty() ? "" : ", ") + Text(arguments)), ...);
+    return name + ("(" + text) + ")";
+}
 
 struct CallOf {
     const char* name;

@@ -9,10 +9,8 @@
 // takes no lock, so that the thread sanitizer sees the library's own ordering only.
 
 #include <cstdint>
-#include <cstdio>
 #include <map>
 #include <string>
-#include <type_traits>
 #include <vector>
 
 namespace recorder {
@@ -40,42 +38,6 @@ std::vector<std::uintptr_t> Live(const std::string& kind);
 
 // --- Log lines, "E FBOManager: Create texture fail\n", that begin as said ---
 std::vector<std::string> Log(const std::string& beginning = "");
-
-// --- What a recorded call looks like, for what a test expects. Vertices, colours, indices, names to delete
-// and shader sources are shown, other pointers as "pointer" or "null" ---
-using Floats = std::vector<float>;
-using Numbers = std::vector<int>;
-
-template <typename Argument>
-std::string Text(const Argument& argument) {
-    char text[32] = "null";
-    if constexpr (std::is_floating_point_v<Argument>) {
-        (void)std::snprintf(text, sizeof(text), "%g", static_cast<double>(argument));
-    } else if constexpr (std::is_integral_v<Argument> || std::is_enum_v<Argument>) {
-        const auto number = static_cast<long long>(argument);  // enumerators are read as hexadecimal numbers
-        (void)std::snprintf(text, sizeof(text), number < 0x300 ? "%lld" : "0x%llx", number);
-    } else {
-        return argument == nullptr ? text : "pointer";
-    }
-    return text;
-}
-inline std::string Text(const std::string& text) { return text; }
-inline std::string Text(const char* text) { return text; }
-template <typename Item>
-std::string Text(const std::vector<Item>& items) {
-    std::string text = "[";
-    for (const Item& item : items) {
-        text += (text.size() == 1 ? "" : " ") + Text(item);
-    }
-    return text + "]";
-}
-
-template <typename... Arguments>
-std::string Call(const char* name, const Arguments&... arguments) {
-    std::string text;
-    ((text += (text.empty() ? "" : ", ") + Text(arguments)), ...);
-    return name + ("(" + text) + ")";
-}
 
 }  // namespace recorder
 
