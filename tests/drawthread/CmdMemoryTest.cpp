@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <future>
 #include <new>
-#include <tuple>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -29,24 +28,19 @@ namespace {
 constexpr std::size_t SIZES[] = {1, 64, 128, 129, 384, 385, 5000};  // of kept blocks, between them, beyond
 constexpr std::size_t BLOCKS = 6000;                                // more than are kept
 
-using Block = std::tuple<unsigned char*, std::size_t, unsigned char>;  // its bytes, their number and content
-
-std::vector<Block> TakeFilled(std::size_t client) {
-    std::vector<Block> blocks;
+void TakeFillAndGiveBack(std::size_t client) {
+    const auto size = [](std::size_t i) { return SIZES[i % std::size(SIZES)]; };
+    const auto content = [client](std::size_t i) { return static_cast<unsigned char>(i + 30 * client); };
+    std::vector<unsigned char*> blocks(BLOCKS);
     for (std::size_t i = 0; i < BLOCKS; ++i) {
-        const std::size_t size = SIZES[i % std::size(SIZES)];
-        const auto content = static_cast<unsigned char>(i + 30 * client);
-        blocks.emplace_back(static_cast<unsigned char*>(TakeCmdMemory(size)), size, content);
-        std::fill_n(std::get<0>(blocks.back()), size, content);
+        blocks[i] = static_cast<unsigned char*>(TakeCmdMemory(size(i)));
+        std::fill_n(blocks[i], size(i), content(i));
     }
-    return blocks;
-}
-
-void GiveBackUnchanged(const std::vector<Block>& blocks) {
-    for (const auto& [bytes, size, content] : blocks) {
-        ASSERT_EQ(std::count(bytes, bytes + size, content), static_cast<std::ptrdiff_t>(size));
-        ASSERT_EQ(reinterpret_cast<std::size_t>(bytes) % alignof(std::max_align_t), 0U);
-        GiveBackCmdMemory(bytes, size);
+    for (std::size_t i = 0; i < BLOCKS; ++i) {
+        ASSERT_EQ(std::count(blocks[i], blocks[i] + size(i), content(i)),
+                  static_cast<std::ptrdiff_t>(size(i)));
+        ASSERT_EQ(reinterpret_cast<std::size_t>(blocks[i]) % alignof(std::max_align_t), 0U);
+        GiveBackCmdMemory(blocks[i], size(i));
     }
 }
 
@@ -58,8 +52,18 @@ void TakeAndGiveBack(std::size_t n) {
     std::for_each(blocks, blocks + n, [](void* block) { GiveBackCmdMemory(block, COMMAND); });
 }
 
-// Forks off processes while another thread takes and gives back, at first for the first time. Returns whether
-// all of them had their turn.
+// Whether a process forked off here does its work in good time.
+bool SucceedsForked(bool (*work)()) {
+    if (fork() == 0) {
+        alarm(30);  // ends it if it waits for what another thread had taken
+        _exit(work() ? EXIT_SUCCESS : EXIT_FAILURE);
+    }
+    int status = 0;
+    wait(&status);
+    return status == 0;
+}
+
+// While another thread takes and gives back, at first for the first time.
 bool ServesForkedProcesses() {
 #if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
     TakeAndGiveBack(2);  // the other needs no heap: a sanitizer leaves its locks to the child as they are
@@ -70,35 +74,25 @@ bool ServesForkedProcesses() {
             TakeAndGiveBack(1);
         }
     });
-    int status = 0;
-    for (int i = 0; i < 10 && status == 0; ++i) {
-        if (fork() == 0) {
-            alarm(30);  // ends it if it waits for the other thread
-            TakeAndGiveBack(1);
-            _exit(EXIT_SUCCESS);
-        }
-        wait(&status);
+    bool served = true;
+    for (int i = 0; i < 10 && served; ++i) {
+        served = SucceedsForked([] { return TakeAndGiveBack(1), true; });
     }
     stops = true;
-    return status == 0;
+    return served;
 }
 
 // The first of the tests: nothing has been taken before.
 TEST(CmdMemory, ServesAProcessThatWasForkedWhileAnotherThreadTookMemory) {
-    for (int i = 0, status = 0; i < 200 && status == 0; ++i) {
-        if (fork() == 0) {
-            _exit(ServesForkedProcesses() ? EXIT_SUCCESS : EXIT_FAILURE);
-        }
-        wait(&status);
-        EXPECT_EQ(status, 0);
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_TRUE(SucceedsForked(ServesForkedProcesses));
     }
 }
 
 TEST(CmdMemory, GivesEveryTakerBytesOfItsOwnWhileOthersGiveTheirsBack) {
-    std::vector<std::future<void>> clients;
-    for (std::size_t client = 0; client < 8; ++client) {
-        clients.push_back(
-            std::async(std::launch::async, [client] { GiveBackUnchanged(TakeFilled(client)); }));
+    std::future<void> clients[8];
+    for (std::size_t i = 0; i < std::size(clients); ++i) {
+        clients[i] = std::async(std::launch::async, TakeFillAndGiveBack, i);
     }
 }
 
