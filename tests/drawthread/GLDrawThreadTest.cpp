@@ -6,25 +6,15 @@
 namespace kivgles {
 namespace {
 
-using Lines = std::vector<std::string>;
-
-// Without a payload.
-int Execute(GLDrawThread& drawThread, std::uint32_t kind, unsigned int handle) {
-    auto cmd = std::make_shared<DrawCmd>(static_cast<TagCmd>(kind));
-    cmd->SetFboHandleIndex(handle);
-    return drawThread.DrawCmdProc(cmd);
-}
-
 TEST(Handlers, RefuseWhatTheyCannotExecuteAndSayWhy) {
     struct Case {
         std::uint32_t kind;
         unsigned int handle;
         int status;
-        Lines lines;
+        std::vector<std::string> lines;
     };
     const std::string invalid = "E GLDrawThread: FBO manager is nullptr or param is invalid\n";
     const std::string unknown = "E GLDrawThread: There is not the fbo 0x10005\n";
-    const std::string absent = "E FBOManager: FBO is not exist fboHandleIndex 0x10005\n";
     const Case cases[] = {
         {CMD_DESTROY_FBO, 0x10001, 100, {invalid}},  // there is no table yet
         {CMD_CLEAR_FBO, 0x10001, 100, {invalid}},
@@ -32,7 +22,6 @@ TEST(Handlers, RefuseWhatTheyCannotExecuteAndSayWhy) {
         {CMD_DESTROY_FBO, FBO_HANDLE_FREE, 100, {invalid}},
         {CMD_CLEAR_FBO, FBO_HANDLE_FREE, 100, {invalid}},
         {CMD_CLEAR_FBO, 0x10005, 102, {unknown, unknown}},
-        {CMD_DESTROY_FBO, 0x10005, 0, {absent, "W GLDrawThread: Destory FBO fboHandleIndex 0x10005\n"}},
         {CMD_DISPLAY_FBO, 0, 102, {"E GLDrawThread: blitInfo is null\n"}},
         {CMD_BLIT, 0, 102, {"E GLDrawThread: blitInfo is null\n"}},
         {CMD_DRAW_TEXT, 0, 102, {"E GLDrawThread: textInfo is null\n"}},
@@ -42,11 +31,13 @@ TEST(Handlers, RefuseWhatTheyCannotExecuteAndSayWhy) {
         {16, 0, 100, {"E GLDrawThread: unknown cmd is 16\n"}},
     };
     GLDrawThread drawThread;
-    ASSERT_EQ(Execute(drawThread, CMD_CREATE_GL_CONTEXT, FBO_HANDLE_FREE), 0);
+    ASSERT_EQ(drawThread.SetupGLESConext(), 0);
     for (const Case& test : cases) {
         SCOPED_TRACE(test.kind);
         recorder::Reset();
-        EXPECT_EQ(Execute(drawThread, test.kind, test.handle), test.status);
+        auto cmd = std::make_shared<DrawCmd>(static_cast<TagCmd>(test.kind));  // without a payload
+        cmd->SetFboHandleIndex(test.handle);
+        EXPECT_EQ(drawThread.DrawCmdProc(cmd), test.status);
         EXPECT_EQ(recorder::Log(), test.lines);
     }
 }
