@@ -26,6 +26,7 @@ TEST(TextInfo, KeepsItsOwnCopyAndReadsNothingPastTheCallersText) {
         {"unterminated, longest", 127, false, 127, 127, 127},
         {"shorter than it claims", 6, true, 4000000000, 127, 5},
     };
+    TextInfo info;  // of one text after the other
     for (const Case& test : cases) {
         SCOPED_TRACE(test.name);
         std::vector<char16_t> text(test.units);
@@ -34,7 +35,6 @@ TEST(TextInfo, KeepsItsOwnCopyAndReadsNothingPastTheCallersText) {
         std::vector<char16_t> expected = text;
         expected.resize(test.copied);
         expected.resize(TEXT_MAX_LEN + 1);
-        TextInfo info;
         EXPECT_EQ(info.SetTextInfo({text.data(), test.length, {1, 2, 3, 4}, {5, 6, 7, 8}, 9, 10, 11, 12, 13}),
                   0);
         std::fill(text.begin(), text.end(), u'#');

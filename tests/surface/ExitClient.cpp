@@ -42,23 +42,20 @@ void* operator new(std::size_t size) {
 
 int main(int, char** argv) {
     const std::string way = argv[1];
-    if (way == "idle") {
-        static KivGLDrawSurface& neverDestroyed = *new KivGLDrawSurface;
-        return neverDestroyed.KivCreateGLContext() + neverDestroyed.Init(0x7F);
-    }
-    KivGLDrawSurface surface;
-    if (way == "starved") {
-        (void)surface.KivCreateGLContext();
-        (void)surface.KivRefreshOnSrceen();  // its memory is there for the next command
-        (void)surface.Init(0);
-        heapIsEmpty = true;
-        return surface.Init(0x7F);
-    }
+    static KivGLDrawSurface& surface = *new KivGLDrawSurface;  // never destroyed
     for (int nth = 1; way == "starving" && FailCreation(surface, nth); ++nth) {
     }
-    for (int attempt = 0; attempt < 2; ++attempt) {
+    for (int life = 0; life < 2; ++life) {
         const int created = surface.KivCreateGLContext();
+        if (way == "starved") {
+            (void)surface.KivRefreshOnSrceen();  // its memory is there for the next command
+            (void)surface.Init(0);
+            heapIsEmpty = true;
+        }
         const int initialised = surface.Init(0x7F);
+        if (way == "idle") {
+            return initialised;
+        }
         std::printf("%d %d %d\n", created, initialised, surface.KivDestoryGLContext());
     }
 }
