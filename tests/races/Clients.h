@@ -16,11 +16,13 @@ constexpr TagKivRectInfo LOWER_HALF{0, 32, 64, 32};
 constexpr std::uint8_t WHITE[4] = {255, 255, 255, 255};
 constexpr TagKivBitmapInfo WHITE_PIXEL{WHITE, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1, 1, LOWER_HALF};
 
-// The opaque colour of a client's nth coloured command; no two have the same. No component is 1, which would
-// mean full intensity.
+// The opaque colour of a client's nth coloured command; of 262,144 no two have the same. No component is 1,
+// which would mean full intensity.
 inline TagKivColorRGBA CommandColor(unsigned int client, unsigned int nth) {
-    const auto component = [](unsigned int digit) { return static_cast<std::uint8_t>(digit % 250 + 2); };
-    return {component(client * 31 + nth / 62500 % 31), component(nth / 250), component(nth), 255};
+    const auto component = [number = (client << 18) + nth](unsigned int shift) {
+        return static_cast<std::uint8_t>((number >> shift) % 128 + 2);
+    };
+    return {component(14), component(7), component(0), 255};
 }
 
 // Draws shapes, texts and bitmaps, measures texts, loads a font, makes and destroys layers.
@@ -61,12 +63,7 @@ struct Client {
     // Two commands, the first one for the background.
     void DrawText(std::uint32_t fontSize, bool styled) {
         const std::vector<char16_t> units(4, u'A');  // gone when this returns
-        TagKivTextInfo text{};
-        text.text = units.data();
-        text.textLength = 4;
-        text.fontSize = fontSize;
-        text.bold = text.italic = styled;
-        text.bgColor = NextColor();
+        TagKivTextInfo text{units.data(), 4, {}, NextColor(), 0, fontSize, styled, false, styled};
         text.fgColor = NextColor();
         Sent(surface->KivDrawText(layer, text, CANVAS), 2);
         MeasureText(text, true);
@@ -111,13 +108,12 @@ inline std::vector<Client> RunClients(KivGLDrawSurface& surface, const char* fon
     (void)surface.KivCreateGLFBO(canvas, CANVAS.width, CANVAS.height, KIV_COLOR_FORMAT_RGBA8888);
     std::vector<Client> clients(CLIENTS, Client{&surface, font, canvas});
     OnClientThreads([&clients, rounds](unsigned int number) {
-        Client client = clients[number];  // its own memory, until it has ended
+        Client& client = clients[number];
         client.number = number;
         client.Start();
         for (unsigned int round = 0; round < rounds; ++round) {
             client.Round(round);
         }
-        clients[number] = client;
     });
     return clients;
 }

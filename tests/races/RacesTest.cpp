@@ -9,7 +9,7 @@
 #include <utility>
 
 #include <android/log.h>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "drawthread/GLDrawThread.h"
 #include "fuzz/StubGL.h"
@@ -33,11 +33,12 @@ void SeeDraw(const GLfloat*, std::size_t, const GLfloat* color) {
         std::exchange(seen.holdsFirst, nullptr)->Wait();
     }
     if (color != nullptr && color[3] == 1.0F) {
-        const auto digit = [color](int i) {
-            return static_cast<unsigned int>(std::lround(color[i] * 255)) - 2;
-        };
-        const unsigned int nth = (digit(0) % 31 * 250 + digit(1)) * 250 + digit(2);
-        seen.misplaced += nth == seen.executed[digit(0) / 31 % CLIENTS]++ ? 0 : 1;
+        unsigned int number = 0;
+        for (int i = 0; i < 3; ++i) {
+            number = number * 128 + static_cast<unsigned int>(std::lround(color[i] * 255)) - 2;
+        }
+        unsigned int& executed = seen.executed[number >> 18 & (CLIENTS - 1)];
+        seen.misplaced += (number & 0x3FFFF) == executed++ ? 0 : 1;
     }
 }
 
@@ -45,20 +46,6 @@ void Reset() {
     __android_log_set_logger([](const __android_log_message*) {});
     stubgl::Reset(2048, UINT_MAX, SeeDraw);
     seen = Seen();
-}
-
-// Makes the context and queues the clients' rectangles, while the first draw waits for the last of them.
-void FillQueue(KivGLDrawSurface& surface) {
-    static KivGLSemaphore& queueIsFull = *new KivGLSemaphore(0);  // the draw thread may outlive main
-    Reset();
-    seen.holdsFirst = &queueIsFull;
-    ASSERT_EQ(surface.KivCreateGLContext(), 0);
-    OnClientThreads([&surface](unsigned int client) {
-        for (unsigned int nth = 0; nth < QUEUED; ++nth) {
-            ASSERT_EQ(surface.KivDrawRect(FBO_HANDLE_BASE, CANVAS, CommandColor(client, nth)), 0);
-        }
-    });
-    queueIsFull.Signal();
 }
 
 TEST(Races, AMillionCommandsOfEightClientsAreExecutedInTheOrderOfEach) {
@@ -85,10 +72,7 @@ TEST(Races, AMillionCommandsOfEightClientsAreExecutedInTheOrderOfEach) {
 
 // It makes the text renderer and loads its font, which is replaced at once in every other life.
 TEST(Races, FirstTextOfALifeIsDrawnWhileOthersMeasure) {
-    TagKivTextInfo text{};
-    text.text = u"AAAA";
-    text.textLength = 4;
-    text.fontSize = 40;
+    const TagKivTextInfo text{u"AAAA", 4, {}, {}, 0, 40, false, false, false};
     for (int life = 0; life < 100; ++life) {
         Reset();
         KivGLDrawSurface surface;
@@ -97,9 +81,7 @@ TEST(Races, FirstTextOfALifeIsDrawnWhileOthersMeasure) {
             Client client{&surface, RACE_FONT, FBO_HANDLE_BASE, number};
             if (number == CLIENTS - 1) {
                 client.Sent(surface.KivDrawText(FBO_HANDLE_BASE, text, CANVAS));
-            }
-            if (number == CLIENTS - 1 && life % 2 != 0) {
-                client.LoadFont();
+                life % 2 != 0 ? client.LoadFont() : void();
             }
             for (int i = 0; i < 30; ++i) {
                 client.MeasureText(text, false);
@@ -109,75 +91,75 @@ TEST(Races, FirstTextOfALifeIsDrawnWhileOthersMeasure) {
     }
 }
 
-TEST(Teardown, ExecutesAFullQueueAndLeavesNothingLifeAfterLife) {
-    for (int life = 0; life < 6; ++life) {
-        {
-            KivGLDrawSurface surface;
-            FillQueue(surface);
-            EXPECT_TRUE(life % 2 == 0 || surface.KivDestoryGLContext() == 0);
-        }
-        for (const unsigned int count : seen.executed) {
-            EXPECT_EQ(count, QUEUED);
-        }
-        EXPECT_EQ(seen.misplaced, 0U);
-        EXPECT_EQ(stubgl::CountLive(), 0U);
-    }
-}
-
 TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTheRest) {
-    const KivGLDrawSurface conversions;
+    constexpr unsigned int LAST = 500;  // of each client
     unsigned int executed = 0;
     for (int life = 0; life < 20; ++life) {
         Reset();
         auto drawThread = std::make_shared<GLDrawThread>();
         ASSERT_EQ(drawThread->Init(), 0);
         std::thread runner(&GLDrawThread::DrawThread, drawThread);
-        auto create = std::make_shared<DrawCmd>(CMD_CREATE_GL_CONTEXT);
+        auto create = MakeDrawCmd(CMD_CREATE_GL_CONTEXT);
         ASSERT_EQ(drawThread->SendCmdAndWaitResponse(create), 0);
 
-        std::vector<std::weak_ptr<DrawCmd>> sent[CLIENTS];
+        std::vector<std::weak_ptr<DrawCmd>> sent(CLIENTS * LAST);
         OnClientThreads([&](unsigned int client) {
-            for (unsigned int nth = 0; nth < QUEUED / 4; ++nth) {
-                TagColorRGBA color{};
-                conversions.ConvertGLColor(CommandColor(client, nth), color);
+            for (unsigned int nth = 0; nth < LAST; ++nth) {
+                const TagKivColorRGBA color = CommandColor(client, nth);
                 auto info = std::make_unique<RectInfo>();
-                info->SetRectColor(color);
-                auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_RECT);
+                info->SetRectColor({color.r / 255.0F, color.g / 255.0F, color.b / 255.0F, 1});
+                auto cmd = MakeDrawCmd(CMD_DRAW_RECT);
                 cmd->SetRectInfo(info);
-                sent[client].emplace_back(cmd);
+                sent[client * LAST + nth] = cmd;
                 drawThread->SendCmdToQueue(cmd);
-                EXPECT_TRUE(client != 0 || nth != QUEUED / 8 || drawThread->DeInit() == 0);
+                EXPECT_TRUE(client != 0 || nth != LAST / 2 || drawThread->DeInit() == 0);
             }
         });
         runner.join();
         drawThread.reset();
-        EXPECT_EQ(seen.misplaced, 0U);  // so what was executed has no gap
+        EXPECT_EQ(seen.misplaced, 0U);              // so what was executed has no gap
+        EXPECT_LE(seen.executed[0], LAST / 2 + 2);  // the stop came then, during one more command
         executed = std::accumulate(std::begin(seen.executed), std::end(seen.executed), executed);
-        for (const auto& commands : sent) {
-            for (const std::weak_ptr<DrawCmd>& cmd : commands) {
-                EXPECT_TRUE(cmd.expired());
-            }
+        for (const std::weak_ptr<DrawCmd>& cmd : sent) {
+            EXPECT_TRUE(cmd.expired());
         }
         EXPECT_EQ(stubgl::CountLive(), 0U);
     }
     EXPECT_GT(executed, 0U);
 }
 
-[[noreturn]] void ExitWithAFullQueue(bool destroy) {
-    // Static: reached, so no leak, while the draw thread works.
-    static KivGLDrawSurface* surface = new KivGLDrawSurface;
-    FillQueue(*surface);
-    if (destroy) {
-        delete std::exchange(surface, nullptr);
+// A life whose draw thread waits in the first command until the queue is full. When it destroys its surface,
+// everything has been executed.
+void LiveWithAFullQueue(bool destroys) {
+    static KivGLSemaphore& queueIsFull = *new KivGLSemaphore(0);  // these stay: the draw thread
+    static KivGLDrawSurface* surface = nullptr;                   // may outlive main
+    surface = new KivGLDrawSurface;
+    Reset();
+    seen.holdsFirst = &queueIsFull;
+    ASSERT_EQ(surface->KivCreateGLContext(), 0);
+    OnClientThreads([](unsigned int client) {
+        for (unsigned int nth = 0; nth < QUEUED; ++nth) {
+            ASSERT_EQ(surface->KivDrawRect(FBO_HANDLE_BASE, CANVAS, CommandColor(client, nth)), 0);
+        }
+    });
+    queueIsFull.Signal();
+    if (destroys) {
+        delete surface;
+        EXPECT_THAT(seen.executed, testing::Each(QUEUED));
+        EXPECT_EQ(seen.misplaced + stubgl::CountLive(), 0U);
     }
-    std::exit(testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
+}
+
+TEST(Teardown, ExecutesAFullQueueAndLeavesNothingLifeAfterLife) {
+    for (int life = 0; life < 6; ++life) {
+        LiveWithAFullQueue(true);
+    }
 }
 
 TEST(Exit, IsCleanWhileTheDrawThreadWorksAndStraightAfterItsLastCommands) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
-    for (int i = 0; i < 3; ++i) {
-        EXPECT_EXIT(ExitWithAFullQueue(false), testing::ExitedWithCode(0), "");
-        EXPECT_EXIT(ExitWithAFullQueue(true), testing::ExitedWithCode(0), "");
+    for (const bool destroys : {false, true, false, true}) {
+        EXPECT_EXIT((LiveWithAFullQueue(destroys), std::exit(HasFailure())), testing::ExitedWithCode(0), "");
     }
 }
 
