@@ -18,7 +18,7 @@ packages=(
     # Fonts: outlines with Latin, Greek and Cyrillic; Chinese, Japanese and Korean; bitmaps
     fonts-dejavu-core fonts-wqy-microhei xfonts-terminus
     # Examples
-    libpng-dev libcli11-dev libutfcpp-dev python3-pil
+    libpng-dev libcli11-dev libutfcpp-dev imagemagick
 )
 packages+=("$@")
 

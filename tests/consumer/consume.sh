@@ -40,5 +40,4 @@ case $way in
         ;;
 esac
 
-"$root/tests/examples/check_picture.py" --kept "$root/tests/examples/pictures/minimal.png" \
-    --results "$work/$way" -- "$work/consumer"
+"$root/tests/examples/check_picture.sh" "$root/tests/examples/pictures/minimal.png" "" "$work/$way" "$work/consumer"
