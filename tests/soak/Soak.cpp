@@ -75,12 +75,14 @@ void Watch(const char* steps, unsigned int total, const Step& step) {
         }
         AwaitThreadNum(reference[THREADS]);
         const Holdings now = Look();
+        const char* grown = nullptr;
         std::printf("soak: %8u %s:", done, steps);
         for (std::size_t i = 0; i < HELD_NUM; ++i) {
             std::printf(" %zu %s%s", now[i], NAMES[i], i == OBJECTS ? "\n" : ",");
             const bool counts = done > total / 10 && (i > HEAP || !HasSanitizer());
-            Expect(!counts || now[i] <= reference[i] + ALLOWED_GROWTH[i], NAMES[i]);
+            grown = counts && now[i] > reference[i] + ALLOWED_GROWTH[i] ? NAMES[i] : grown;
         }
+        Expect(grown == nullptr, grown);
         if (done <= total / 10) {
             reference = now;
         }
