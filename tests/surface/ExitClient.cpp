@@ -42,7 +42,7 @@ void* operator new(std::size_t size) {
 
 int main(int, char** argv) {
     const std::string way = argv[1];
-    static KivGLDrawSurface& surface = *new KivGLDrawSurface;  // never destroyed
+    static KivGLDrawSurface& surface = *new KivGLDrawSurface;  // outlives main, if idle
     for (int nth = 1; way == "starving" && FailCreation(surface, nth); ++nth) {
     }
     for (int life = 0; life < 2; ++life) {
@@ -58,4 +58,5 @@ int main(int, char** argv) {
         }
         std::printf("%d %d %d\n", created, initialised, surface.KivDestoryGLContext());
     }
+    delete &surface;
 }
