@@ -1,12 +1,13 @@
 // The conversions from pixels and bytes against the same formulas in double precision.
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
+#include <tuple>
 
 #include <GLES2/gl2.h>
 #include <android/log.h>
-#include <fuzzer/FuzzedDataProvider.h>
 
 #include "StubGL.h"
 #include "kivgles/KivGLDrawSurface.h"
@@ -16,34 +17,37 @@ namespace {
 using namespace kivgles;
 using stubgl::Expect;
 
+// Any bytes will do: a conversion does not look where a pointer leads.
+struct Input {
+    std::uint32_t target[2];  // width and height
+    TagKivRectInfo rect;
+    TagKivRoundInfo round;
+    TagKivBitmapInfo bitmap;
+    TagKivTextInfo text;
+};
+
 constexpr double EPSILON = 0x1p-24;  // relative error of one float operation
 constexpr float UNTOUCHED = 12345.0F;
+constexpr TagGLRectInfo UNTOUCHED_RECT{UNTOUCHED, UNTOUCHED, UNTOUCHED, UNTOUCHED};
 
 unsigned int logLines = 0;
-void CountLine(const __android_log_message*) { ++logLines; }
 
-// Four operations: two conversions to float, a division, a sum with `offset`.
-void ExpectNear(float actual, double ratio, double sign, double offset) {
-    const double expected = offset + sign * ratio;
-    const double bound = EPSILON * (4 * ratio + 2 * std::fabs(offset));
-    Expect(std::fabs(static_cast<double>(actual) - expected) <= bound, "a coordinate is off");
-}
+bool IsRefused(const Input& input) { return input.target[0] == 0 || input.target[1] == 0; }
 
-double Double(std::uint32_t pixels) { return pixels; }
-
-// Both kinds of NDC conversion: a point (x, y) and a span (width, height), or a centre and radii.
-void ExpectNDC(const float (&actual)[4], const std::uint32_t (&pixels)[4], std::uint32_t width,
-               std::uint32_t height) {
-    if (width == 0 || height == 0) {
-        for (const float value : actual) {
-            Expect(value == UNTOUCHED, "a refused conversion touches its output");
-        }
-        return;
+// The target extends over so many units: 2 of NDC, whose origin is its centre, or 1 of texture coordinates.
+void ExpectRect(const Input& input, const TagKivRectInfo& rect, double extent, const TagGLRectInfo& glRect) {
+    const std::uint32_t pixels[] = {rect.x, rect.y, rect.width, rect.height};
+    const float actual[] = {glRect.x, glRect.y, glRect.width, glRect.height};
+    const double offsets[] = {1 - extent, 1, 0, 0};
+    for (std::size_t i = 0; i < 4; ++i) {
+        const double ratio = extent * pixels[i] / input.target[i % 2];
+        const double expected = offsets[i] + (i == 1 ? -ratio : ratio);  // y points upwards
+        // Four operations: two conversions to float, a division, a sum with the offset.
+        const double bound = EPSILON * (4 * ratio + 2 * std::fabs(offsets[i]));
+        const bool isNear = std::fabs(static_cast<double>(actual[i]) - expected) <= bound;
+        Expect(IsRefused(input) ? actual[i] == UNTOUCHED : isNear,
+               "a coordinate is off, or touched by a refusal");
     }
-    ExpectNear(actual[0], 2 * Double(pixels[0]) / width, 1, -1);
-    ExpectNear(actual[1], 2 * Double(pixels[1]) / height, -1, 1);
-    ExpectNear(actual[2], 2 * Double(pixels[2]) / width, 1, 0);
-    ExpectNear(actual[3], 2 * Double(pixels[3]) / height, 1, 0);
 }
 
 void ExpectColor(const TagColorRGBA& actual, const TagKivColorRGBA& color) {
@@ -58,87 +62,46 @@ void ExpectColor(const TagColorRGBA& actual, const TagKivColorRGBA& color) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    __android_log_set_logger(CountLine);
     static const KivGLDrawSurface surface;
-
-    FuzzedDataProvider data(bytes, size);
-    std::uint32_t pixels[4];
-    for (std::uint32_t& value : pixels) {
-        value = data.ConsumeIntegral<std::uint32_t>();
-    }
-    const auto width = data.ConsumeIntegral<std::uint32_t>();
-    const auto height = data.ConsumeIntegral<std::uint32_t>();
-    const auto format = data.ConsumeIntegral<std::int32_t>();
-    const std::vector<std::uint8_t> raw = data.ConsumeBytes<std::uint8_t>(8);
-    std::uint8_t colors[8] = {};
-    std::copy(raw.begin(), raw.end(), colors);
-
-    const bool usable = width != 0 && height != 0;
-    const unsigned int refusal = usable ? 0 : 1;
-    const unsigned int badFormat = format == KIV_COLOR_FORMAT_RGBA8888 ? 0 : 1;
+    __android_log_set_logger([](const __android_log_message*) { ++logLines; });
     logLines = 0;
+    Input input{};
+    std::memcpy(&input, bytes, std::min(size, sizeof(input)));
+    const auto& [target, rect, round, bitmap, text] = input;
 
-    // Coordinates.
-    const TagKivRectInfo rect{pixels[0], pixels[1], pixels[2], pixels[3]};
-    TagGLRectInfo ndc{UNTOUCHED, UNTOUCHED, UNTOUCHED, UNTOUCHED};
-    surface.ScreenCoordToVCoord(rect, ndc, width, height);
-    ExpectNDC({ndc.x, ndc.y, ndc.width, ndc.height}, pixels, width, height);
+    TagGLRectInfo ndc = UNTOUCHED_RECT;
+    surface.ScreenCoordToVCoord(rect, ndc, target[0], target[1]);
+    ExpectRect(input, rect, 2, ndc);
 
-    const TagKivRoundInfo round{pixels[0], pixels[1], pixels[2], pixels[3]};
+    TagGLRectInfo source = UNTOUCHED_RECT;
+    surface.ScreenCoordToFboCoord(rect, source, target[0], target[1]);
+    ExpectRect(input, rect, 1, source);
+
     TagGLRoundInfo glRound{UNTOUCHED, UNTOUCHED, UNTOUCHED, UNTOUCHED};
-    surface.ScreenCoordToVCoord(round, glRound, width, height);
-    ExpectNDC({glRound.centerX, glRound.centerY, glRound.radiusX, glRound.radiusY}, pixels, width, height);
+    surface.ScreenCoordToVCoord(round, glRound, target[0], target[1]);
+    ExpectRect(input, {round.centerX, round.centerY, round.radiusX, round.radiusY}, 2,
+               {glRound.centerX, glRound.centerY, glRound.radiusX, glRound.radiusY});
 
-    TagGLRectInfo source{UNTOUCHED, UNTOUCHED, UNTOUCHED, UNTOUCHED};
-    surface.ScreenCoordToFboCoord(rect, source, width, height);
-    if (usable) {
-        ExpectNear(source.x, Double(rect.x) / width, 1, 0);
-        ExpectNear(source.y, Double(rect.y) / height, -1, 1);
-        ExpectNear(source.width, Double(rect.width) / width, 1, 0);
-        ExpectNear(source.height, Double(rect.height) / height, 1, 0);
-    } else {
-        Expect(source.x == UNTOUCHED && source.height == UNTOUCHED,
-               "a refused conversion touches its output");
-    }
-    Expect(logLines == 3 * refusal, "a zero size is not logged once a conversion");
-
-    // Text: colours, and the rest carried along.
-    TagKivTextInfo text{};
-    text.text = reinterpret_cast<const char16_t*>(&text);
-    text.textLength = pixels[0];
-    text.fgColor = {colors[0], colors[1], colors[2], colors[3]};
-    text.bgColor = {colors[4], colors[5], colors[6], colors[7]};
-    text.reserved = colors[0];
-    text.fontSize = pixels[1];
-    text.bold = colors[1];
-    text.underline = colors[2];
-    text.italic = colors[3];
     TagGLTextInfo glText{};
     surface.SetTextInfo(text, glText);
     ExpectColor(glText.fgColor, text.fgColor);
     ExpectColor(glText.bgColor, text.bgColor);
-    Expect(glText.text == text.text && glText.textLength == text.textLength &&
-               glText.reserved == text.reserved && glText.fontSize == text.fontSize &&
-               glText.bold == text.bold && glText.underline == text.underline && glText.italic == text.italic,
-           "a text field is not carried along");
+    const auto textRest = [](const auto& info) {
+        return std::make_tuple(info.text, info.textLength, info.reserved, info.fontSize, info.bold,
+                               info.underline, info.italic);
+    };
+    Expect(textRest(glText) == textRest(text), "a text field is not carried along");
 
-    // Bitmap: format, size, destination; the blending is the caller's.
-    TagKivBitmapInfo bitmap{};
-    bitmap.data = bytes;
-    bitmap.format = format;
-    bitmap.width = pixels[2];
-    bitmap.height = pixels[3];
-    bitmap.dstRect = rect;
-    TagGLBitmapInfo glBitmap{};
-    glBitmap.dstRect = {UNTOUCHED, UNTOUCHED, UNTOUCHED, UNTOUCHED};
-    glBitmap.blend = colors[0];
-    surface.SetBitmapInfo(glBitmap, bitmap, width, height);
-    const TagGLRectInfo& destination = glBitmap.dstRect;
-    ExpectNDC({destination.x, destination.y, destination.width, destination.height}, pixels, width, height);
-    Expect(glBitmap.data == bytes && glBitmap.width == bitmap.width && glBitmap.height == bitmap.height &&
-               glBitmap.glFormat == GL_RGBA && glBitmap.blend == colors[0],
+    TagGLBitmapInfo glBitmap{nullptr, UNTOUCHED_RECT, 0, 0, 0, text.bold};
+    surface.SetBitmapInfo(glBitmap, bitmap, target[0], target[1]);
+    ExpectRect(input, bitmap.dstRect, 2, glBitmap.dstRect);
+    Expect(glBitmap.data == bitmap.data && glBitmap.width == bitmap.width &&
+               glBitmap.height == bitmap.height && glBitmap.glFormat == GL_RGBA &&
+               glBitmap.blend == text.bold,  // the caller's
            "a bitmap field is off");
-    Expect(surface.ConvertFormatToGLES(format) == GL_RGBA, "a format other than GL_RGBA");
-    Expect(logLines == 4 * refusal + 2 * badFormat, "a bad format is not logged once a conversion");
+
+    const unsigned int refused = IsRefused(input) ? 4 : 0;
+    const unsigned int badFormats = bitmap.format == KIV_COLOR_FORMAT_RGBA8888 ? 0 : 1;
+    Expect(logLines == refused + badFormats, "a refusal is not logged once a conversion");
     return 0;
 }

@@ -50,7 +50,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     __android_log_set_logger([](const __android_log_message*) {});
     FuzzedDataProvider data(bytes, size);
     stubgl::Reset(data.PickValueInArray({16384, 2048, 1024, 256, 64}), UINT_MAX, CheckTexCoords);
-    stubgl::SetContext(stubgl::Context::CURRENT);
+    stubgl::MakeCurrent();
 
     const auto standardSize = data.ConsumeIntegralInRange<std::uint32_t>(0, 128);
     TagGLTextInfo requests[STYLES]{};

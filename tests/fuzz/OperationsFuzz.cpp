@@ -1,17 +1,16 @@
 // Sequences of public operations with arbitrary arguments, within what the public header asks of a caller,
-// and with EGL and GL failing once. Commands are executed when the client waits, or now and then as they
-// come.
+// and with EGL and GL failing once.
 
 #include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <set>
+#include <thread>
 #include <vector>
 
 #include <android/log.h>
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include "Coroutine.h"
 #include "StubGL.h"
 #include "kivgles/KivGLDrawSurface.h"
 
@@ -30,201 +29,184 @@ constexpr std::size_t LARGEST_BITMAP = 4096;  // pixels
 constexpr int FONT_LOADS = 2;                 // by one input: what takes longest, and has a target of its own
 constexpr int NO_CONTEXT = 102;
 
-constexpr int RESULTS[] = {0, 1, 5, 6, 15, 20, 21, 30, 31, 32, 100, 101, 102, 103};
+constexpr int RESULTS[] = {0, 1, 2, 3, 4, 5, 6, 15, 20, 21, 30, 31, 32, 100, 101, 102, 103};
 
-// A surface, and what its answers have told about it.
-class Client {
- public:
-    explicit Client(FuzzedDataProvider& input) : data(input) {}
+std::thread drawThread;  // while there is a context, or one that failed
 
-    void Operate();
-    void Finish() {
-        if (hasThread && surface.Init(0) == 0) {  // waits for everything queued
-            ExpectNoLeftovers();
-        }
-        (void)DestroyContext();
-        Expect(CountLive() == 0, "EGL or GL objects are left behind");
-    }
+// What arguments are made of.
+struct Input : FuzzedDataProvider {
+    using FuzzedDataProvider::FuzzedDataProvider;
 
- private:
+    std::uint8_t Byte() { return ConsumeIntegral<std::uint8_t>(); }
     // Often within the size of a window or a layer, seldom anything.
     std::uint32_t Number() {
-        const auto byte = data.ConsumeIntegral<std::uint8_t>();
-        return byte < 0xF0 ? byte : data.ConsumeIntegral<std::uint32_t>();
+        const std::uint8_t byte = Byte();
+        return byte < 0xF0 ? byte : ConsumeIntegral<std::uint32_t>();
     }
     TagKivRectInfo Rect() { return {Number(), Number(), Number(), Number()}; }
-    TagKivColorRGBA Color() {
-        const auto bits = data.ConsumeIntegral<std::uint32_t>();
-        const auto component = [bits](int shift) { return static_cast<std::uint8_t>(bits >> shift); };
-        return {component(0), component(8), component(16), component(24)};
-    }
+    TagKivRoundInfo Round() { return {Number(), Number(), Number(), Number()}; }
+    TagKivColorRGBA Color() { return {Byte(), Byte(), Byte(), Byte()}; }
     unsigned int Handle() {
-        const auto choice = data.ConsumeIntegralInRange<unsigned int>(0, LAYERS + 1);
-        return choice <= LAYERS ? FBO_HANDLE_BASE + choice : data.ConsumeIntegral<unsigned int>();
+        const auto choice = ConsumeIntegralInRange<unsigned int>(0, LAYERS + 1);
+        return choice <= LAYERS ? FBO_HANDLE_BASE + choice : ConsumeIntegral<unsigned int>();
     }
-    // Ends with a 0, or where its length says.
-    TagKivTextInfo Text() {
-        units = std::vector<char16_t>(data.ConsumeIntegralInRange<std::size_t>(0, LARGEST_TEXT), u'A');
+};
+
+// A text that ends with a 0, or where its length says. Its memory is gone as soon as the call returns.
+struct Text {
+    explicit Text(Input& input) : units(input.ConsumeIntegralInRange<std::size_t>(0, LARGEST_TEXT), u'A') {
         if (!units.empty()) {
-            units[units.size() / 2] = static_cast<char16_t>(data.ConsumeIntegral<std::uint16_t>());
+            units[units.size() / 2] = input.ConsumeIntegral<std::uint16_t>();
         }
-        TagKivTextInfo info{};
-        info.textLength = static_cast<std::uint32_t>(units.size());
-        if (data.ConsumeBool()) {
-            units.push_back(u'\0');
-            units.shrink_to_fit();
-            info.textLength = Number();
-        }
+        const bool isEnded = input.ConsumeBool();
+        info.textLength = isEnded ? input.Number() : static_cast<std::uint32_t>(units.size());
+        units.resize(units.size() + (isEnded ? 1 : 0));
+        units.shrink_to_fit();
         info.text = units.empty() ? nullptr : units.data();
-        info.fgColor = Color();
-        info.bgColor = data.ConsumeBool() ? info.fgColor : Color();
-        info.fontSize = data.ConsumeBool() ? 40 : Number();
-        const auto style = data.ConsumeIntegral<std::uint8_t>();
-        info.bold = style & 1;
-        info.italic = style & 2;
-        info.underline = style & 4;
-        return info;
+        info.fgColor = input.Color();
+        info.bgColor = input.ConsumeBool() ? info.fgColor : input.Color();
+        info.fontSize = input.ConsumeBool() ? 40 : input.Number();
+        info.bold = input.ConsumeBool();
+        info.italic = input.ConsumeBool();
+        info.underline = input.ConsumeBool();
     }
-    TagKivBitmapInfo Bitmap() {
-        TagKivBitmapInfo info{};
-        info.format = data.ConsumeBool() ? KIV_COLOR_FORMAT_RGBA8888 : data.ConsumeIntegral<std::int32_t>();
-        info.width = Number();
-        info.height = Number();
-        info.dstRect = Rect();
+
+    std::vector<char16_t> units;
+    TagKivTextInfo info{};
+};
+
+// The same for a bitmap, without pixels if it were large.
+struct Bitmap {
+    explicit Bitmap(Input& input) {
+        info.format = input.ConsumeBool() ? KIV_COLOR_FORMAT_RGBA8888 : input.ConsumeIntegral<std::int32_t>();
+        info.width = input.Number();
+        info.height = input.Number();
+        info.dstRect = input.Rect();
         const std::uint64_t count = std::uint64_t{info.width} * info.height;
-        pixels = std::vector<std::uint8_t>(count <= LARGEST_BITMAP ? count * 4 : 0);
+        pixels.resize(count <= LARGEST_BITMAP ? count * 4 : 0);
         info.data = pixels.empty() ? nullptr : pixels.data();
-        return info;
     }
-    int CreateContext() {
-        if (!hasThread) {
-            // There is a thread even if this fails, with a code of its own.
-            (void)surface.KivCreateGLContext();
-            hasThread = true;
-        }
-        return 0;
-    }
+
+    std::vector<std::uint8_t> pixels;
+    TagKivBitmapInfo info{};
+};
+
+// A surface, and what its answers have told about it.
+struct Client {
+    // Even if it failed.
+    static bool HasContext() { return drawThread.joinable(); }
+
+    int CreateContext() { return HasContext() ? 0 : surface.KivCreateGLContext(); }
     int DestroyContext() {
-        Expect(surface.KivDestoryGLContext() == (hasThread ? 0 : NO_CONTEXT), "the context is not destroyed");
-        coroutine::Run();
-        Expect(coroutine::HasEnded(), "the draw thread does not end");
-        hasThread = false;
+        Expect(surface.KivDestoryGLContext() == (HasContext() ? 0 : NO_CONTEXT),
+               "the context is not destroyed");
+        if (HasContext()) {
+            drawThread.join();
+        }
+        Expect(CountLive() == 0, "EGL or GL objects are left behind");
         layers.clear();
         return NO_CONTEXT;  // from now on
     }
     int ConnectWindow() {
-        const auto window = data.ConsumeIntegralInRange<std::uintptr_t>(0, 3);
+        const auto window = input.ConsumeIntegralInRange<std::uintptr_t>(0, 3);
         const int result = surface.KivConnectWindowSurface(reinterpret_cast<ANativeWindow*>(window));
         Expect(window != 0 || result == 101, "no window is connected");
-        return window != 0 || hasThread ? result : NO_CONTEXT;  // the window is looked at first
+        return window != 0 || HasContext() ? result : NO_CONTEXT;  // the window is looked at first
     }
+    int Init() { return surface.Init(input.ConsumeIntegral<unsigned int>()); }
     int LoadFont() {
-        const bool empty = data.ConsumeIntegralInRange<int>(0, 3) == 0 || ++fontLoads > FONT_LOADS;
-        return surface.KivLoadFont(data.ConsumeBool() ? empty ? "/dev/null" : SMALL_FONT : "", Number());
+        const bool empty = input.ConsumeIntegralInRange<int>(0, 3) == 0 || ++fontLoads > FONT_LOADS;
+        const bool exists = input.ConsumeBool();
+        return surface.KivLoadFont(!exists ? "" : empty ? "/dev/null" : SMALL_FONT, input.Number());
     }
+    int Refresh() { return surface.KivRefreshOnSrceen(); }
     int CreateLayer() {
-        unsigned int handle = 0;
-        const int result = surface.KivCreateGLFBO(handle, Number(), Number(), KIV_COLOR_FORMAT_RGBA8888);
-        Expect((result == 0) == (handle != 0), "a handle is set by a failure, or not by a success");
-        Expect(result != 0 || layers.insert(handle).second, "a handle is given twice");
+        unsigned int made = 0;
+        const int result =
+            surface.KivCreateGLFBO(made, input.Number(), input.Number(), KIV_COLOR_FORMAT_RGBA8888);
+        Expect((result == 0) == (made != 0), "a handle is set by a failure, or not by a success");
+        Expect(result != 0 || layers.insert(made).second, "a handle is given twice");
         Expect(result != 15 || layers.size() == LAYERS, "the table is full too early");
         return result;
     }
     int DestroyLayer() {
-        const unsigned int handle = Handle();
-        const int result = surface.KivDestoryGLFBO(handle);
+        const unsigned int layer = input.Handle();
+        const int result = surface.KivDestoryGLFBO(layer);
         if (result == 0) {
-            layers.erase(handle);
+            layers.erase(layer);
         }
         return result;
     }
+    int ClearLayer() { return surface.KivClearGLFBO(handle); }
+    int DisplayLayer() { return surface.KivDisplayFBO(handle, input.Rect(), input.Rect()); }
+    int Blit() { return surface.KivBlit({handle, input.Handle(), input.Rect(), input.Rect()}); }
+    int DrawText() { return NamesLayer(surface.KivDrawText(handle, Text(input).info, input.Rect())); }
     int MeasureText() {
         unsigned int width = 0;
         unsigned int height = 0;
-        return surface.KivGetTextSize(Text(), width, height);
+        return surface.KivGetTextSize(Text(input).info, width, height);
     }
-    int DrawBitmap(unsigned int handle) {
-        return data.ConsumeBool() ? surface.KivDrawBitmapByBlend(handle, Bitmap())
-                                  : surface.KivDrawBitmap(handle, Bitmap());
+    int DrawRect() { return NamesLayer(surface.KivDrawRect(handle, input.Rect(), input.Color())); }
+    int DrawRound() { return NamesLayer(surface.KivDrawRound(handle, input.Round(), input.Color())); }
+    int DisplayBitmap() { return surface.KivDisplayBitmap(Bitmap(input).info); }
+    int DrawBitmap() {
+        return input.ConsumeBool() ? surface.KivDrawBitmapByBlend(handle, Bitmap(input).info)
+                                   : surface.KivDrawBitmap(handle, Bitmap(input).info);
     }
-    void ExpectNoLeftovers() const {
-        Expect(CountLive(Kind::TEXTURE) <= layers.size() + ATLASES &&
-                   CountLive(Kind::FRAMEBUFFER) <= layers.size() && CountLive(Kind::BUFFER) <= RENDERERS &&
-                   CountLive(Kind::PROGRAM) <= RENDERERS && CountLive(Kind::SHADER) == 0,
-               "GL objects are left behind");
+    // The result of an operation that depends on nothing but whether there is such a layer.
+    int NamesLayer(int result) const {
+        const bool known = handle == FBO_HANDLE_BASE || layers.count(handle) != 0;
+        Expect(!HasContext() || result == (known ? 0 : 1), "a layer is not known by its handle");
+        return result;
     }
 
-    struct Operation {
-        int (*perform)(Client&, unsigned int handle);
-        bool namesLayer = false;  // and needs it to be there
-    };
-    static const Operation OPERATIONS[];
-
-    FuzzedDataProvider& data;
-    KivGLDrawSurface surface;
-    std::vector<char16_t> units;  // exactly what the operation at work may read
-    std::vector<std::uint8_t> pixels;
-    bool hasThread = false;
+    Input& input;
+    KivGLDrawSurface surface{};
+    unsigned int handle = 0;  // of the operation at work
     int fontLoads = 0;
-    std::set<unsigned int> layers;
+    std::set<unsigned int> layers{};
 };
 
-const Client::Operation Client::OPERATIONS[] = {
-    {[](Client& c, unsigned int) { return c.CreateContext(); }},
-    {[](Client& c, unsigned int) { return c.DestroyContext(); }},
-    {[](Client& c, unsigned int) { return c.ConnectWindow(); }},
-    {[](Client& c, unsigned int) { return c.surface.Init(c.data.ConsumeIntegral<unsigned int>()); }},
-    {[](Client& c, unsigned int) { return c.LoadFont(); }},
-    {[](Client& c, unsigned int) { return c.surface.KivRefreshOnSrceen(); }},
-    {[](Client& c, unsigned int) { return c.CreateLayer(); }},
-    {[](Client& c, unsigned int) { return c.CreateLayer(); }},  // twice as often as it is destroyed
-    {[](Client& c, unsigned int) { return c.DestroyLayer(); }},
-    {[](Client& c, unsigned int handle) { return c.surface.KivClearGLFBO(handle); }},
-    {[](Client& c, unsigned int handle) { return c.surface.KivDisplayFBO(handle, c.Rect(), c.Rect()); }},
-    {[](Client& c, unsigned int handle) {
-        return c.surface.KivBlit({handle, c.Handle(), c.Rect(), c.Rect()});
-    }},
-    {[](Client& c, unsigned int handle) { return c.surface.KivDrawText(handle, c.Text(), c.Rect()); }, true},
-    {[](Client& c, unsigned int) { return c.MeasureText(); }},
-    {[](Client& c, unsigned int handle) { return c.surface.KivDrawRect(handle, c.Rect(), c.Color()); }, true},
-    {[](Client& c, unsigned int handle) {
-         return c.surface.KivDrawRound(handle, {c.Number(), c.Number(), c.Number(), c.Number()}, c.Color());
-     },
-     true},
-    {[](Client& c, unsigned int) { return c.surface.KivDisplayBitmap(c.Bitmap()); }},
-    {[](Client& c, unsigned int handle) { return c.DrawBitmap(handle); }},
-};
+using Operation = int (Client::*)();
+constexpr Operation OPERATIONS[] = {
+    &Client::CreateContext, &Client::DestroyContext, &Client::ConnectWindow, &Client::Init,
+    &Client::LoadFont,      &Client::Refresh,        &Client::CreateLayer,
+    &Client::CreateLayer,  // twice as often as it is destroyed
+    &Client::DestroyLayer,  &Client::ClearLayer,     &Client::DisplayLayer,  &Client::Blit,
+    &Client::DrawText,      &Client::MeasureText,    &Client::DrawRect,      &Client::DrawRound,
+    &Client::DisplayBitmap, &Client::DrawBitmap};
 
-void Client::Operate() {
-    const unsigned int handle = Handle();
-    const bool known = handle == FBO_HANDLE_BASE || layers.count(handle) != 0;
-    const auto choice = data.ConsumeIntegralInRange<std::size_t>(0, 2 * std::size(OPERATIONS) - 1);
-    const Operation& operation = OPERATIONS[choice % std::size(OPERATIONS)];
-    const int result = operation.perform(*this, handle);
-    units = std::vector<char16_t>();  // gone before the command is executed
-    pixels = std::vector<std::uint8_t>();
+void Operate(Client& client) {
+    client.handle = client.input.Handle();
+    const Operation operation = client.input.PickValueInArray(OPERATIONS);
+    const int result = (client.*operation)();
     Expect(std::find(std::begin(RESULTS), std::end(RESULTS), result) != std::end(RESULTS),
            "a result code that is not documented");
-    Expect((result == NO_CONTEXT) == !hasThread, "102 does not tell whether there is a context");
-    Expect(!operation.namesLayer || !hasThread || result == (known ? 0 : 1),
-           "a layer is not known by its handle");
-    if (choice >= std::size(OPERATIONS)) {
-        coroutine::Run();
-    }
+    Expect((result == NO_CONTEXT) == !Client::HasContext(), "102 does not tell whether there is a context");
 }
 
 }  // namespace
 
+// The library lets its draw thread go, so that nobody would know when it has ended.
+void std::thread::detach() { drawThread.swap(*this); }
+
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     __android_log_set_logger([](const __android_log_message*) {});
-    FuzzedDataProvider data(bytes, size);
-    const auto failure = data.ConsumeIntegral<std::uint8_t>();
+    Input input(bytes, size);
+    const std::uint8_t failure = input.Byte();
     stubgl::Reset(2048, failure < 0x80 ? failure : UINT_MAX);
 
-    Client client(data);
-    while (data.remaining_bytes() != 0) {
-        client.Operate();
+    Client client{input};
+    while (input.remaining_bytes() != 0) {
+        Operate(client);
     }
-    client.Finish();
+    if (client.surface.Init(0) == 0) {  // everything queued has been executed
+        const std::size_t layers = client.layers.size();
+        Expect(CountLive(Kind::TEXTURE) <= layers + ATLASES && CountLive(Kind::FRAMEBUFFER) <= layers &&
+                   CountLive(Kind::BUFFER) <= RENDERERS && CountLive(Kind::PROGRAM) <= RENDERERS &&
+                   CountLive(Kind::SHADER) == 0,
+               "GL objects are left behind");
+    }
+    (void)client.DestroyContext();
     return 0;
 }

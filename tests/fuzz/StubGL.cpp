@@ -4,9 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <iterator>
 #include <map>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -14,16 +13,12 @@
 
 namespace {
 
-using stubgl::Context;
 using stubgl::Expect;
 using stubgl::Kind;
 
-constexpr std::size_t TEXTURE_UNITS = 8;
 constexpr std::size_t ATTRIBUTE_SIZE = 4;  // floats a vertex
 
 struct Object {
-    explicit Object(Kind theKind) : kind(theKind) {}
-
     Kind kind;
     GLsizei width = 0;  // a texture's
     GLsizei height = 0;
@@ -36,15 +31,19 @@ struct State {
     unsigned int callsBeforeFailure = UINT_MAX;
     stubgl::Drawing drawing = nullptr;
     GLuint lastName = 0;
-    std::map<GLuint, Object> objects;  // of EGL too
-    std::size_t unit = 0;
-    GLuint boundTexture[TEXTURE_UNITS] = {};
+    std::map<GLuint, Object> objects;
+    std::set<void*> eglObjects;
+    GLenum unit = GL_TEXTURE0;
+    std::map<GLenum, GLuint> boundTextures;  // by unit
     GLuint arrayBuffer = 0;
     GLuint attributeBuffer = 0;
-    GLint alignment = 4;
+    std::size_t alignment = 4;
+    std::vector<std::uint8_t> pixels;  // last uploaded
     GLfloat color[4] = {};
     bool colorIsNew = false;
 };
+
+enum class Context { NEVER, RELEASED, CURRENT };
 
 State& state = *new State;  // never destroyed: a draw thread may outlive main
 thread_local Context context = Context::NEVER;
@@ -54,37 +53,26 @@ bool IsCurrent() {
     return context == Context::CURRENT;
 }
 
-// Reads all bytes: the sanitizers check the whole range of a copy.
-void Read(const void* data, std::size_t size) {
-    static auto& sink = *new std::vector<unsigned char>;  // a draw thread may outlive main
-    sink.resize(std::max(sink.size(), size));
-    if (data != nullptr && size != 0) {
-        std::memcpy(sink.data(), data, size);
-    }
-}
-
 bool Fails() { return state.callsBeforeFailure-- == 0; }
 
 // 0 if it is this call that fails.
 GLuint Make(Kind kind) {
-    if (Fails()) {
+    if (!IsCurrent() || Fails()) {
         return 0;
     }
-    state.objects.emplace(++state.lastName, kind);
+    state.objects[++state.lastName].kind = kind;
     return state.lastName;
 }
 
 void Generate(Kind kind, GLsizei count, GLuint* names) {
-    for (GLsizei i = 0; IsCurrent() && i < count; ++i) {
-        names[i] = Make(kind);
-    }
+    std::generate_n(names, count, [kind] { return Make(kind); });
 }
 
 // Null without a context, too.
 Object* Find(Kind kind, GLuint name) {
     const auto found = state.objects.find(name);
-    return IsCurrent() && found != state.objects.end() && found->second.kind == kind ? &found->second
-                                                                                     : nullptr;
+    const bool exists = IsCurrent() && found != state.objects.end() && found->second.kind == kind;
+    return exists ? &found->second : nullptr;
 }
 
 void Delete(Kind kind, GLsizei count, const GLuint* names) {
@@ -94,19 +82,23 @@ void Delete(Kind kind, GLsizei count, const GLuint* names) {
     }
 }
 
-Object* BoundTexture() { return Find(Kind::TEXTURE, state.boundTexture[state.unit]); }
+Object* BoundTexture() { return Find(Kind::TEXTURE, state.boundTextures[state.unit]); }
 
-// Bytes from the first to the last one of an upload, as GL finds its rows.
-std::size_t UploadSize(GLsizei width, GLsizei height, GLenum format) {
-    const auto row = static_cast<std::size_t>(width) * (format == GL_RGBA ? 4 : 1);
-    const auto alignment = static_cast<std::size_t>(state.alignment);
-    const std::size_t stride = (row + alignment - 1) / alignment * alignment;
-    return height == 0 ? 0 : stride * static_cast<std::size_t>(height - 1) + row;
+// Reads the rows where GL finds them, to the last byte of the last one.
+void ReadPixels(const void* pixels, GLsizei width, GLsizei height, GLenum format) {
+    if (pixels != nullptr && width != 0 && height != 0) {
+        const auto row = static_cast<std::size_t>(width) * (format == GL_RGBA ? 4 : 1);
+        const std::size_t stride = (row + state.alignment - 1) / state.alignment * state.alignment;
+        const auto* const first = static_cast<const std::uint8_t*>(pixels);
+        state.pixels.assign(first, first + stride * static_cast<std::size_t>(height - 1) + row);
+    }
 }
 
-void* MakeEGLObject() { return reinterpret_cast<void*>(static_cast<std::uintptr_t>(Make(Kind::EGL))); }
-EGLBoolean DestroyEGLObject(void* object) {
-    return state.objects.erase(static_cast<GLuint>(reinterpret_cast<std::uintptr_t>(object))) != 0;
+void* MakeEGLObject() {
+    if (Fails()) {
+        return nullptr;
+    }
+    return *state.eglObjects.insert(reinterpret_cast<void*>(std::uintptr_t{++state.lastName})).first;
 }
 
 }  // namespace
@@ -114,23 +106,22 @@ EGLBoolean DestroyEGLObject(void* object) {
 namespace stubgl {
 
 void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure, Drawing drawing) {
-    state = State();
-    state.maxTextureSize = maxTextureSize;
-    state.callsBeforeFailure = callsBeforeFailure;
-    state.drawing = drawing;
+    state = State{maxTextureSize, callsBeforeFailure, drawing};
 }
 
-Context SetContext(Context newContext) { return std::exchange(context, newContext); }
+void MakeCurrent() { context = Context::CURRENT; }
 
 std::size_t CountLive(Kind kind) {
     return static_cast<std::size_t>(std::count_if(state.objects.begin(), state.objects.end(),
                                                   [kind](const auto& it) { return it.second.kind == kind; }));
 }
-std::size_t CountLive() { return state.objects.size(); }
+std::size_t CountLive() { return state.objects.size() + state.eglObjects.size(); }
 
-void Report(const char* finding) {
-    std::fprintf(stderr, "FINDING: %s\n", finding);
-    std::abort();
+void Expect(bool holds, const char* finding) {
+    if (!holds) {
+        std::fprintf(stderr, "FINDING: %s\n", finding);
+        std::abort();
+    }
 }
 
 }  // namespace stubgl
@@ -141,12 +132,9 @@ extern "C" {
 
 void glGenTextures(GLsizei n, GLuint* names) { Generate(Kind::TEXTURE, n, names); }
 void glDeleteTextures(GLsizei n, const GLuint* names) { Delete(Kind::TEXTURE, n, names); }
-void glActiveTexture(GLenum unit) {
-    state.unit = unit - GL_TEXTURE0;
-    Expect(state.unit < TEXTURE_UNITS, "no such texture unit");
-}
-void glBindTexture(GLenum, GLuint name) { state.boundTexture[state.unit] = name; }
-void glPixelStorei(GLenum, GLint value) { state.alignment = value; }
+void glActiveTexture(GLenum unit) { state.unit = unit; }
+void glBindTexture(GLenum, GLuint name) { state.boundTextures[state.unit] = name; }
+void glPixelStorei(GLenum, GLint value) { state.alignment = static_cast<std::size_t>(value); }
 
 void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GLenum format, GLenum,
                   const void* pixels) {
@@ -155,24 +143,20 @@ void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GL
     if (texture == nullptr || width < 0 || height < 0 || width > limit || height > limit) {
         return;  // GL refuses, and the texture stays without storage
     }
-    Read(pixels, UploadSize(width, height, format));
+    ReadPixels(pixels, width, height, format);
     texture->width = width;
     texture->height = height;
-    texture->filledTo.clear();
+    texture->filledTo.assign(static_cast<std::size_t>(width), 0);
 }
 
 void glTexSubImage2D(GLenum, GLint, GLint x, GLint y, GLsizei width, GLsizei height, GLenum format, GLenum,
                      const void* pixels) {
-    if (!IsCurrent()) {
-        return;
-    }
     Object* const texture = BoundTexture();
     Expect(texture != nullptr && x >= 0 && y >= 0 && width >= 0 && height >= 0 &&
                width <= texture->width - x && height <= texture->height - y,
            "an upload reaches outside its texture");
     Expect(pixels != nullptr || width == 0 || height == 0, "an upload without pixels");
-    Read(pixels, UploadSize(width, height, format));
-    texture->filledTo.resize(static_cast<std::size_t>(texture->width));
+    ReadPixels(pixels, width, height, format);
     const auto first = texture->filledTo.begin() + x;
     Expect(height == 0 || std::all_of(first, first + width, [y](GLsizei row) { return row <= y; }),
            "an upload covers another one");
@@ -229,11 +213,11 @@ void glGetIntegerv(GLenum, GLint* value) {
 
 // Programs.
 
-GLuint glCreateShader(GLenum) { return IsCurrent() ? Make(Kind::SHADER) : 0; }
+GLuint glCreateShader(GLenum) { return Make(Kind::SHADER); }
 void glDeleteShader(GLuint name) { Delete(Kind::SHADER, 1, &name); }
 void glGetShaderiv(GLuint, GLenum what, GLint* value) { *value = what == GL_COMPILE_STATUS && !Fails(); }
 GLboolean glIsShader(GLuint name) { return Find(Kind::SHADER, name) != nullptr; }
-GLuint glCreateProgram() { return IsCurrent() ? Make(Kind::PROGRAM) : 0; }
+GLuint glCreateProgram() { return Make(Kind::PROGRAM); }
 void glDeleteProgram(GLuint name) { Delete(Kind::PROGRAM, 1, &name); }
 void glGetProgramiv(GLuint, GLenum what, GLint* value) { *value = what == GL_LINK_STATUS && !Fails(); }
 GLboolean glIsProgram(GLuint name) { return Find(Kind::PROGRAM, name) != nullptr; }
@@ -246,7 +230,6 @@ void glUniform4fv(GLint, GLsizei, const GLfloat* value) {
 
 // EGL.
 
-EGLint eglGetError() { return EGL_BAD_ALLOC; }
 EGLDisplay eglGetDisplay(EGLNativeDisplayType) { return Fails() ? nullptr : &state; }
 EGLBoolean eglInitialize(EGLDisplay, EGLint*, EGLint*) { return !Fails(); }
 EGLBoolean eglChooseConfig(EGLDisplay, const EGLint*, EGLConfig* configs, EGLint, EGLint* count) {
@@ -259,15 +242,15 @@ EGLSurface eglCreatePbufferSurface(EGLDisplay, EGLConfig, const EGLint*) { retur
 EGLSurface eglCreateWindowSurface(EGLDisplay, EGLConfig, EGLNativeWindowType, const EGLint*) {
     return MakeEGLObject();
 }
-EGLBoolean eglDestroySurface(EGLDisplay, EGLSurface surface) { return DestroyEGLObject(surface); }
-EGLBoolean eglDestroyContext(EGLDisplay, EGLContext object) { return DestroyEGLObject(object); }
+EGLBoolean eglDestroySurface(EGLDisplay, EGLSurface surface) { return state.eglObjects.erase(surface) != 0; }
+EGLBoolean eglDestroyContext(EGLDisplay, EGLContext object) { return state.eglObjects.erase(object) != 0; }
 EGLBoolean eglMakeCurrent(EGLDisplay, EGLSurface, EGLSurface, EGLContext object) {
     if (object != nullptr && Fails()) {
         return EGL_FALSE;
     }
     context = object != nullptr ? Context::CURRENT : Context::RELEASED;  // with or without a surface
-    for (auto it = state.objects.begin(); object == nullptr && it != state.objects.end();) {
-        it = it->second.kind == Kind::EGL ? std::next(it) : state.objects.erase(it);
+    if (object == nullptr) {
+        state.objects.clear();
     }
     return EGL_TRUE;
 }

@@ -26,23 +26,16 @@ using Drawing = void (*)(const GLfloat* vertices, std::size_t count, const GLflo
 // Forgets everything. The call after `callsBeforeFailure` more calls that can fail does so.
 void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure = UINT_MAX, Drawing drawing = nullptr);
 
-// What this thread has of a context; set by eglMakeCurrent, or here, for renderers without EGL and for what
-// stands for a thread. Returns what it was.
-enum class Context { NEVER, RELEASED, CURRENT };
-Context SetContext(Context context);
+// Gives this thread a context, for renderers without EGL.
+void MakeCurrent();
 
-// How many there are. A context takes those of GL with it when it is released.
-enum class Kind { TEXTURE, BUFFER, FRAMEBUFFER, PROGRAM, SHADER, EGL };
+// How many there are of GL's, and of all with EGL's. A context takes those of GL with it when it is released.
+enum class Kind { TEXTURE, BUFFER, FRAMEBUFFER, PROGRAM, SHADER };
 std::size_t CountLive(Kind kind);
-std::size_t CountLive();  // of any kind
+std::size_t CountLive();
 
-// Says why, and ends the process as a finding.
-[[noreturn]] void Report(const char* finding);
-inline void Expect(bool holds, const char* finding) {
-    if (!holds) {
-        Report(finding);
-    }
-}
+// Ends the process as a finding, and says which, unless `holds`.
+void Expect(bool holds, const char* finding);
 
 }  // namespace stubgl
 
