@@ -66,9 +66,10 @@ struct Text {
         info.fgColor = input.Color();
         info.bgColor = input.ConsumeBool() ? info.fgColor : input.Color();
         info.fontSize = input.ConsumeBool() ? 40 : input.Number();
-        info.bold = input.ConsumeBool();
-        info.italic = input.ConsumeBool();
-        info.underline = input.ConsumeBool();
+        const std::uint8_t style = input.Byte();
+        info.bold = style & 1;
+        info.italic = style & 2;
+        info.underline = style & 4;
     }
 
     std::vector<char16_t> units;

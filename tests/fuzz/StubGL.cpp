@@ -205,11 +205,7 @@ void glDeleteFramebuffers(GLsizei n, const GLuint* names) { Delete(Kind::FRAMEBU
 GLenum glCheckFramebufferStatus(GLenum) {
     return Fails() ? GL_FRAMEBUFFER_UNSUPPORTED : GL_FRAMEBUFFER_COMPLETE;
 }
-void glGetIntegerv(GLenum, GLint* value) {
-    if (IsCurrent()) {
-        *value = state.maxTextureSize;
-    }
-}
+void glGetIntegerv(GLenum, GLint* value) { *value = IsCurrent() ? state.maxTextureSize : *value; }
 
 // Programs.
 

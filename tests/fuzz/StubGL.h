@@ -10,9 +10,9 @@
 // here is the real one, which does nothing without a context.
 //
 // Nothing is drawn. What GL would read from the caller is read in full, so that a sanitizer sees it, and what
-// would read or write where it must not ends the process: an upload outside its texture or over another one,
-// vertices behind the end of their buffer. Calls of a thread whose context has been released do nothing; GL
-// on a thread that never had one ends the process.
+// would read or write where it must not ends the process: an upload outside a texture or over another one,
+// vertices behind the end of their buffer. Other calls of a thread whose context has been released do
+// nothing; GL on a thread that never had one ends the process.
 //
 // Thread: the context is current on one thread at a time, as the library sees to. There are no locks, so that
 //         the thread sanitizer sees the library's own ordering only: the rest of this header is for when no
