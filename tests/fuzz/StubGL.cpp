@@ -31,14 +31,14 @@ struct State {
     unsigned int callsBeforeFailure = UINT_MAX;
     stubgl::Drawing drawing = nullptr;
     GLuint lastName = 0;
-    std::map<GLuint, Object> objects;
-    std::set<void*> eglObjects;
+    std::map<GLuint, Object> objects{};
+    std::set<void*> eglObjects{};
     GLenum unit = GL_TEXTURE0;
-    std::map<GLenum, GLuint> boundTextures;  // by unit
+    std::map<GLenum, GLuint> boundTextures{};  // by unit
     GLuint arrayBuffer = 0;
     GLuint attributeBuffer = 0;
     std::size_t alignment = 4;
-    std::vector<std::uint8_t> pixels;  // last uploaded
+    std::vector<std::uint8_t> pixels{};  // last uploaded
     GLfloat color[4] = {};
     bool colorIsNew = false;
 };
