@@ -15,8 +15,8 @@ packages=(
     libegl-mesa0 libgles2 libgl1-mesa-dri xvfb x11-utils
     # Tests and benchmarks
     libgtest-dev libgmock-dev libbenchmark-dev libx11-dev python3-fonttools
-    # Fonts: outlines with Latin, Greek and Cyrillic; Chinese, Japanese and Korean; bitmaps
-    fonts-dejavu-core fonts-wqy-microhei xfonts-terminus
+    # Fonts: outlines with Latin, Greek and Cyrillic; Chinese, Japanese and Korean
+    fonts-dejavu-core fonts-wqy-microhei
     # Examples
     libpng-dev libcli11-dev libutfcpp-dev imagemagick
 )

@@ -42,5 +42,14 @@ TEST(Handlers, RefuseWhatTheyCannotExecuteAndSayWhy) {
     }
 }
 
+TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
+    GLDrawThread drawThread;
+    ASSERT_EQ(drawThread.Init(), 0);
+    ASSERT_EQ(drawThread.DeInit(), 0);
+    recorder::Reset();
+    EXPECT_EQ(drawThread.ReadCmdFromQueue(), nullptr);
+    EXPECT_EQ(recorder::Log(), std::vector<std::string>{"W GLDrawThread: DrawCmd is empty\n"});
+}
+
 }  // namespace
 }  // namespace kivgles

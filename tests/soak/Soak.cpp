@@ -16,7 +16,7 @@
 #include "races/Clients.h"
 #include "support/Process.h"
 #include "support/Recorder.h"
-#include "support/Target.h"
+#include "support/X11Window.h"
 
 namespace kivgles {
 namespace {
@@ -53,13 +53,9 @@ void SteadyHeap() {
 }
 
 Holdings Look() {
-    Holdings now{0, mallinfo2().uordblks / 1024, DescriptorNum(), ThreadNum(), 0};
+    Holdings now{0, mallinfo2().uordblks / 1024, DescriptorNum(), ThreadNum(), recorder::LiveNum()};
     std::ifstream("/proc/self/statm") >> now[RESIDENT] >> now[RESIDENT];  // the second number, of pages
     now[RESIDENT] *= static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024;
-    for (const char* const kind :
-         {"texture", "buffer", "framebuffer", "shader", "program", "context", "surface", "face", "library"}) {
-        now[OBJECTS] += recorder::Live(kind).size();
-    }
     return now;
 }
 

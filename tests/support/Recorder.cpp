@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
+#include <set>
+#include <tuple>
 #include <type_traits>
 #include <utility>
 
@@ -32,22 +34,21 @@ struct Function {
     std::atomic<unsigned int> result{0};
 };
 
-struct Object {
-    std::string kind;
-    std::uintptr_t id;
-    EGLContext context;  // that a GL name belongs to
-};
+// Kind, the context that a GL name belongs to, name or address.
+using Object = std::tuple<std::string, EGLContext, std::uintptr_t>;
 
 struct State {
     std::mutex mutex;
     std::map<std::string, Function> functions;
     std::vector<std::string> calls;
     std::vector<std::string> log;
-    std::vector<Object> objects;
+    std::set<Object> objects;
 };
 
 std::atomic<bool> recording{false};
+std::atomic<bool> pictures{false};
 thread_local int forwarding = 0;
+thread_local std::string glText;  // GL's words about itself, asked for last
 thread_local EGLint injectedError = EGL_SUCCESS;
 
 // Never destroyed: a draw thread may outlive main.
@@ -104,7 +105,7 @@ struct Forwarding {
     ~Forwarding() { --forwarding; }
 };
 
-// --- A call as text. Vertices, colours, indices, names to delete and shader sources are shown, other
+// --- A call as text. Vertices, colours, indices, names to delete, shader sources and glyphs are shown, other
 // pointers as "pointer" or "null" ---
 
 using Floats = std::vector<float>;
@@ -134,61 +135,51 @@ std::string Text(const std::vector<Item>& items) {
     return text + "]";
 }
 
-template <typename... Arguments>
-std::string Call(const char* name, const Arguments&... arguments) {
-    std::string text;
-    ((text += (text.empty() ? "" : ", ") + Text(arguments)), ...);
-    return name + ("(" + text) + ")";
-}
-
 struct CallOf {
     const char* name;
     template <typename... Arguments>
     std::string operator()(const Arguments&... arguments) const {
-        return Call(name, arguments...);
+        std::string text;
+        ((text += (text.empty() ? "" : ", ") + Text(arguments)), ...);
+        return name + ("(" + text) + ")";
     }
 };
 
 // --- Objects alive ---
 
-template <typename Matches>
-void Remove(const Matches& matches) {
+void SetLive(const char* kind, EGLContext context, std::uintptr_t id, bool isLive) {
     Locked([&](State& state) {
-        state.objects.erase(std::remove_if(state.objects.begin(), state.objects.end(), matches),
-                            state.objects.end());
+        isLive ? void(state.objects.insert({kind, context, id}))
+               : void(state.objects.erase({kind, context, id}));
     });
 }
 
 // GL names; without a context none is made or deleted.
-void BornNames(const char* kind, GLsizei n, const GLuint* names) {
+void SetLive(const char* kind, GLsizei n, const GLuint* names, bool areLive) {
     if (EGLContext const context = eglGetCurrentContext()) {
-        std::for_each(names, names + n, [&](GLuint name) {
-            Locked([&](State& state) { state.objects.push_back({kind, name, context}); });
-        });
+        std::for_each(names, names + n, [&](GLuint name) { SetLive(kind, context, name, areLive); });
     }
 }
-void GoneNames(const char* kind, GLsizei n, const GLuint* names) {
-    Remove([&, context = eglGetCurrentContext()](const Object& object) {
-        return object.kind == kind && object.context == context &&
-               std::count(names, names + n, object.id) != 0;
-    });
-}
-GLuint BornName(const char* kind, GLuint name) { return BornNames(kind, 1, &name), name; }
+GLuint BornName(const char* kind, GLuint name) { return SetLive(kind, 1, &name, true), name; }
 
 template <typename Handle>
 Handle Born(const char* kind, Handle handle) {
     if (handle != nullptr) {
-        Locked([&](State& state) {
-            state.objects.push_back({kind, reinterpret_cast<std::uintptr_t>(handle), nullptr});
-        });
+        SetLive(kind, nullptr, reinterpret_cast<std::uintptr_t>(handle), true);
     }
     return handle;
 }
-// With what belongs to it.
 void Gone(const char* kind, void* handle) {
-    Remove([=](const Object& object) {
-        return (object.kind == kind && object.id == reinterpret_cast<std::uintptr_t>(handle)) ||
-               object.context == handle;
+    SetLive(kind, nullptr, reinterpret_cast<std::uintptr_t>(handle), false);
+}
+// With what belongs to it.
+void GoneContext(EGLContext context) {
+    Gone("context", context);
+    Locked([context](State& state) {
+        for (auto object = state.objects.begin(); object != state.objects.end();) {
+            object =
+                std::get<EGLContext>(*object) == context ? state.objects.erase(object) : std::next(object);
+        }
     });
 }
 
@@ -208,6 +199,10 @@ EGLint LastError(EGLint real) {
     const EGLint injected = std::exchange(injectedError, EGL_SUCCESS);
     return injected != EGL_SUCCESS ? injected : real;
 }
+const GLubyte* Remember(const GLubyte* text) {
+    glText = text == nullptr ? "" : reinterpret_cast<const char*>(text);
+    return text;
+}
 template <typename Item, typename Shown>
 std::vector<Shown> Items(const void* data, std::ptrdiff_t n, Shown) {
     const auto* const items = static_cast<const Item*>(data);
@@ -217,16 +212,60 @@ Floats FloatsAt(const void* data, GLsizeiptr n) { return Items<GLfloat>(data, n,
 Numbers AttributesAt(const EGLint* list) {
     return Items<EGLint>(list, std::find(list, list + 64, EGL_NONE) - list, 0);
 }
+// What begins where: "0 255 12 0" for twelve of 255 and then zeros.
+template <typename Show>
+std::string Runs(int n, const Show& show) {
+    std::string text;
+    std::string former;
+    for (int i = 0; i < n; ++i) {
+        const std::string shown = show(i);
+        text += shown == former ? "" : (text.empty() ? "" : " ") + std::to_string(i) + " " + shown;
+        former = shown;
+    }
+    return text;
+}
+std::string BytesAt(const void* data, int n) {
+    const auto* const bytes = static_cast<const GLubyte*>(data);
+    return "[" + (data == nullptr ? "" : Runs(n, [bytes](int i) { return std::to_string(bytes[i]); })) + "]";
+}
 std::string Joined(GLsizei n, const GLchar* const* parts) {
     std::string text;
     std::for_each(parts, parts + n, [&text](const GLchar* part) { text += std::string(part) + "|"; });
     return text;
 }
 
+// --- What a window is about to show: each row that differs from the one above, as the columns where a colour
+// begins. To the nearest 8 of 255: GLs round what they blend in different ways ---
+
+std::string Color(const GLubyte* pixel) {
+    char text[10];
+    const auto rounded = [](GLubyte component) { return std::min((component + 4) / 8 * 8, 255); };
+    (void)std::snprintf(text, sizeof(text), "#%02x%02x%02x%02x", rounded(pixel[0]), rounded(pixel[1]),
+                        rounded(pixel[2]), rounded(pixel[3]));
+    return text;
+}
+void RecordPicture(EGLDisplay display, EGLSurface surface) {
+    EGLint width = 0;
+    EGLint height = 0;
+    eglQuerySurface(display, surface, EGL_WIDTH, &width);
+    eglQuerySurface(display, surface, EGL_HEIGHT, &height);
+    std::vector<GLubyte> pixels(static_cast<std::size_t>(4 * width * height));
+    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    std::string former;
+    for (int y = 0; y < height; ++y) {
+        const GLubyte* const first = pixels.data() + 4 * width * (height - 1 - y);
+        const std::string row = Runs(width, [first](int x) { return Color(first + 4 * x); });
+        if (row != former) {
+            Locked([&](State& state) { state.calls.push_back("  y " + std::to_string(y) + ": " + row); });
+        }
+        former = row;
+    }
+}
+
 }  // namespace
 
 void Reset() {
-    recording = false;
+    recording = pictures = false;
     Locked([](State& state) {
         for (auto& [name, function] : state.functions) {
             function.count = function.failed = function.failAt = 0;
@@ -236,9 +275,10 @@ void Reset() {
     });
 }
 
-void Record() {
+void Record(bool withPictures) {
     Locked([](State& state) { state.calls.clear(); });
     recording = true;
+    pictures = withPictures;
 }
 
 std::vector<std::string> Calls() {
@@ -268,15 +308,11 @@ int Failed(const std::string& function) { return Find(function)->failed; }
 
 bool Enter(const std::string& function) { return Enter(*Find(function)); }
 
-std::vector<std::uintptr_t> Live(const std::string& kind) {
+std::size_t LiveNum(const std::string& kind) {
     return Locked([&](State& state) {
-        std::vector<std::uintptr_t> ids;
-        for (const Object& object : state.objects) {
-            if (object.kind == kind) {
-                ids.push_back(object.id);
-            }
-        }
-        return ids;
+        return static_cast<std::size_t>(
+            std::count_if(state.objects.begin(), state.objects.end(),
+                          [&](const Object& object) { return kind.empty() || std::get<0>(object) == kind; }));
     });
 }
 
@@ -314,9 +350,9 @@ using namespace recorder;
     ENTRY(FT_Error, name, parameters, arguments, next arguments, FT_Err_Out_Of_Memory)
 #define GL_NAMES(kind, Gen, Delete)                                                                  \
     ENTRY(void, Gen, (GLsizei n, GLuint* names), (n, names),                                         \
-          (next(n, names), BornNames(kind, n, names)), void(std::fill_n(names, n, 0U)))              \
+          (next(n, names), SetLive(kind, n, names, true)), void(std::fill_n(names, n, 0U)))              \
     ENTRY(void, Delete, (GLsizei n, const GLuint* names), (n, Items<GLuint>(names, n, 0)),           \
-          (GoneNames(kind, n, names), next(n, names)), void())
+          (SetLive(kind, n, names, false), next(n, names)), void())
 
 extern "C" {
 
@@ -334,8 +370,8 @@ GL(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a))
 GL(glCompileShader, (GLuint shader), (shader))
 ENTRY(GLuint, glCreateProgram, (), (), BornName("program", next()), 0)
 ENTRY(GLuint, glCreateShader, (GLenum type), (type), BornName("shader", next(type)), 0)
-ENTRY(void, glDeleteProgram, (GLuint name), (name), (GoneNames("program", 1, &name), next(name)), void())
-ENTRY(void, glDeleteShader, (GLuint name), (name), (GoneNames("shader", 1, &name), next(name)), void())
+ENTRY(void, glDeleteProgram, (GLuint name), (name), (SetLive("program", 1, &name, false), next(name)), void())
+ENTRY(void, glDeleteShader, (GLuint name), (name), (SetLive("shader", 1, &name, false), next(name)), void())
 GL(glDisable, (GLenum what), (what))
 GL(glDisableVertexAttribArray, (GLuint index), (index))
 GL(glDrawArrays, (GLenum mode, GLint first, GLsizei n), (mode, first, n))
@@ -355,7 +391,7 @@ GL(glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log),
 GL(glGetProgramiv, (GLuint program, GLenum what, GLint* value), (program, what, value))
 GL(glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (id, size, length, log))
 GL(glGetShaderiv, (GLuint shader, GLenum what, GLint* value), (shader, what, value))
-ENTRY(const GLubyte*, glGetString, (GLenum what), (what), next(what), nullptr)
+ENTRY(const GLubyte*, glGetString, (GLenum what), (what), Remember(next(what)), nullptr)
 ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (id, name), next(id, name), -1)
 ENTRY(GLboolean, glIsProgram, (GLuint name), (name), next(name), GL_FALSE)
 ENTRY(GLboolean, glIsShader, (GLuint name), (name), next(name), GL_FALSE)
@@ -367,9 +403,10 @@ GL(glTexImage2D, (GLenum target, GLint level, GLint internal, GLsizei width, GLs
                   GLenum format, GLenum type, const void* data),
    (target, level, internal, width, height, border, format, type, data))
 GL(glTexParameteri, (GLenum target, GLenum what, GLint value), (target, what, value))
-GL(glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
-                     GLenum format, GLenum type, const void* data),
-   (target, level, x, y, width, height, format, type, data))
+ENTRY(void, glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
+                              GLenum format, GLenum type, const void* data),
+      (target, level, x, y, width, height, format, type, BytesAt(data, width * height)),
+      next(target, level, x, y, width, height, format, type, data), void())
 GL(glUniform1i, (GLint location, GLint value), (location, value))
 ENTRY(void, glUniform4fv, (GLint location, GLsizei n, const GLfloat* values),
       (location, n, FloatsAt(values, 4 * n)), next(location, n, values), void())
@@ -393,7 +430,7 @@ ENTRY(EGLSurface, eglCreateWindowSurface,
       (display, config, "window", list), Born("surface", next(display, config, window, list)),
       BadAlloc(EGL_NO_SURFACE))
 ENTRY(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), (display, context),
-      (Gone("context", context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
+      (GoneContext(context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
 ENTRY(EGLBoolean, eglDestroySurface, (EGLDisplay display, EGLSurface surface), (display, surface),
       (Gone("surface", surface), next(display, surface)), BadAlloc<EGLBoolean>(EGL_FALSE))
 ENTRY(EGLDisplay, eglGetDisplay, (EGLNativeDisplayType id), (id), next(id), BadAlloc(EGL_NO_DISPLAY))
@@ -404,7 +441,9 @@ EGL(eglMakeCurrent, (EGLDisplay display, EGLSurface draw, EGLSurface read, EGLCo
 EGL(eglQuerySurface, (EGLDisplay display, EGLSurface surface, EGLint what, EGLint* value),
     (display, surface, what, value))
 EGL(eglReleaseThread, (), ())
-EGL(eglSwapBuffers, (EGLDisplay display, EGLSurface surface), (display, surface))
+ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), (display, surface),
+      (pictures ? RecordPicture(display, surface) : void(), next(display, surface)),
+      BadAlloc<EGLBoolean>(EGL_FALSE))
 EGL(eglTerminate, (EGLDisplay display), (display))
 
 FT(FT_Bitmap_Convert, (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
@@ -447,7 +486,11 @@ int __android_log_print(int priority, const char* tag, const char* format, ...) 
     (void)std::vsnprintf(text, sizeof(text), format, arguments);
     va_end(arguments);
     const char letter = "??VDIWEF"[priority & 7];
-    const std::string line = letter + (std::string(" ") + tag) + ": " + text;
+    std::string line = letter + (std::string(" ") + tag) + ": " + text;
+    const std::size_t said = glText.empty() ? std::string::npos : line.find(glText);
+    if (said != std::string::npos) {
+        line.replace(said, glText.size(), "...");  // another GL says something else
+    }
     Locked([&](State& state) {
         state.log.push_back(line);
         if (recording) {

@@ -8,7 +8,7 @@
 // Thread: any; nothing here is destroyed at exit. A call that is not recorded and makes or deletes nothing
 // takes no lock, so that the thread sanitizer sees the library's own ordering only.
 
-#include <cstdint>
+#include <cstddef>
 #include <map>
 #include <string>
 #include <vector>
@@ -19,7 +19,8 @@ namespace recorder {
 void Reset();
 
 // --- Calls as text, "glViewport(0, 0, 64, 32)" ---
-void Record();                        // from now on; forgets those recorded before
+// From now on; forgets those recorded before. With what a window shows at each swap, if it is there.
+void Record(bool pictures);
 std::vector<std::string> Calls();     // recorded so far, in order
 std::map<std::string, int> Counts();  // calls of each function since Reset, recorded or not
 
@@ -32,9 +33,9 @@ int Failed(const std::string& function);  // calls that failed so since Reset
 // For a function that the test program itself stands in for: counts a call, tells whether it has to fail.
 bool Enter(const std::string& function);
 
-// --- Names or addresses, oldest first, of the objects alive: "texture", "buffer", "framebuffer", "shader"
-// and "program" of every context, "context", "surface", "face", "library" ---
-std::vector<std::uintptr_t> Live(const std::string& kind);
+// --- Objects alive: of "texture", "buffer", "framebuffer", "shader" and "program" in every context,
+// "context", "surface", "face", "library", or of any kind ---
+std::size_t LiveNum(const std::string& kind = "");
 
 // --- Log lines, "E FBOManager: Create texture fail\n", that begin as said ---
 std::vector<std::string> Log(const std::string& beginning = "");

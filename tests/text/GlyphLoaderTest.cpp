@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "text/GlyphLoader.h"
-#include "text/TextTest.h"
 
 namespace kivgles {
 namespace {

@@ -44,8 +44,8 @@ FONTS = {
         "F": (0, 0, 1024, 9, 1024),
         "G": (0, 0, 1, 4, 1),
     },
-    # In the text "A B" the space makes the difference between one row and two.
-    "space_breaks_row.ttf": {" ": EMPTY, "A": (0, 0, 501, 10, 501), "B": (0, 0, 520, 10, 520)},
+    # In the text "A B" the space makes the difference between one row and two; in "A BC" the rows are higher without.
+    "space_breaks_row.ttf": {" ": EMPTY, "A": (0, 0, 501, 10, 501), "B": (0, 0, 520, 30, 520), "C": (0, 0, 500, 30, 500)},
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
     "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
     "no_characters.ttf": {},
@@ -56,11 +56,12 @@ FONTS = {
 # and style of two requests, four units of text.
 PARAMETERS = "JKMQ".encode("utf-16-le") + bytes([3, 60, 1, 24, 40, 0])
 
-# Character: bounding box and advance, and rows of one bit a pixel. Eleven columns, so two bytes a row, and five with
-# negative bearings.
+# Character: bounding box and advance, and rows of one bit a pixel. Eleven columns, so two bytes a row, five with
+# negative bearings, and one, so as many bytes as pixels.
 BITMAPS = {
     "A": ("11 3 0 0", 12, ["8020", "FFE0", "5540"]),
     "B": ("5 2 -1 -1", 6, ["A8", "50"]),
+    "C": ("1 2 0 0", 2, ["80", "80"]),
 }
 
 

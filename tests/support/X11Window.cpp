@@ -1,0 +1,42 @@
+#include "support/X11Window.h"
+
+#include <stdexcept>
+
+#include <X11/Xlib.h>
+#include <X11/Xutil.h>
+
+namespace kivgles {
+
+namespace {
+
+Bool IsMapped(Display*, XEvent* event, XPointer) { return event->type == MapNotify ? True : False; }
+
+}  // namespace
+
+X11Window::X11Window(unsigned int width, unsigned int height, int x, int y) : display(XOpenDisplay(nullptr)) {
+    if (display == nullptr) {
+        throw std::runtime_error("this test needs an X server and found none");
+    }
+    XSetWindowAttributes attributes = {};
+    attributes.backing_store = Always;
+    attributes.event_mask = StructureNotifyMask;
+    window = XCreateWindow(display, DefaultRootWindow(display), x, y, width, height, 0, CopyFromParent,
+                           InputOutput, nullptr, CWBackPixel | CWBackingStore | CWEventMask, &attributes);
+    XMapWindow(display, window);
+    XEvent event;
+    XIfEvent(display, &event, &IsMapped, nullptr);
+}
+
+X11Window::~X11Window() { XCloseDisplay(display); }
+
+bool X11Window::Shows(unsigned long color, int x, int y) const {
+    bool shows = false;
+    for (int roundTrips = 0; roundTrips < 1000 && !shows; ++roundTrips) {
+        XImage* const image = XGetImage(display, window, x, y, 1, 1, AllPlanes, ZPixmap);
+        shows = (XGetPixel(image, 0, 0) & 0xFFFFFF) == color;
+        XDestroyImage(image);
+    }
+    return shows;
+}
+
+}  // namespace kivgles
