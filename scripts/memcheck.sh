@@ -22,6 +22,6 @@ check CmdMemoryTest 'CmdMemory.Gives*'  # the others are about memory that is ke
 check BoundsCheckedTest '*'
 check LogTest '*'
 check SurfaceTest 'ResultCodes.*'
-check TextTest '*'
+check OSDTextTest '*'
 check RacesTest 'Races.First*:Teardown.*'
 echo "memcheck: no findings"

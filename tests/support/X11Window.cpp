@@ -7,24 +7,16 @@
 
 namespace kivgles {
 
-namespace {
-
-Bool IsMapped(Display*, XEvent* event, XPointer) { return event->type == MapNotify ? True : False; }
-
-}  // namespace
-
 X11Window::X11Window(unsigned int width, unsigned int height, int x, int y) : display(XOpenDisplay(nullptr)) {
     if (display == nullptr) {
         throw std::runtime_error("this test needs an X server and found none");
     }
     XSetWindowAttributes attributes = {};
     attributes.backing_store = Always;
-    attributes.event_mask = StructureNotifyMask;
     window = XCreateWindow(display, DefaultRootWindow(display), x, y, width, height, 0, CopyFromParent,
-                           InputOutput, nullptr, CWBackPixel | CWBackingStore | CWEventMask, &attributes);
+                           InputOutput, nullptr, CWBackPixel | CWBackingStore, &attributes);
     XMapWindow(display, window);
-    XEvent event;
-    XIfEvent(display, &event, &IsMapped, nullptr);
+    XSync(display, False);
 }
 
 X11Window::~X11Window() { XCloseDisplay(display); }

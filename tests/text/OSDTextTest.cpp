@@ -21,18 +21,5 @@ TEST(OSDText, WithoutItsProgramThereIsNoFontAndNoCharacter) {
     EXPECT_THAT(recorder::Log("E OSDText"), testing::Contains("E OSDText: OSDText is not inited\n").Times(2));
 }
 
-TEST(FontStyleAtlas, WithoutAFontMeasuresAndDrawsNothing) {
-    FontStyleAtlas atlas;
-    GlyphMap glyphs;
-    TagGLTextInfo request{};
-    request.text = u"A";
-    request.textLength = 1;
-    recorder::Reset();
-    atlas.GetFontGlyphs(request, glyphs);
-    atlas.SetFontStyleAtlas(request, nullptr);
-    EXPECT_TRUE(glyphs.empty());
-    EXPECT_EQ(recorder::Log("E FontStyleAtlas: font face is null pointer").size(), 2U);
-}
-
 }  // namespace
 }  // namespace kivgles

@@ -3,8 +3,8 @@
 find_program(KIVGLES_PYTHON python3 HINTS /usr/bin REQUIRED)
 set(KIVGLES_TEST_FONTS ${CMAKE_CURRENT_BINARY_DIR}/fonts)
 add_custom_command(
-    OUTPUT ${KIVGLES_TEST_FONTS}/bits.bdf
+    OUTPUT ${KIVGLES_TEST_FONTS}/bits1.bdf
     COMMAND ${KIVGLES_PYTHON} ${CMAKE_CURRENT_LIST_DIR}/make_fonts.py ${KIVGLES_TEST_FONTS}
     DEPENDS ${CMAKE_CURRENT_LIST_DIR}/make_fonts.py
     COMMENT "Making the fonts of the tests")
-add_custom_target(kivgles_test_fonts DEPENDS ${KIVGLES_TEST_FONTS}/bits.bdf)
+add_custom_target(kivgles_test_fonts DEPENDS ${KIVGLES_TEST_FONTS}/bits1.bdf)

@@ -126,14 +126,14 @@ def main():
         folder.mkdir(parents=True, exist_ok=True)
     for name, glyphs in FONTS.items():
         build(name, glyphs).save(directory / name)
-    (directory / "bits.bdf").write_bytes(bitmap_font(1))
+    for depth in (1, 2, 4, 8):
+        (directory / f"bits{depth}.bdf").write_bytes(bitmap_font(depth))
 
     for name, size in (("map", 16), ("size", 10000)):
         damaged_font(size).save(damaged / name)
-    fonts = {name: (directory / name).read_bytes() for name in ("bearings.ttf", "outlines.otf", "bits.bdf")}
-    fonts |= {"bits2.bdf": bitmap_font(2), "bits8.bdf": bitmap_font(8), "empty": b""}
-    for name, font in fonts.items():
-        (seeds / name).write_bytes(font + PARAMETERS)
+    for name in ("bearings.ttf", "outlines.otf", "bits1.bdf", "bits2.bdf", "bits8.bdf"):
+        (seeds / name).write_bytes((directory / name).read_bytes() + PARAMETERS)
+    (seeds / "empty").write_bytes(PARAMETERS)
 
 
 if __name__ == "__main__":
