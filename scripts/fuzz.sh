@@ -25,7 +25,8 @@ cmake --build "$build" --target "fuzz_$target"
 fuzzer=$build/tests/fuzz/fuzz_$target
 
 # No input may take long or much memory. The sanitizer limits the latter: libFuzzer would start a thread for it
-# and let it go, and the operations wait for whatever thread is let go.
+# and let it go, and the operations wait for whatever thread is let go. Their process grows with the threads that it
+# has started: more than three million runs take several processes.
 options=(-timeout=10 -print_funcs=0 -rss_limit_mb=0 -malloc_limit_mb=1024 -artifact_prefix="$build/")
 if [[ $target == operations ]]; then
     options+=(-max_len=96 -entropic=0)  # some fifteen operations; many inputs are worth more than rare ones

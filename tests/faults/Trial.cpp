@@ -74,14 +74,20 @@ std::vector<std::string> Errors(const Step& step) {
     return errors;
 }
 
-// What the fault has changed, as effects.txt has it. `first` is the call in the step that failed first.
+std::string Change(const Step& kept, const Step& now) {
+    if (now.answer == kept.answer) {
+        return "as without";
+    }
+    return now.Result() == kept.Result() ? "another size" : std::to_string(now.Result());
+}
+
+// What the fault has changed, as effects.txt has it: first what the operation answers, and whether it logs a
+// failure, anyway. `first` is the call in the step that failed first.
 std::string Effect(const Step& kept, const Step& now, const Fault& fault, int first) {
-    const bool fails = kept.trace.find(" fail ") != std::string::npos;  // anyway
-    std::string effect = kept.Verb() + (kept.Result() == 0 ? "" : "=" + kept.answer) + (fails ? "! " : " ") +
-                         fault.function + " " + std::to_string(std::min(first, 3)) + ": " +
-                         (now.answer == kept.answer       ? "as without"
-                          : now.Result() == kept.Result() ? "another size"
-                                                          : std::to_string(now.Result()));
+    const std::string answer = kept.Result() == 0 ? "" : "=" + kept.answer;
+    const std::string mark = kept.trace.find(" fail ") == std::string::npos ? " " : "! ";
+    std::string effect = kept.Verb() + answer + mark + fault.function + " " +
+                         std::to_string(std::min(first, 3)) + ": " + Change(kept, now);
     const std::vector<std::string> usual = Errors(kept);
     for (const std::string& error : Errors(now)) {
         effect += std::count(usual.begin(), usual.end(), error) == 0 ? " | " + error : "";

@@ -129,10 +129,14 @@ Verb Queued(int (KivGLDrawSurface::*operation)(Arguments...)) {
     return Plain(operation, true);
 }
 
-int Destroy(Client& client, std::istream&) {
-    const int code = client.surface->KivDestoryGLContext();
+// Layers go with their context, its draw thread after it.
+void EndContext(Client& client) {
     client.layers.clear();
     AwaitThreadNum(client.threads);
+}
+int Destroy(Client& client, std::istream&) {
+    const int code = client.surface->KivDestoryGLContext();
+    EndContext(client);
     return code;
 }
 int Connect(Client& client, std::istream& words) {
@@ -143,12 +147,13 @@ int Connect(Client& client, std::istream& words) {
     client.told = Size(client.surface->KivGetWindowWidth(), client.surface->KivGetWindowHeight());
     return code;
 }
-// Whether the X server does, for all to see.
+// Asks the X server, where pictures in the trace are GL's own.
 int Shows(Client& client, std::istream& words) {
     const int x = static_cast<int>(Number(words));
     const int y = static_cast<int>(Number(words));
-    return client.window != nullptr && client.window->Shows(std::stoul(Word(words), nullptr, 16), x, y) ? 0
-                                                                                                        : 1;
+    const unsigned long color = std::stoul(Word(words), nullptr, 16);
+    const bool shows = client.window != nullptr && client.window->Shows(color, x, y);
+    return shows ? 0 : 1;
 }
 int LoadFont(Client& client, std::istream& words) {
     const std::filesystem::path file = Word(words);
@@ -193,8 +198,7 @@ int Fail(Client&, std::istream& words) {
 }
 int Renew(Client& client, std::istream&) {
     client.surface = std::make_unique<KivGLDrawSurface>();
-    client.layers.clear();
-    AwaitThreadNum(client.threads);
+    EndContext(client);
     return 0;
 }
 int LoseWindow(Client& client, std::istream& words) {
