@@ -2,29 +2,27 @@
 // the draw thread, measuring, the look-up of glyphs, and a line of the log. Run under an X server.
 
 #include <chrono>
-#include <cstdlib>
-#include <iostream>
 #include <thread>
 
 #include <android/log.h>
 #include <benchmark/benchmark.h>
 
+#include "SmallSurface.h"
 #include "drawthread/DrawCmd.h"
 #include "gl/EGLManager.h"
-#include "kivgles/KivGLDrawSurface.h"
 #include "text/OSDText.h"
 
 namespace {
 
-using kivgles::DrawCmd;
+using bench::COLOR;
+using bench::fontPath;
+using bench::Require;
+using bench::SmallSurface;
+using bench::TICK;
 using kivgles::KivGLDrawSurface;
 
 constexpr char16_t LINE[] = u"Temperature:23.5C/Fan:01200rpm";
-constexpr kivgles::TagKivRectInfo TICK{8, 8, 2, 10};
-constexpr kivgles::TagKivColorRGBA COLOR{200, 100, 50, 255};
 constexpr auto UNTIL_ASLEEP = std::chrono::microseconds(200);
-
-std::string fontPath = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
 kivgles::TagKivTextInfo TextOf(unsigned int size, bool bold) {
     kivgles::TagKivTextInfo text{};
@@ -35,29 +33,6 @@ kivgles::TagKivTextInfo TextOf(unsigned int size, bool bold) {
     text.bold = bold ? 1 : 0;
     return text;
 }
-
-void Require(int status) {
-    if (status != 0) {
-        std::cerr << "status " << status << '\n';
-        std::exit(EXIT_FAILURE);
-    }
-}
-
-// A surface with a small layer, on no window.
-struct SmallSurface {
-    SmallSurface() {
-        Require(surface.KivCreateGLContext());
-        Require(surface.KivCreateGLFBO(layer, 64, 64, kivgles::KIV_COLOR_FORMAT_RGBA8888));
-        Require(surface.KivLoadFont(fontPath, 0));
-        DrawTick();
-        Drain();
-    }
-    void DrawTick() { benchmark::DoNotOptimize(surface.KivDrawRect(layer, TICK, COLOR)); }
-    void Drain() { Require(surface.Init(0)); }
-
-    KivGLDrawSurface surface;
-    unsigned int layer = 0;
-};
 
 template <typename Call>
 double SecondsOf(Call call) {
@@ -136,15 +111,6 @@ void QueueWhileAsleep(benchmark::State& state) {
     }
 }
 BENCHMARK(QueueWhileAsleep)->UseManualTime();
-
-// A waiting call that has nothing to do.
-void RoundTrip(benchmark::State& state) {
-    SmallSurface small;
-    for (auto _ : state) {
-        small.Drain();
-    }
-}
-BENCHMARK(RoundTrip)->UseRealTime();
 
 void MeasureText(benchmark::State& state, unsigned int size, bool bold) {
     SmallSurface small;

@@ -10,9 +10,6 @@ namespace {
 
 constexpr char TAG[] = "GLDrawThread";
 
-// A client that draws one bitmap after the other is back about so soon.
-constexpr unsigned int YIELDS_BEFORE_SLEEP = 60;
-
 // The context commands are the only ones that make sense without a context.
 bool NeedsContext(TagCmd kind) { return kind != CMD_CREATE_GL_CONTEXT && kind != CMD_DESTROY_GL_CONTEXT; }
 
@@ -80,7 +77,7 @@ void GLDrawThread::DrawThread() {
 }
 
 std::shared_ptr<DrawCmd> GLDrawThread::ReadCmdFromQueue() {
-    cmdSemaphore->Wait(YIELDS_BEFORE_SLEEP);
+    cmdSemaphore->Wait();
     std::unique_lock<std::mutex> lock(queueMutex);
     if (cmdQueue.empty()) {
         lock.unlock();

@@ -1,7 +1,5 @@
 #include "drawthread/KivGLSemaphore.h"
 
-#include <thread>
-
 namespace kivgles {
 
 KivGLSemaphore::KivGLSemaphore(unsigned int initialCount) : count(initialCount) {}
@@ -12,13 +10,8 @@ void KivGLSemaphore::Signal() {
     condition.notify_one();  // under the lock: the waiter may destroy the semaphore as soon as it is released
 }
 
-void KivGLSemaphore::Wait(unsigned int yields) {
+void KivGLSemaphore::Wait() {
     std::unique_lock<std::mutex> lock(mutex);
-    for (; count == 0 && yields != 0; --yields) {
-        lock.unlock();
-        std::this_thread::yield();
-        lock.lock();
-    }
     condition.wait(lock, [this] { return count != 0; });
     --count;
 }

@@ -25,9 +25,8 @@ class KivGLSemaphore {
 
     void Signal();
 
-    // Blocks, without a time limit, until there is a signal to consume. Before it does so it lets other
-    // threads run `yields` times: for one whose next signal mostly comes sooner than it could be woken up.
-    void Wait(unsigned int yields = 0);
+    // Blocks, without a time limit, until there is a signal to consume.
+    void Wait();
 
  private:
     std::mutex mutex;
