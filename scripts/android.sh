@@ -8,7 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build_root=${KIVGLES_ANDROID_BUILD:-build/android}
 kept=tests/abi/android
 
-scripts/setup.sh lld llvm libc++-14-dev android-liblog-dev libc6-dev-arm64-cross libc6-dev-amd64-cross
+scripts/setup.sh build checks lld llvm libc++-14-dev android-liblog-dev libc6-dev-arm64-cross libc6-dev-amd64-cross
 
 host_libraries=/usr/lib/$(g++ -print-multiarch)
 

@@ -11,7 +11,7 @@ if [[ ${1:-} == --smoke ]]; then
     effort=(--rounds 1 --turns 1 --seconds 1 "${@:2}")
 fi
 
-scripts/setup.sh libsdl2-dev libsdl2-ttf-dev libcairo2-dev python3-matplotlib python3-numpy fonts-wqy-zenhei
+scripts/setup.sh tests bench libsdl2-dev libsdl2-ttf-dev libcairo2-dev python3-matplotlib python3-numpy fonts-wqy-zenhei
 
 echo "bench: building"
 cmake --preset release -DKIVGLES_BUILD_BENCHMARKS=ON

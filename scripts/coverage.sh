@@ -8,7 +8,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/setup.sh gcovr
+scripts/setup.sh tests gcovr
 
 # Counts of former runs do not go into this one.
 mkdir -p build/coverage

@@ -5,16 +5,16 @@
 set -euo pipefail
 root=$(realpath "$(dirname "${BASH_SOURCE[0]}")/..")
 
-"$root/scripts/setup.sh"
+"$root/scripts/setup.sh" demo
 
 echo "demo: building"
 (
     cd "$root"
-    cmake --preset release
-    cmake --build --preset release --target osd_demo
+    cmake --preset release -B build/demo -DKIVGLES_BUILD_TESTS=OFF
+    cmake --build build/demo --target osd_demo
 )
 
-demo=("$root/build/release/examples/osd_demo/osd_demo" "$@")
+demo=("$root/build/demo/examples/osd_demo/osd_demo" "$@")
 if xdpyinfo >/dev/null 2>&1; then
     echo "demo: running on display $DISPLAY"
     exec "${demo[@]}"

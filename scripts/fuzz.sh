@@ -14,6 +14,8 @@ seconds=$2
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build=${KIVGLES_FUZZ_BUILD:-build/fuzz}
 
+scripts/setup.sh tests checks
+
 sanitizers="-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-sanitize-coverage=trace-cmp"
 cmake -S . -B "$build" -G Ninja \
     -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug \

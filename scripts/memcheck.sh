@@ -5,7 +5,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/setup.sh valgrind
+scripts/setup.sh tests valgrind
 
 echo "memcheck: building"
 # Each command's memory is the heap's own, which valgrind watches.

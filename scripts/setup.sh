@@ -1,31 +1,61 @@
 #!/usr/bin/env bash
-# setup.sh [PACKAGE]...
-# Installs the Debian packages that building, testing and checking need and the further ones named, as far as they
-# are missing. Works as root or with sudo; asks for nothing but a password that sudo may want.
+# setup.sh [GROUP|PACKAGE]...
+# Installs the Debian packages of the groups and the further ones named, as far as they are missing; those of all
+# groups if none is named. Works as root or with sudo; asks for nothing but a password that sudo may want.
+#
+# build   compiles the library        checks  looks at the sources, with clang and the tools around it
+# demo    build, and the examples     bench   Google Benchmark
+# tests   demo, and the tests
 set -euo pipefail
 
-packages=(
-    # Compilers and build tools
-    g++ clang libclang-rt-dev cmake ninja-build pkg-config
-    # Checks
-    clang-format clang-tidy cppcheck doxygen shellcheck abigail-tools llvm
-    # The library
+build=(
+    g++ cmake ninja-build pkg-config
     libegl-dev libgles-dev libfreetype-dev
+)
+demo=(
+    "${build[@]}"
     # The software renderer and the virtual X server
     libegl-mesa0 libgles2 libgl1-mesa-dri xvfb x11-utils
-    # Tests and benchmarks
-    libgtest-dev libgmock-dev libbenchmark-dev libx11-dev python3-fonttools
+    # Examples
+    libx11-dev libpng-dev libcli11-dev libutfcpp-dev
     # Fonts: outlines with Latin, Greek and Cyrillic; Chinese, Japanese and Korean
     fonts-dejavu-core fonts-wqy-microhei
-    # Examples
-    libpng-dev libcli11-dev libutfcpp-dev imagemagick
 )
-packages+=("$@")
+tests=("${demo[@]}" libgtest-dev libgmock-dev python3-fonttools)
+checks=(
+    clang libclang-rt-dev llvm
+    clang-format clang-tidy cppcheck doxygen shellcheck abigail-tools imagemagick
+)
+bench=(libbenchmark-dev)
+
+if (($# == 0)); then
+    set -- tests checks bench
+fi
+packages=()
+for name in "$@"; do
+    case $name in
+        build) packages+=("${build[@]}") ;;
+        demo) packages+=("${demo[@]}") ;;
+        tests) packages+=("${tests[@]}") ;;
+        checks) packages+=("${checks[@]}") ;;
+        bench) packages+=("${bench[@]}") ;;
+        *) packages+=("$name") ;;
+    esac
+done
+
+# installed PACKAGE: for this machine's architecture, whichever others it is also there for, or for the one named.
+native=$(dpkg --print-architecture)
+installed() {
+    local architecture=$native
+    [[ $1 != *:* ]] || architecture=${1#*:}
+    # shellcheck disable=SC2016  # the variables are dpkg-query's
+    dpkg-query --show --showformat='${Architecture} ${db:Status-Status}\n' "$1" 2>/dev/null |
+        grep -Eqx "(all|$architecture) installed"
+}
 
 missing=()
 for package in "${packages[@]}"; do
-    state=$(dpkg-query --show --showformat='${db:Status-Status}' "$package" 2>/dev/null || true)
-    [[ $state == installed ]] || missing+=("$package")
+    installed "$package" || missing+=("$package")
 done
 
 if ((${#missing[@]} == 0)); then

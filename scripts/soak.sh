@@ -6,7 +6,7 @@
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-scripts/setup.sh
+scripts/setup.sh tests
 cmake --preset release -DKIVGLES_TEST_CLIENTS=ON
 cmake --build --preset release --target Soak
 LIBGL_ALWAYS_SOFTWARE=1 scripts/with_xvfb.sh \

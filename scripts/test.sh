@@ -7,7 +7,11 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 preset=${1:-debug}
 
-scripts/setup.sh
+groups=(tests)
+if [[ $preset == ci-clang ]]; then
+    groups+=(checks)
+fi
+scripts/setup.sh "${groups[@]}"
 
 echo "test: building preset $preset"
 cmake --preset "$preset"
