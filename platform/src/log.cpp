@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include <android/log.h>
+#include <fcntl.h>
 #include <sys/uio.h>
 #include <unistd.h>
 
@@ -14,6 +15,20 @@ namespace {
 
 // Constant-initialised and without a destructor: there before any other static object, and after it.
 std::atomic<__android_logger_function> currentLogger{&__android_log_stderr_logger};
+
+// Run once, when the library is loaded. In a program that was started without standard error the next
+// descriptor to be opened, the connection to the X server perhaps, would take its number and receive the
+// lines.
+__attribute__((constructor)) void HoldErrorDescriptor() {
+    if (fcntl(STDERR_FILENO, F_GETFD) >= 0) {
+        return;
+    }
+    const int descriptor = open("/dev/null", O_WRONLY);
+    if (descriptor >= 0 && descriptor != STDERR_FILENO) {  // a lower number was free too
+        (void)dup2(descriptor, STDERR_FILENO);             // without it the lines are lost as before
+        close(descriptor);
+    }
+}
 
 char PriorityLetter(int32_t priority) {
     constexpr std::string_view LETTERS = "??VDIWEFS";

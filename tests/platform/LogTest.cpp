@@ -2,6 +2,7 @@
 #include <string>
 
 #include <android/log.h>
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -29,6 +30,9 @@ TEST(Log, WritesAWholeLinePerMessage) {
     }
     EXPECT_EQ(GetCapturedStderr(), expected);
 }
+
+// Also run with the stream closed.
+TEST(Log, HasADescriptorToWriteTo) { EXPECT_GE(fcntl(STDERR_FILENO, F_GETFD), 0); }
 
 TEST(Log, LeavesErrnoAlone) {
     CaptureStderr();
