@@ -6,6 +6,7 @@
 #include <android/log.h>
 
 #include "StatusCode.h"
+#include "gl/TextureSide.h"
 
 namespace kivgles {
 
@@ -33,8 +34,8 @@ const char* FramebufferStatusLine(GLenum status) {
 
 // Gives the bound texture its storage, undefined inside, and how it is sampled.
 void SetUpColorTexture(int width, int height, int format) {
-    glTexImage2D(GL_TEXTURE_2D, 0, format, width, height, 0, static_cast<GLenum>(format), GL_UNSIGNED_BYTE,
-                 nullptr);
+    glTexImage2D(GL_TEXTURE_2D, 0, format, TextureSide(width), TextureSide(height), 0,
+                 static_cast<GLenum>(format), GL_UNSIGNED_BYTE, nullptr);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MAG_FILTER, GL_LINEAR);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE);

@@ -1,6 +1,7 @@
 #include "osd/OSDBitmap.h"
 
 #include "gl/RendererProgram.h"
+#include "gl/TextureSide.h"
 
 namespace kivgles {
 
@@ -76,8 +77,9 @@ void OSDBitmap::CreateTexture(const TagGLBitmapInfo& info) {
     glActiveTexture(GL_TEXTURE0);
     glGenTextures(1, &texture);
     glBindTexture(GL_TEXTURE_2D, texture);
-    glTexImage2D(GL_TEXTURE_2D, 0, static_cast<GLint>(info.glFormat), static_cast<GLsizei>(info.width),
-                 static_cast<GLsizei>(info.height), 0, info.glFormat, GL_UNSIGNED_BYTE, info.data);
+    glTexImage2D(
+        GL_TEXTURE_2D, 0, static_cast<GLint>(info.glFormat), TextureSide(static_cast<GLsizei>(info.width)),
+        TextureSide(static_cast<GLsizei>(info.height)), 0, info.glFormat, GL_UNSIGNED_BYTE, info.data);
     // Set after the upload, for the next one: rows of whole pixels are read alike at every alignment.
     glPixelStorei(GL_UNPACK_ALIGNMENT, PIXEL_ALIGNMENT);
     glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_LINEAR);

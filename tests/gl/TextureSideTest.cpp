@@ -1,0 +1,42 @@
+#include <cstdint>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "kivgles/KivGLDrawSurface.h"
+#include "support/Recorder.h"
+
+namespace kivgles {
+namespace {
+
+TEST(TextureSides, BeyondEveryGLAreRefusedByGLAsOthersBeyondItsLimitAre) {
+    KivGLDrawSurface surface;
+    ASSERT_EQ(surface.KivCreateGLContext(), 0);
+    unsigned int target = 0;
+    ASSERT_EQ(surface.KivCreateGLFBO(target, 8, 8, KIV_COLOR_FORMAT_RGBA8888), 0);
+    std::vector<std::uint32_t> sides = {0x7FFFFFFF};
+    for (int power = 20; power <= 30; ++power) {
+        sides.insert(sides.end(), {(1U << power) - 1, 1U << power, (1U << power) + 1});
+    }
+    const std::uint8_t pixel[] = {0, 255, 0, 255};  // a bitmap that is refused is not read
+    recorder::Reset();
+    for (const std::uint32_t side : sides) {
+        for (const auto& [width, height] :
+             {std::pair(side, 1U), std::pair(1U, side), std::pair(side, side)}) {
+            unsigned int layer = 0;
+            EXPECT_EQ(surface.KivCreateGLFBO(layer, width, height, KIV_COLOR_FORMAT_RGBA8888), 0);
+            EXPECT_EQ(surface.KivDestoryGLFBO(layer), 0);
+            const TagKivBitmapInfo bitmap{pixel,       KIV_COLOR_FORMAT_RGBA8888, 0, 0, width, height,
+                                          {0, 0, 8, 8}};
+            EXPECT_EQ(surface.KivDrawBitmap(target, bitmap), 0);
+        }
+    }
+    EXPECT_THAT(recorder::Log("E FBOManager: Unable to set up render Target: "),
+                testing::SizeIs(sides.size() * 3));
+    EXPECT_THAT(
+        recorder::Log("W GLDrawThread: Create fbo fboHandleIndex 0x10002, width 2147483647, height 1\n"),
+        testing::SizeIs(1));
+}
+
+}  // namespace
+}  // namespace kivgles
