@@ -11,4 +11,12 @@ KIVGLES_VERSION=$(sed -n 's/^ *VERSION \([0-9.]*\)$/\1/p' CMakeLists.txt)
 export KIVGLES_VERSION
 mkdir -p build/docs
 doxygen docs/Doxyfile
+
+# A row that is wrapped ends its table: what follows would be running text.
+rows=$(cat include/kivgles/*.h | grep -cE '^ */// \| .*\|$')
+shown=$(cat build/docs/*.html | grep -oE 'class="markdownTable(Head|Row(Odd|Even))"' | wc -l)
+if grep -nE '^ *///.*\|' include/kivgles/*.h | grep -vE ':[0-9]+: */// \|.*\|$' || ((rows != shown)); then
+    echo "docs: tables of $rows rows in the headers have $shown in the reference; each row is a line" >&2
+    exit 1
+fi
 echo "docs: build/docs/index.html"

@@ -56,13 +56,17 @@ class GLDrawThread;
 ///
 /// Result codes: 0 is success; each operation names its others. The cause is logged under the tag of the
 /// class that found it, and for most causes a line of those that passed it up follows. Two come from
-/// everywhere:
+/// everywhere and are not repeated at each operation:
 ///
 /// - 102, from every operation that returns a result code but KivCreateGLContext, when there is no context:
 ///   "GLContext isn't created" of KivGLDrawSurface.
 /// - 6, from every waiting operation but KivCreateGLContext and KivDestoryGLContext, when KivCreateGLContext
 ///   failed and there was no KivDestoryGLContext since: "GLES context is not created" of GLDrawThread. Queued
 ///   ones only log it.
+///
+/// One cause has two codes: a layer that does not exist ("There is not the fbo HANDLE") is 1 from
+/// KivDrawRect, KivDrawRound, KivDrawText and KivBlit, and 101 from KivDisplayFBO, KivDrawBitmap and
+/// KivDrawBitmapByBlend. KivClearGLFBO and KivDestoryGLFBO answer 0 and log it.
 ///
 /// | code | meaning | tag and line in the log |
 /// |---|---|---|
@@ -72,8 +76,8 @@ class GLDrawThread;
 /// | 3 | EGL could not be asked for a configuration | EGLManager: eglChooseConfig error: ERROR |
 /// | 4 | no context, or no configuration to make it from | EGLManager: eglCreateContext error: ERROR |
 /// | 5 | no surface for the window | EGLManager: eglCreateWindowSurface error: ERROR |
-/// | 5 | no first, off-screen surface, or no configuration for it | EGLManager: eglCreatePbufferSurface
-/// error: ERROR | | 6 | the context could not be set up earlier | GLDrawThread: GLES context is not created |
+/// | 5 | no off-screen surface, or no configuration | EGLManager: eglCreatePbufferSurface error: ERROR |
+/// | 6 | the context could not be set up earlier | GLDrawThread: GLES context is not created |
 /// | 15 | all 15 layers are in use | FBOManager: num of the FBO more than max num 16 |
 /// | 20 | a shader program could not be built | OSDRect, OSDText and others: create shader program fail |
 /// | 21 | GL gave no texture name | FBOManager, FontAtlas: Create texture fail |
@@ -113,8 +117,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 3 EGL could not be asked for a configuration ("eglChooseConfig error: ...").
     /// @retval 4 EGL made no context, or had no configuration for one ("eglCreateContext error: ...").
     /// @retval 5 EGL made no off-screen surface, or had no configuration for one ("eglCreatePbufferSurface
-    /// error: ...", then "Create openGLES
-    ///     window surface fail 5").
+    ///     error: ...", then "Create openGLES window surface fail 5").
     /// @retval 100 The context could not be made current ("egl make current failed: ...", then "Make current
     ///     EGL context fail 100"), or the draw thread could not be started ("start draw thread fail ERRNO").
     int KivCreateGLContext();
@@ -124,7 +127,6 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// Requests queued before it are executed first. The window stays known: connecting the same window
     /// again afterwards connects nothing, so use a new surface for that.
     /// @retval 0 There is no context any more, and the window is no longer used.
-    /// @retval 102 There was none ("GLContext isn't created").
     int KivDestoryGLContext();
 
     /// Makes `window` the target of display and refresh, replacing the window connected before. Waits.
@@ -137,11 +139,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     been connected").
     /// @retval 5 EGL refuses the window ("eglCreateWindowSurface error: ...", then "Create openGLES window
     ///     surface fail 5").
-    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
     /// @retval 100 The window cannot be made current ("egl make current failed: ...", then "Make current EGL
     ///     context fail 100").
     /// @retval 101 `window` is null ("native window is NULL").
-    /// @retval 102 No context ("GLContext isn't created").
     int KivConnectWindowSurface(ANativeWindow* window);
 
     /// Creates the renderers named by `mask`. Waits.
@@ -150,11 +150,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// way to wait for everything queued so far.
     /// @param mask ENABLE_ bits of KivComponents.h; others are ignored.
     /// @retval 0 They exist.
-    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
     /// @retval 20 A renderer's shaders could not be built (GL's own words under ShaderProgram, "create shader
     ///     program fail" of the renderer, then "OSD Rect init fail 20" or the like of GLDrawThread). The
     ///     renderers made before it stay.
-    /// @retval 102 No context ("GLContext isn't created").
     int Init(unsigned int mask);
 
     /// Loads a font for all text from now on, and forgets the one loaded before. Waits.
@@ -168,7 +166,6 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     kept open, so put a new file in its place rather than overwriting it.
     /// @param size Glyph size of the standard style in pixels, 0 means 40.
     /// @retval 0 Loaded ("Generated a W x H (KB kb) texture atlas").
-    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
     /// @retval 20 The text renderer could not be made ("create shader program fail" of OSDText, then "OSD
     ///     text init fail 20").
     /// @retval 21 GL gave no texture name ("Create texture fail", then "Load standard font lib fail 21").
@@ -179,7 +176,6 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     font face" or "Error loading font face for text size", then "Load dynamic font lib fail ...").
     /// @retval 32 The font has no visible character ("Calculate texture width ...", then "Load standard font
     ///     lib fail 32").
-    /// @retval 102 No context ("GLContext isn't created").
     int KivLoadFont(const std::string& path, unsigned int size);
 
     /// Width of the connected window as of its connection. Direct. Takes no lock.
@@ -195,7 +191,6 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// What the window's back buffer holds afterwards is not defined: display or clear before drawing on.
     /// A frame that EGL does not take is lost without a line.
     /// @retval 0 Accepted.
-    /// @retval 102 No context ("GLContext isn't created").
     int KivRefreshOnSrceen();
     /// @}
 
@@ -213,28 +208,23 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param format KIV_COLOR_FORMAT_RGBA8888; anything else is logged ("Color format is invalid ...") and
     ///     taken as that.
     /// @retval 0 Created ("Framebuffer complete.", then "Create fbo fboHandleIndex HANDLE, ...").
-    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
     /// @retval 15 15 layers exist ("num of the FBO more than max num 16", then "Create FBO fail 15").
     /// @retval 21 GL gave no texture name ("Create texture fail", then "Create FBO fail 21").
-    /// @retval 102 No context ("GLContext isn't created").
     int KivCreateGLFBO(unsigned int& handle, unsigned int width, unsigned int height, int format);
 
     /// Destroys a layer; its handle may be given to the next one created. Waits.
     /// @param handle The layer.
     /// @retval 0 Destroyed ("Destory FBO fboHandleIndex HANDLE"); also when there is no such layer, which
     ///     FBO_HANDLE_BASE is not either ("FBO is not exist fboHandleIndex HANDLE", then the same line).
-    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
     /// @retval 100 `handle` is 0xFFFFFFFF, or there is no table of layers yet: no layer was made, no window
     ///     connected, nothing drawn, no Init(ENABLE_FBO_MANAGER) ("FBO manager is nullptr or param is
     ///     invalid").
-    /// @retval 102 No context ("GLContext isn't created").
     int KivDestoryGLFBO(unsigned int handle);
 
     /// Makes a whole layer or the window transparent black. Queued.
     /// @param handle The layer, or FBO_HANDLE_BASE for the window.
     /// @retval 0 Accepted, whatever the handle (the draw thread logs "There is not the fbo HANDLE" or "FBO
     ///     manager is nullptr or param is invalid").
-    /// @retval 102 No context ("GLContext isn't created").
     int KivClearGLFBO(unsigned int handle);
 
     /// Clears the window and draws a region of a layer on it, colours multiplied by their alpha. Queued.
@@ -245,7 +235,6 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param dstRect Where the region goes, scaled to fill it, in pixels of the window.
     /// @retval 0 Accepted.
     /// @retval 101 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    /// @retval 102 No context ("GLContext isn't created").
     int KivDisplayFBO(unsigned int handle, const TagKivRectInfo& srcRect, const TagKivRectInfo& dstRect);
 
     /// Copies a region of one layer into another, alpha included, without blending. Queued.
@@ -256,7 +245,6 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     the window.
     /// @retval 0 Accepted.
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    /// @retval 102 No context ("GLContext isn't created").
     int KivBlit(const TagKivBlitInfo& blit);
     /// @}
 
@@ -278,7 +266,6 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     KivLoadFont) or is missing ("font face is null pointer"), no texture, or no visible character in
     ///     another than the standard style ("get font alpha texture fail ...").
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    /// @retval 102 No context ("GLContext isn't created").
     int KivDrawText(unsigned int handle, const TagKivTextInfo& text, const TagKivRectInfo& rect);
 
     /// Measures a text. Direct: what is still queued has no say, and no GL is called.
@@ -286,10 +273,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param text Read during the call. A character that the font lacks, or without ink, counts 30 pixels
     ///     ("Char CODE is not exit"), and so does each where the font did not load. Unlike drawing, measuring
     ///     takes all units up to `textLength` or the first 0; a null text has width 0.
-    /// @param[out] width Pixels from the pen's start to its end.
-    /// @param[out] height Always 50, in pixels.
+    /// @param[out] width Pixels from the pen's start to its end; untouched when there is no context.
+    /// @param[out] height Always 50, in pixels; untouched when there is no context.
     /// @retval 0 Measured.
-    /// @retval 102 No context ("GLContext isn't created"); the outputs are untouched.
     /// @retval 103 There is no text renderer before Init(ENABLE_TEXT), KivLoadFont or the first text ("osd
     ///     text is not init", then "get text size fail err 101"); 30 and 50 are reported.
     int KivGetTextSize(const TagKivTextInfo& text, unsigned int& width, unsigned int& height);
@@ -305,7 +291,6 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param color Not premultiplied.
     /// @retval 0 Accepted.
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    /// @retval 102 No context ("GLContext isn't created").
     int KivDrawRect(unsigned int handle, const TagKivRectInfo& rect, const TagKivColorRGBA& color);
 
     /// Fills a circle or ellipse; the colour, alpha included, replaces the pixels. Queued.
@@ -316,17 +301,14 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param color Not premultiplied.
     /// @retval 0 Accepted.
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    /// @retval 102 No context ("GLContext isn't created").
     int KivDrawRound(unsigned int handle, const TagKivRoundInfo& round, const TagKivColorRGBA& color);
 
     /// Clears the window and draws a bitmap on it, colours multiplied by their alpha. Waits.
     ///
     /// @param bitmap Its pixels are read until the call returns; `dstRect` is in pixels of the window.
     /// @retval 0 Drawn.
-    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
     /// @retval 20 The renderer could not be made ("create shader program fail" of OSDBitmap, then "OSD bitmap
     ///     fail 20").
-    /// @retval 102 No context ("GLContext isn't created").
     int KivDisplayBitmap(const TagKivBitmapInfo& bitmap);
 
     /// Draws a bitmap into a layer; its pixels, alpha included, replace those of the layer. Waits.
@@ -335,18 +317,16 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param bitmap Its pixels are read until the call returns. `dstRect` is scaled as if the layer had the
     ///     size of the window: (0, 0, window width, window height) covers the layer, whatever its size.
     /// @retval 0 Drawn.
-    /// @retval 6 The context could not be set up earlier ("GLES context is not created").
     /// @retval 20 The renderer could not be made ("create shader program fail" of OSDBitmap, then "OSD bitmap
     ///     fail 20").
     /// @retval 101 No such layer ("There is not the fbo HANDLE", twice, of GLDrawThread).
-    /// @retval 102 No context ("GLContext isn't created").
     int KivDrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap);
 
     /// Draws a bitmap alpha-blended over a layer, alpha channel included. Waits.
     ///
     /// @param handle The layer, or FBO_HANDLE_BASE for the window.
     /// @param bitmap As for KivDrawBitmap.
-    /// @return As KivDrawBitmap: 0, 6, 20, 101 or 102, with the same lines.
+    /// @return As KivDrawBitmap, with the same lines.
     int KivDrawBitmapByBlend(unsigned int handle, const TagKivBitmapInfo& bitmap);
     /// @}
 
