@@ -6,6 +6,7 @@ function(kivgles_target_defaults target)
     set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wformat=2
+        $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
         $<$<BOOL:${KIVGLES_WARNINGS_AS_ERRORS}>:-Werror>)
 endfunction()
 

@@ -40,15 +40,13 @@ void GLDrawThread::SetFboInfo(int width, int height, int format) {
 }
 
 void GLDrawThread::SetFontLibInfo(const std::string& path, unsigned int size) {
-    // The first text drawn loads its font by these, and it may be queued.
-    const std::lock_guard<std::mutex> lock(componentMutex);
     fontLibPath = path;
     fontLibSize = size;
 }
 
 void GLDrawThread::SendCmdToQueue(std::shared_ptr<DrawCmd>& cmd) {
     {
-        const std::lock_guard<std::mutex> lock(queueMutex);
+        const MutexLock lock(queueMutex);
         cmdQueue.push_back(cmd);
     }
     cmdSemaphore->Signal();
@@ -78,15 +76,16 @@ void GLDrawThread::DrawThread() {
 
 std::shared_ptr<DrawCmd> GLDrawThread::ReadCmdFromQueue() {
     cmdSemaphore->Wait();
-    std::unique_lock<std::mutex> lock(queueMutex);
-    if (cmdQueue.empty()) {
-        lock.unlock();
-        __android_log_print(ANDROID_LOG_WARN, TAG, "DrawCmd is empty\n");
-        return nullptr;
+    {
+        const MutexLock lock(queueMutex);
+        if (!cmdQueue.empty()) {
+            std::shared_ptr<DrawCmd> cmd = std::move(cmdQueue.front());
+            cmdQueue.pop_front();
+            return cmd;
+        }
     }
-    std::shared_ptr<DrawCmd> cmd = std::move(cmdQueue.front());
-    cmdQueue.pop_front();
-    return cmd;
+    __android_log_print(ANDROID_LOG_WARN, TAG, "DrawCmd is empty\n");
+    return nullptr;
 }
 
 int GLDrawThread::CheckGLContext(std::shared_ptr<DrawCmd>& cmd) {

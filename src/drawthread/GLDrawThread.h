@@ -5,9 +5,9 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
-#include <mutex>
 #include <string>
 
+#include "Mutex.h"
 #include "drawthread/DrawCmd.h"
 #include "drawthread/KivGLSemaphore.h"
 #include "gl/EGLManager.h"
@@ -128,22 +128,28 @@ class GLDrawThread {
         std::int32_t format;
     };
 
-    // Makes a renderer by its initialiser if there is none.
-    template <typename Renderer>
-    int EnsureRenderer(const std::unique_ptr<Renderer>& renderer, int (GLDrawThread::*init)(unsigned int),
-                       unsigned int mask) {
-        return renderer != nullptr ? 0 : (this->*init)(mask);
-    }
+    // A font file and its glyph size in pixels.
+    struct Font {
+        std::string path;
+        unsigned int size;
+    };
+
+    // For the draw thread, which needs no lock to use the renderer: nobody else makes or destroys it.
+    OSDText* TextRenderer() const KIVGLES_UNCHECKED { return osdText.get(); }
+    // Makes the text renderer with its font. Clients see neither before the load has ended, well or badly.
+    int MakeTextRendererWithFont();
     // Whether there is a table to look a layer up in, by a handle index that is not the free mark; logs if
-    // not. Under componentMutex.
-    bool CanLookUpFBO(unsigned int handleIndex) const;
-    // The table, made if there is none. Under componentMutex.
-    FBOManager& EnsureFBOManager();
+    // not.
+    bool CanLookUpFBO(unsigned int handleIndex) const KIVGLES_REQUIRES(fboMutex);
+    // Copies the record of a render target; logs if there is none.
+    int FindFBO(unsigned int handleIndex, TagFrameBuffObject& fbo) KIVGLES_REQUIRES(fboMutex);
+    // The table, made if there is none.
+    FBOManager& EnsureFBOManager() KIVGLES_REQUIRES(fboMutex);
 
     std::unique_ptr<EGLManager> eglManager;  // draw thread
-    std::unique_ptr<FBOManager> fboManager;  // made, replaced and tested for null under componentMutex
-    std::unique_ptr<OSDText> osdText;        // made and replaced under componentMutex
-    std::unique_ptr<OSDBlit> osdBlit;        // this and the renderers below: draw thread
+    std::unique_ptr<FBOManager> fboManager KIVGLES_GUARDED_BY(fboMutex);
+    std::unique_ptr<OSDText> osdText KIVGLES_GUARDED_BY(textMutex);
+    std::unique_ptr<OSDBlit> osdBlit;  // this and the renderers below: draw thread
     std::unique_ptr<OSDBitmap> osdBitmap;
     std::unique_ptr<OSDFrame> osdFrame;
     std::unique_ptr<OSDRect> osdRect;
@@ -154,22 +160,25 @@ class GLDrawThread {
     int cmdResult = 0;  // written by the draw thread before it signals, read by the sender after its wait
     int windowWidth = 1920;   // written while a window is connected, read when that command has returned
     int windowHeight = 1080;  // the same
-    std::deque<std::shared_ptr<DrawCmd>> cmdQueue;  // guarded by queueMutex
+    std::deque<std::shared_ptr<DrawCmd>> cmdQueue KIVGLES_GUARDED_BY(queueMutex);
 
     // Written by the client before it sends the command that reads them, untouched until that has returned.
     ANativeWindow* nativeWindow = nullptr;  // the client's
     unsigned int enableMask = 0;
     FboCreateInfo fboCreateInfo{FBO_HANDLE_FREE, 0, 0, 0};
-    std::string fontLibPath = "/system/fonts/CC3.ttf";  // under componentMutex too, for the first text
-    unsigned int fontLibSize = 40;                      // the same
+    std::string fontLibPath = "/system/fonts/CC3.ttf";  // adopted as textFont by CMD_LOAD_FONT
+    unsigned int fontLibSize = STANDARD_FONT_SIZE;      // the same
     TagGLBitmapInfo bitmapInfo{};
 
-    std::mutex queueMutex;  // a leaf, held for one append or removal
+    Mutex queueMutex;  // a leaf, held for one append or removal
 
-    // Keeps the making, font loading and destruction of fboManager and osdText apart from GetFBOInst and
-    // GetTextSize on client threads, and what the font's path and size say from its loading. Never held while
-    // a command is waited for.
-    mutable std::mutex componentMutex;
+    // The two below keep the draw thread apart from the queries on client threads. They are never held
+    // together, nor while a command is waited for, and fboMutex never for long.
+    mutable Mutex fboMutex;  // making, using and destroying the table, against GetFBOInst
+    Mutex textMutex;  // showing the text renderer, loading another font, destroying it, against GetTextSize
+
+    // What the last CMD_LOAD_FONT executed has named: the first text loads it. Draw thread.
+    Font textFont{fontLibPath, fontLibSize};
 };
 
 }  // namespace kivgles

@@ -11,121 +11,75 @@ namespace {
 
 constexpr char TAG[] = "GLDrawThread";
 
-// Puts a new renderer in the place of any held before; one whose GL objects cannot be made is not kept.
+// Puts a new renderer in the place of any held before. One whose GL objects cannot be made is not kept;
+// `failure` is then logged with the status.
 template <typename Renderer>
-int MakeRenderer(std::unique_ptr<Renderer>& renderer) {
+int MakeRenderer(std::unique_ptr<Renderer>& renderer, const char* failure) {
     renderer = std::make_unique<Renderer>();
     const int status = renderer->Init();
     if (status != STATUS_OK) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "%s %d\n", failure, status);
         renderer.reset();
     }
     return status;
 }
 
+constexpr char TEXT_FAILURE[] = "OSD text init fail";
+
 }  // namespace
 
 int GLDrawThread::GLInit(unsigned int mask) {
-    int status = EnsureRenderer(osdText, &GLDrawThread::OSDTextInit, mask);
-    if (status != STATUS_OK) {
-        return status;
+    int status = TextRenderer() != nullptr ? STATUS_OK : OSDTextInit(mask);
+    if (status == STATUS_OK && osdBlit == nullptr) {
+        status = OSDBlitInit(mask);
     }
-    status = EnsureRenderer(osdBlit, &GLDrawThread::OSDBlitInit, mask);
-    if (status != STATUS_OK) {
-        return status;
+    if (status == STATUS_OK && osdBitmap == nullptr) {
+        status = OSDBitmapInit(mask);
     }
-    status = EnsureRenderer(osdBitmap, &GLDrawThread::OSDBitmapInit, mask);
-    if (status != STATUS_OK) {
-        return status;
+    if (status == STATUS_OK && osdFrame == nullptr) {
+        status = OSDFrameInit(mask);
     }
-    status = EnsureRenderer(osdFrame, &GLDrawThread::OSDFrameInit, mask);
-    if (status != STATUS_OK) {
-        return status;
+    if (status == STATUS_OK && osdRect == nullptr) {
+        status = OSDRectInit(mask);
     }
-    status = EnsureRenderer(osdRect, &GLDrawThread::OSDRectInit, mask);
-    if (status != STATUS_OK) {
-        return status;
+    if (status == STATUS_OK && osdRound == nullptr) {
+        status = OSDRoundInit(mask);
     }
-    status = EnsureRenderer(osdRound, &GLDrawThread::OSDRoundInit, mask);
-    if (status != STATUS_OK) {
-        return status;
+    if (status == STATUS_OK && (mask & ENABLE_FBO_MANAGER) != 0) {
+        const MutexLock lock(fboMutex);
+        (void)EnsureFBOManager();  // nothing is looked up yet
     }
-    if ((mask & ENABLE_FBO_MANAGER) != 0) {
-        const std::lock_guard<std::mutex> lock(componentMutex);
-        (void)EnsureFBOManager();  // wanted here only for being made
-    }
-    return STATUS_OK;
+    return status;
 }
 
 int GLDrawThread::OSDTextInit(unsigned int mask) {
-    if ((mask & ENABLE_TEXT) == 0) {
-        return STATUS_OK;
-    }
-    const std::lock_guard<std::mutex> lock(componentMutex);
-    const int status = MakeRenderer(osdText);
-    if (status != STATUS_OK) {
-        __android_log_print(ANDROID_LOG_ERROR, TAG, "OSD text init fail %d\n", status);
-    }
-    return status;
+    const MutexLock lock(textMutex);
+    return (mask & ENABLE_TEXT) == 0 ? STATUS_OK : MakeRenderer(osdText, TEXT_FAILURE);
 }
 
 int GLDrawThread::OSDBlitInit(unsigned int mask) {
-    if ((mask & ENABLE_BLIT) == 0) {
-        return STATUS_OK;
-    }
-    const int status = MakeRenderer(osdBlit);
-    if (status != STATUS_OK) {
-        __android_log_print(ANDROID_LOG_ERROR, TAG, "OSD blit init fail %d\n", status);
-    }
-    return status;
+    return (mask & ENABLE_BLIT) == 0 ? STATUS_OK : MakeRenderer(osdBlit, "OSD blit init fail");
 }
 
 int GLDrawThread::OSDBitmapInit(unsigned int mask) {
-    if ((mask & ENABLE_BITMAP) == 0) {
-        return STATUS_OK;
-    }
-    const int status = MakeRenderer(osdBitmap);
-    if (status != STATUS_OK) {
-        __android_log_print(ANDROID_LOG_ERROR, TAG, "OSD bitmap fail %d\n", status);
-    }
-    return status;
+    return (mask & ENABLE_BITMAP) == 0 ? STATUS_OK : MakeRenderer(osdBitmap, "OSD bitmap fail");
 }
 
 int GLDrawThread::OSDFrameInit(unsigned int mask) {
-    if ((mask & ENABLE_FRAME) == 0) {
-        return STATUS_OK;
-    }
-    const int status = MakeRenderer(osdFrame);
-    if (status != STATUS_OK) {
-        __android_log_print(ANDROID_LOG_ERROR, TAG, "OSD frame init fail %d\n", status);
-    }
-    return status;
+    return (mask & ENABLE_FRAME) == 0 ? STATUS_OK : MakeRenderer(osdFrame, "OSD frame init fail");
 }
 
 int GLDrawThread::OSDRectInit(unsigned int mask) {
-    if ((mask & ENABLE_RECT) == 0) {
-        return STATUS_OK;
-    }
-    const int status = MakeRenderer(osdRect);
-    if (status != STATUS_OK) {
-        __android_log_print(ANDROID_LOG_ERROR, TAG, "OSD Rect init fail %d\n", status);
-    }
-    return status;
+    return (mask & ENABLE_RECT) == 0 ? STATUS_OK : MakeRenderer(osdRect, "OSD Rect init fail");
 }
 
 int GLDrawThread::OSDRoundInit(unsigned int mask) {
-    if ((mask & ENABLE_ROUND) == 0) {
-        return STATUS_OK;
-    }
-    const int status = MakeRenderer(osdRound);
-    if (status != STATUS_OK) {
-        __android_log_print(ANDROID_LOG_ERROR, TAG, "OSD Round init fail %d\n", status);
-    }
-    return status;
+    return (mask & ENABLE_ROUND) == 0 ? STATUS_OK : MakeRenderer(osdRound, "OSD Round init fail");
 }
 
 void GLDrawThread::FBOManagerInit(unsigned int mask) {
     if ((mask & ENABLE_FBO_MANAGER) != 0) {
-        const std::lock_guard<std::mutex> lock(componentMutex);
+        const MutexLock lock(fboMutex);
         fboManager = std::make_unique<FBOManager>(windowWidth, windowHeight);
     }
 }
@@ -138,12 +92,24 @@ FBOManager& GLDrawThread::EnsureFBOManager() {
 }
 
 int GLDrawThread::LoadFont() {
-    const int status = EnsureRenderer(osdText, &GLDrawThread::OSDTextInit, ENABLE_TEXT);
+    textFont = {fontLibPath, fontLibSize};
+    if (TextRenderer() == nullptr) {
+        return MakeTextRendererWithFont();
+    }
+    const MutexLock lock(textMutex);
+    return osdText->LoadFont(textFont.path, textFont.size);
+}
+
+int GLDrawThread::MakeTextRendererWithFont() {
+    std::unique_ptr<OSDText> made;
+    int status = MakeRenderer(made, TEXT_FAILURE);
     if (status != STATUS_OK) {
         return status;
     }
-    const std::lock_guard<std::mutex> lock(componentMutex);
-    return osdText->LoadFont(fontLibPath, fontLibSize);
+    status = made->LoadFont(textFont.path, textFont.size);
+    const MutexLock lock(textMutex);
+    osdText = std::move(made);
+    return status;
 }
 
 }  // namespace kivgles

@@ -86,8 +86,11 @@ int GLDrawThread::ResetGLESConext() {
     }
     contextCreated = false;
     {
-        const std::lock_guard<std::mutex> lock(componentMutex);
+        const MutexLock lock(fboMutex);
         fboManager.reset();
+    }
+    {
+        const MutexLock lock(textMutex);
         osdText.reset();
     }
     osdBlit.reset();
@@ -119,7 +122,7 @@ int GLDrawThread::ConnectWindowSurface() {
         return status;
     }
 
-    const std::lock_guard<std::mutex> lock(componentMutex);
+    const MutexLock lock(fboMutex);
     windowWidth = eglManager->GetWindowWidth();
     windowHeight = eglManager->GetWindowHeight();
     EnsureFBOManager().UpdateSurfaceWidthHeight(windowWidth, windowHeight);

@@ -18,7 +18,7 @@ constexpr unsigned int UNMEASURED_HEIGHT = 50;
 }  // namespace
 
 int GLDrawThread::CreateGLFBO(std::shared_ptr<DrawCmd>& cmd) {
-    const std::lock_guard<std::mutex> lock(componentMutex);
+    const MutexLock lock(fboMutex);
     const int status = EnsureFBOManager().GLCreateFBO(fboCreateInfo.fboHandleIndex, fboCreateInfo.width,
                                                       fboCreateInfo.height, fboCreateInfo.format, false);
     if (status != STATUS_OK) {
@@ -40,7 +40,7 @@ bool GLDrawThread::CanLookUpFBO(unsigned int handleIndex) const {
 }
 
 int GLDrawThread::DestoryGLFBO(unsigned int handleIndex) const {
-    const std::lock_guard<std::mutex> lock(componentMutex);
+    const MutexLock lock(fboMutex);
     if (!CanLookUpFBO(handleIndex)) {
         return STATUS_INVALID;
     }
@@ -50,27 +50,33 @@ int GLDrawThread::DestoryGLFBO(unsigned int handleIndex) const {
 }
 
 int GLDrawThread::ClearGLFBO(unsigned int handleIndex) {
+    auto fbo = ClearedRecord<TagFrameBuffObject>();
+    const FBOManager* table = nullptr;
     {
-        const std::lock_guard<std::mutex> lock(componentMutex);
+        const MutexLock lock(fboMutex);
         if (!CanLookUpFBO(handleIndex)) {
             return STATUS_INVALID;
         }
+        const int status = FindFBO(handleIndex, fbo);
+        if (status != STATUS_OK) {
+            __android_log_print(ANDROID_LOG_ERROR, TAG, "There is not the fbo 0x%x\n", handleIndex);
+            return status;
+        }
+        table = fboManager.get();
     }
-    auto fbo = ClearedRecord<TagFrameBuffObject>();
-    const int status = GetFBOInst(handleIndex, fbo);
-    if (status != STATUS_OK) {
-        __android_log_print(ANDROID_LOG_ERROR, TAG, "There is not the fbo 0x%x\n", handleIndex);
-        return status;
-    }
-    fboManager->ClearFBOTex(fbo,
-                            TRANSPARENT_BLACK);  // without the lock: clients only ever make a missing table
+    // Without the lock, under which a client would wait for GL. Only the draw thread destroys the table.
+    table->ClearFBOTex(fbo, TRANSPARENT_BLACK);
     return STATUS_OK;
 }
 
 int GLDrawThread::GetFBOInst(unsigned int handleIndex, TagFrameBuffObject& fbo) {
-    const std::lock_guard<std::mutex> lock(componentMutex);
+    const MutexLock lock(fboMutex);
+    return FindFBO(handleIndex, fbo);
+}
+
+int GLDrawThread::FindFBO(unsigned int handleIndex, TagFrameBuffObject& fbo) {
+    // A free slot of the table has the free mark for its handle index, but is no render target.
     const FBOManager& table = EnsureFBOManager();
-    // A free slot of the table has that handle index, but is no render target.
     if (handleIndex != FBO_HANDLE_FREE && table.GetFBOInst(handleIndex, fbo)) {
         return STATUS_OK;
     }
@@ -83,7 +89,7 @@ int GLDrawThread::DrawFBO(const std::unique_ptr<BlitInfo>& blitInfo) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "blitInfo is null\n");
         return STATUS_NOT_FOUND;
     }
-    const int status = EnsureRenderer(osdFrame, &GLDrawThread::OSDFrameInit, ENABLE_FRAME);
+    const int status = osdFrame != nullptr ? STATUS_OK : OSDFrameInit(ENABLE_FRAME);
     if (status != STATUS_OK) {
         return status;
     }
@@ -97,7 +103,7 @@ int GLDrawThread::Blit(const std::unique_ptr<BlitInfo>& blitInfo) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "blitInfo is null\n");
         return STATUS_NOT_FOUND;
     }
-    const int status = EnsureRenderer(osdBlit, &GLDrawThread::OSDBlitInit, ENABLE_BLIT);
+    const int status = osdBlit != nullptr ? STATUS_OK : OSDBlitInit(ENABLE_BLIT);
     if (status != STATUS_OK) {
         return status;
     }
@@ -111,18 +117,18 @@ int GLDrawThread::DrawText(const std::unique_ptr<TextInfo>& textInfo) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "textInfo is null\n");
         return STATUS_NOT_FOUND;
     }
-    if (osdText == nullptr) {  // a renderer whose font did not load stays: no second attempt here
-        const int status = LoadFont();
+    if (TextRenderer() == nullptr) {  // a renderer whose font did not load stays: no second attempt here
+        const int status = MakeTextRendererWithFont();
         if (status != STATUS_OK) {
             return status;
         }
     }
-    return osdText->DrawText(textInfo->GetDstFbo(), textInfo->GetTextInfo(), textInfo->GetDstRect().x,
-                             textInfo->GetDstRect().y);
+    return TextRenderer()->DrawText(textInfo->GetDstFbo(), textInfo->GetTextInfo(), textInfo->GetDstRect().x,
+                                    textInfo->GetDstRect().y);
 }
 
 int GLDrawThread::DisplayBitmap() {
-    const int status = EnsureRenderer(osdBitmap, &GLDrawThread::OSDBitmapInit, ENABLE_BITMAP);
+    const int status = osdBitmap != nullptr ? STATUS_OK : OSDBitmapInit(ENABLE_BITMAP);
     if (status != STATUS_OK) {
         return status;
     }
@@ -131,7 +137,7 @@ int GLDrawThread::DisplayBitmap() {
 }
 
 int GLDrawThread::DrawBitmap(unsigned int handleIndex) {
-    int status = EnsureRenderer(osdBitmap, &GLDrawThread::OSDBitmapInit, ENABLE_BITMAP);
+    int status = osdBitmap != nullptr ? STATUS_OK : OSDBitmapInit(ENABLE_BITMAP);
     if (status != STATUS_OK) {
         return status;
     }
@@ -150,7 +156,7 @@ int GLDrawThread::DrawRect(const std::unique_ptr<RectInfo>& rectInfo) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "rectInfo is null\n");
         return STATUS_NOT_FOUND;
     }
-    const int status = EnsureRenderer(osdRect, &GLDrawThread::OSDRectInit, ENABLE_RECT);
+    const int status = osdRect != nullptr ? STATUS_OK : OSDRectInit(ENABLE_RECT);
     if (status != STATUS_OK) {
         return status;
     }
@@ -163,7 +169,7 @@ int GLDrawThread::DrawRound(const std::unique_ptr<RoundInfo>& roundInfo) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "roundInfo is null\n");
         return STATUS_NOT_FOUND;
     }
-    const int status = EnsureRenderer(osdRound, &GLDrawThread::OSDRoundInit, ENABLE_ROUND);
+    const int status = osdRound != nullptr ? STATUS_OK : OSDRoundInit(ENABLE_ROUND);
     if (status != STATUS_OK) {
         return status;
     }
@@ -174,7 +180,7 @@ int GLDrawThread::DrawRound(const std::unique_ptr<RoundInfo>& roundInfo) {
 int GLDrawThread::GetTextSize(const TagGLTextInfo& info, unsigned int& width, unsigned int& height) {
     width = UNMEASURED_WIDTH;
     height = UNMEASURED_HEIGHT;
-    const std::lock_guard<std::mutex> lock(componentMutex);
+    const MutexLock lock(textMutex);
     if (osdText == nullptr) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "osd text is not init\n");
         return STATUS_NO_TEXT;

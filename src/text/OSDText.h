@@ -19,7 +19,7 @@ namespace kivgles {
 //
 // Owner:  GLDrawThread. Owns both atlases.
 // Thread: draw thread, GL context current. GetTextSize, with the const look-ups it uses, on one client thread
-//         at a time; GLDrawThread's component lock keeps it apart from Init, LoadFont and the destructor.
+//         at a time; GLDrawThread's textMutex keeps it apart from Init, LoadFont and the destructor.
 // Units:  metrics in pixels, the pen in NDC of the target, y upwards.
 //
 // Operations return 0 or a status of StatusCode.h.

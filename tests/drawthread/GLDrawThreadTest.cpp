@@ -1,10 +1,34 @@
+#include <functional>
+
+#include <dlfcn.h>
+#include <ft2build.h>
+#include FT_OUTLINE_H
 #include <gtest/gtest.h>
 
 #include "drawthread/GLDrawThread.h"
 #include "support/Recorder.h"
 
+// What runs whenever a load looks at an outline.
+static std::function<void()> onOutline;
+
+extern "C" void FT_Outline_Get_CBox(const FT_Outline* outline, FT_BBox* box) {
+    if (onOutline) {
+        onOutline();
+    }
+    static const auto next =
+        reinterpret_cast<decltype(&FT_Outline_Get_CBox)>(dlsym(RTLD_NEXT, "FT_Outline_Get_CBox"));
+    next(outline, box);
+}
+
 namespace kivgles {
 namespace {
+
+int DrawEmptyText(GLDrawThread& drawThread) {
+    auto info = std::make_unique<TextInfo>();
+    auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_TEXT);
+    cmd->SetTextInfo(info);
+    return drawThread.DrawCmdProc(cmd);
+}
 
 TEST(Handlers, RefuseWhatTheyCannotExecuteAndSayWhy) {
     struct Case {
@@ -40,6 +64,34 @@ TEST(Handlers, RefuseWhatTheyCannotExecuteAndSayWhy) {
         EXPECT_EQ(drawThread.DrawCmdProc(cmd), test.status);
         EXPECT_EQ(recorder::Log(), test.lines);
     }
+}
+
+TEST(FirstText, LoadsWhatTheLastLoadExecutedNamedNotOneThatIsStillQueued) {
+    GLDrawThread drawThread;
+    ASSERT_EQ(drawThread.SetupGLESConext(), 0);
+    drawThread.SetFontLibInfo(TEXT_FONT, 20);  // as the client has done whose load comes after the text
+    EXPECT_EQ(DrawEmptyText(drawThread), 31);  // the default font is on no desktop
+    recorder::Reset();
+    EXPECT_EQ(drawThread.LoadFont(), 0);
+    EXPECT_EQ(recorder::Log("E FontAtlas: Error loading font face"), std::vector<std::string>{});
+}
+
+// A measurement that waited for the load would wait for ever here.
+TEST(FirstText, ShowsClientsNoTextRendererBeforeItsFontIsLoaded) {
+    GLDrawThread drawThread;
+    ASSERT_EQ(drawThread.SetupGLESConext(), 0);
+    drawThread.SetFontLibInfo(TEXT_FONT, 40);
+    unsigned int width = 0;
+    unsigned int height = 0;
+    int looks = 0;
+    onOutline = [&] {
+        ++looks;
+        EXPECT_EQ(drawThread.GetTextSize({}, width, height), 101);
+    };
+    EXPECT_EQ(drawThread.LoadFont(), 0);
+    onOutline = nullptr;
+    EXPECT_GT(looks, 0);
+    EXPECT_EQ(drawThread.GetTextSize({}, width, height), 0);
 }
 
 TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
