@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <cmath>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
 #include <mutex>
 #include <set>
+#include <sstream>
 #include <tuple>
 #include <type_traits>
 #include <utility>
@@ -21,6 +23,8 @@
 #include FT_FREETYPE_H
 #include FT_BITMAP_H
 #include FT_OUTLINE_H
+
+#include "support/Constants.h"
 
 namespace recorder {
 
@@ -43,12 +47,17 @@ struct State {
     std::vector<std::string> calls;
     std::vector<std::string> log;
     std::set<Object> objects;
+    std::map<std::pair<GLuint, GLint>, std::string> uniforms;  // of a program, at a location
+    std::map<GLint, std::string> attributes;                   // at a location: every program has one
 };
 
 std::atomic<bool> recording{false};
 std::atomic<bool> pictures{false};
 thread_local int forwarding = 0;
-thread_local std::string glText;  // GL's words about itself, asked for last
+thread_local std::size_t line = 0;  // of the call at work, counted from 1; 0: it is not recorded
+thread_local GLuint usedProgram = 0;
+thread_local const FT_GlyphSlotRec_* slot = nullptr;  // of the glyph loaded last
+thread_local std::string glText;                      // GL's words about itself, asked for last
 thread_local EGLint injectedError = EGL_SUCCESS;
 
 // Never destroyed: a draw thread may outlive main.
@@ -94,8 +103,10 @@ bool Enter(Function& function) {
 
 template <typename Describe>
 bool EnterRecorded(Function& function, const Describe& describe) {
+    line = 0;
     if (forwarding == 0 && recording.load(std::memory_order_relaxed)) {
-        Locked([&](State& state) { state.calls.push_back(describe()); });
+        const std::string text = describe();
+        line = Locked([&](State& state) { return state.calls.push_back(text), state.calls.size(); });
     }
     return Enter(function);
 }
@@ -105,34 +116,177 @@ struct Forwarding {
     ~Forwarding() { --forwarding; }
 };
 
-// --- A call as text. Vertices, colours, indices, names to delete, shader sources and glyphs are shown, other
-// pointers as "pointer" or "null" ---
-
-using Floats = std::vector<float>;
-using Numbers = std::vector<int>;
+// --- A call as text, in the names of the API. An object is "<texture 3>" until a reader of the calls gives
+// it a name; vertices, colours, indices, shader sources and glyphs are shown, other pointers are not ---
 
 template <typename Argument>
 std::string Text(const Argument& argument) {
-    char text[32] = "null";
+    char text[32];
     if constexpr (std::is_floating_point_v<Argument>) {
         (void)std::snprintf(text, sizeof(text), "%g", static_cast<double>(argument));
-    } else if constexpr (std::is_integral_v<Argument> || std::is_enum_v<Argument>) {
-        const auto number = static_cast<long long>(argument);  // enumerators are read as hexadecimal numbers
-        (void)std::snprintf(text, sizeof(text), number < 0x300 ? "%lld" : "0x%llx", number);
+        return text;
+    } else if constexpr (std::is_integral_v<Argument>) {
+        return std::to_string(argument);
     } else {
-        return argument == nullptr ? text : "pointer";
+        return argument == nullptr ? "null" : "data";
     }
-    return text;
 }
 std::string Text(const std::string& text) { return text; }
 std::string Text(const char* text) { return text; }
+
 template <typename Item>
-std::string Text(const std::vector<Item>& items) {
+std::string List(const Item* items, std::ptrdiff_t n) {
     std::string text = "[";
-    for (const Item& item : items) {
-        text += (text.size() == 1 ? "" : " ") + Text(item);
-    }
+    std::for_each(items, items + (items == nullptr ? 0 : n),
+                  [&text](Item item) { text += (text.size() == 1 ? "" : " ") + Text(item); });
     return text + "]";
+}
+
+std::string Const(long long value) {
+    const auto name = NAMES.find(value);
+    char number[20];
+    (void)std::snprintf(number, sizeof(number), "0x%llx", value);
+    return name == NAMES.end() ? number : name->second;
+}
+std::string Mode(GLenum mode) {
+    return mode == GL_TRIANGLES ? "GL_TRIANGLES" : mode == GL_TRIANGLE_FAN ? "GL_TRIANGLE_FAN" : Const(mode);
+}
+std::string Mask(GLbitfield mask) {
+    return mask == GL_COLOR_BUFFER_BIT                           ? "GL_COLOR_BUFFER_BIT"
+           : mask == (GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT) ? "GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT"
+                                                                 : Const(mask);
+}
+std::string Name(const char* kind, GLuint name) {
+    return name == 0 ? "0" : "<" + (kind + (" " + std::to_string(name))) + ">";
+}
+std::string Name(const char* kind, const void* object) {
+    char name[40];
+    (void)std::snprintf(name, sizeof(name), "<%s %p>", kind, object);
+    return name;
+}
+std::string Names(const char* kind, GLsizei n, const GLuint* names) {
+    std::string text;
+    std::for_each(names, names + n,
+                  [&](GLuint name) { text += (text.empty() ? "" : " ") + Name(kind, name); });
+    return text;
+}
+std::string Surface(EGLSurface surface) {
+    return surface == nullptr ? "EGL_NO_SURFACE" : Name("surface", surface);
+}
+std::string Context(EGLContext context) { return context == nullptr ? "EGL_NO_CONTEXT" : "context"; }
+
+std::string Uniform(GLint location) {
+    return Locked([&](State& state) {
+        const auto name = state.uniforms.find({usedProgram, location});
+        return name == state.uniforms.end() ? std::to_string(location) : name->second;
+    });
+}
+std::string Attribute(GLuint index) {
+    return Locked([&](State& state) {
+        const auto name = state.attributes.find(static_cast<GLint>(index));
+        return name == state.attributes.end() ? std::to_string(static_cast<GLint>(index)) : name->second;
+    });
+}
+
+// Vertices of two triangles to a quad, in texture or target coordinates: "left top right bottom, s t to s t".
+// Anything else is shown number by number.
+std::string Quad(const float* v) {
+    const float corners[] = {v[0], v[1], v[2], v[3],  v[4], v[1], v[6], v[3],  v[0], v[9], v[2], v[11],
+                             v[4], v[9], v[6], v[11], v[0], v[9], v[2], v[11], v[4], v[1], v[6], v[3]};
+    return std::equal(corners, corners + 24, v)
+               ? Text(v[0]) + " " + Text(v[1]) + " " + Text(v[4]) + " " + Text(v[9]) + ", " + Text(v[2]) +
+                     " " + Text(v[3]) + " to " + Text(v[6]) + " " + Text(v[11])
+               : List(v, 24);
+}
+// A centre and 37 points at every ten degrees around it, the last being the first.
+bool IsFan(const float* v) {
+    const float radiusX = v[4] - v[0];
+    const float radiusY = v[4 * 10 + 1] - v[1];
+    for (int i = 0; i <= 36; ++i) {
+        const double angle = i * 3.14159265358979 / 18;
+        const float* const point = v + 4 + 4 * i;
+        if (std::fabs(point[0] - v[0] - radiusX * std::cos(angle)) > 1e-5 || point[2] != 0 || point[3] != 1 ||
+            std::fabs(point[1] - v[1] - radiusY * std::sin(angle)) > 1e-5) {
+            return false;
+        }
+    }
+    return true;
+}
+std::string Vertices(const void* data, GLsizeiptr size) {
+    const auto* const v = static_cast<const float*>(data);
+    const GLsizeiptr n = size / 4;
+    if (n == 152 && IsFan(v)) {
+        return "fan " + Text(v[0]) + " " + Text(v[1]) + " " + Text(v[4] - v[0]) + " " + Text(v[41] - v[1]);
+    }
+    const bool isText = data != nullptr && n >= 24 && n % 24 == 0 && !(n == 24 && v[2] == 0 && v[3] == 1);
+    if (!isText) {
+        return List(v, n);
+    }
+    std::string text = std::to_string(n / 24) + " glyphs";
+    for (GLsizeiptr i = 0; i < n; i += 24) {
+        const bool isShown =
+            n <= 24 * 8 || i < 48 || i == n - 24;  // of a long text, where it begins and ends
+        text += isShown ? "\n  " + Quad(v + i) : "";
+    }
+    return text;
+}
+
+// What begins where: "0 255 12 0" for twelve of 255 and then zeros.
+template <typename Show>
+std::string Runs(int n, const Show& show) {
+    std::string text;
+    std::string former;
+    for (int i = 0; i < n; ++i) {
+        const std::string shown = show(i);
+        text += shown == former ? "" : (text.empty() ? "" : " ") + std::to_string(i) + " " + shown;
+        former = shown;
+    }
+    return text;
+}
+// An outline's coverage is FreeType's, and differs from version to version: it is to be what FreeType
+// rendered last. A bitmap font's pixels are shown.
+std::string Pixels(const void* data, int width, int height) {
+    const auto* const bytes = static_cast<const GLubyte*>(data);
+    bool isRendered = slot != nullptr && slot->format == FT_GLYPH_FORMAT_BITMAP &&
+                      slot->bitmap.pixel_mode == FT_PIXEL_MODE_GRAY &&
+                      slot->bitmap.width == static_cast<unsigned int>(width) &&
+                      slot->bitmap.rows == static_cast<unsigned int>(height) && slot->outline.n_points > 0;
+    for (int y = 0; isRendered && y < height; ++y) {
+        isRendered = std::equal(bytes + y * width, bytes + (y + 1) * width,
+                                slot->bitmap.buffer + y * slot->bitmap.pitch);
+    }
+    return isRendered ? "coverage"
+           : data == nullptr
+               ? "null"
+               : "[" + Runs(width * height, [bytes](int i) { return std::to_string(bytes[i]); }) + "]";
+}
+// A line of source to a line, in quotes: blanks at its end count.
+std::string Source(GLsizei n, const GLchar* const* parts) {
+    std::string text;
+    for (GLsizei i = 0; i < n; ++i) {
+        std::istringstream source(parts[i]);
+        for (std::string row; std::getline(source, row);) {
+            text += "\n  \"" + row + "\"";
+        }
+    }
+    return text;
+}
+std::string Attributes(const EGLint* list) {
+    std::string text;
+    for (; list != nullptr && *list != EGL_NONE; list += 2) {
+        const bool isWindow = list[0] == EGL_SURFACE_TYPE && list[1] == EGL_WINDOW_BIT;
+        const bool isES2 = list[0] == EGL_RENDERABLE_TYPE && list[1] == EGL_OPENGL_ES2_BIT;
+        text += (text.empty() ? "" : " ") + Const(list[0]) + "=" +
+                (isWindow ? "EGL_WINDOW_BIT"
+                 : isES2  ? "EGL_OPENGL_ES2_BIT"
+                          : std::to_string(list[1]));
+    }
+    return "[" + text + "]";
+}
+std::string Matrix(const FT_Matrix* m) {
+    return m == nullptr ? "null"
+                        : "[" + std::to_string(m->xx) + " " + std::to_string(m->xy) + " " +
+                              std::to_string(m->yx) + " " + std::to_string(m->yy) + "]";
 }
 
 struct CallOf {
@@ -147,6 +301,14 @@ struct CallOf {
 
 // --- Objects alive ---
 
+// Behind the line of the call that made it.
+void AddResult(const std::string& name) {
+    Locked([&](State& state) {
+        if (line != 0 && line <= state.calls.size()) {
+            state.calls[line - 1] += " = " + name;
+        }
+    });
+}
 void SetLive(const char* kind, EGLContext context, std::uintptr_t id, bool isLive) {
     Locked([&](State& state) {
         isLive ? void(state.objects.insert({kind, context, id}))
@@ -160,12 +322,17 @@ void SetLive(const char* kind, GLsizei n, const GLuint* names, bool areLive) {
         std::for_each(names, names + n, [&](GLuint name) { SetLive(kind, context, name, areLive); });
     }
 }
-GLuint BornName(const char* kind, GLuint name) { return SetLive(kind, 1, &name, true), name; }
+void BornNames(const char* kind, GLsizei n, const GLuint* names) {
+    SetLive(kind, n, names, true);
+    AddResult(Names(kind, n, names));
+}
+GLuint BornName(const char* kind, GLuint name) { return BornNames(kind, 1, &name), name; }
 
 template <typename Handle>
 Handle Born(const char* kind, Handle handle) {
     if (handle != nullptr) {
         SetLive(kind, nullptr, reinterpret_cast<std::uintptr_t>(handle), true);
+        AddResult(Name(kind, handle));
     }
     return handle;
 }
@@ -203,35 +370,11 @@ const GLubyte* Remember(const GLubyte* text) {
     glText = text == nullptr ? "" : reinterpret_cast<const char*>(text);
     return text;
 }
-template <typename Item, typename Shown>
-std::vector<Shown> Items(const void* data, std::ptrdiff_t n, Shown) {
-    const auto* const items = static_cast<const Item*>(data);
-    return data == nullptr ? std::vector<Shown>() : std::vector<Shown>(items, items + n);
+GLint Located(GLuint program, const char* name, GLint location) {
+    return Locked([&](State& state) { return state.uniforms[{program, location}] = name, location; });
 }
-Floats FloatsAt(const void* data, GLsizeiptr n) { return Items<GLfloat>(data, n, 0.0F); }
-Numbers AttributesAt(const EGLint* list) {
-    return Items<EGLint>(list, std::find(list, list + 64, EGL_NONE) - list, 0);
-}
-// What begins where: "0 255 12 0" for twelve of 255 and then zeros.
-template <typename Show>
-std::string Runs(int n, const Show& show) {
-    std::string text;
-    std::string former;
-    for (int i = 0; i < n; ++i) {
-        const std::string shown = show(i);
-        text += shown == former ? "" : (text.empty() ? "" : " ") + std::to_string(i) + " " + shown;
-        former = shown;
-    }
-    return text;
-}
-std::string BytesAt(const void* data, int n) {
-    const auto* const bytes = static_cast<const GLubyte*>(data);
-    return "[" + (data == nullptr ? "" : Runs(n, [bytes](int i) { return std::to_string(bytes[i]); })) + "]";
-}
-std::string Joined(GLsizei n, const GLchar* const* parts) {
-    std::string text;
-    std::for_each(parts, parts + n, [&text](const GLchar* part) { text += std::string(part) + "|"; });
-    return text;
+GLint LocatedAttribute(const char* name, GLint location) {
+    return Locked([&](State& state) { return state.attributes[location] = name, location; });
 }
 
 // --- What a window is about to show: each row that differs from the one above, as the columns where a colour
@@ -343,129 +486,160 @@ using namespace recorder;
         return done;                                                         \
     }
 // What most of the functions of each library have in common, and those that make and delete GL names.
-#define GL(name, parameters, arguments) ENTRY(void, name, parameters, arguments, next arguments, void())
-#define EGL(name, parameters, arguments) \
-    ENTRY(EGLBoolean, name, parameters, arguments, next arguments, BadAlloc<EGLBoolean>(EGL_FALSE))
-#define FT(name, parameters, arguments) \
-    ENTRY(FT_Error, name, parameters, arguments, next arguments, FT_Err_Out_Of_Memory)
+#define GL(name, parameters, arguments, shown) ENTRY(void, name, parameters, shown, next arguments, void())
+#define EGL(name, parameters, arguments, shown) \
+    ENTRY(EGLBoolean, name, parameters, shown, next arguments, BadAlloc<EGLBoolean>(EGL_FALSE))
+#define FT(name, parameters, arguments, shown) \
+    ENTRY(FT_Error, name, parameters, shown, next arguments, FT_Err_Out_Of_Memory)
+// How glyphs are walked through is no promise, so not among the calls.
+#define WALK(Result, name, parameters, done, failed)                    \
+    Result name parameters {                                            \
+        static Function& function = *Find(#name);                       \
+        static const auto next = Next<Result parameters>(#name);        \
+        if (Enter(function)) {                                          \
+            return failed;                                              \
+        }                                                               \
+        const Forwarding forwards;                                      \
+        return done;                                                    \
+    }
 #define GL_NAMES(kind, Gen, Delete)                                                                  \
-    ENTRY(void, Gen, (GLsizei n, GLuint* names), (n, names),                                         \
-          (next(n, names), SetLive(kind, n, names, true)), void(std::fill_n(names, n, 0U)))              \
-    ENTRY(void, Delete, (GLsizei n, const GLuint* names), (n, Items<GLuint>(names, n, 0)),           \
+    ENTRY(void, Gen, (GLsizei n, GLuint* names), (n),                                                \
+          (next(n, names), BornNames(kind, n, names)), void(std::fill_n(names, n, 0U)))              \
+    ENTRY(void, Delete, (GLsizei n, const GLuint* names), (n, Names(kind, n, names)),                 \
           (SetLive(kind, n, names, false), next(n, names)), void())
 
 extern "C" {
 
-GL(glActiveTexture, (GLenum unit), (unit))
-GL(glAttachShader, (GLuint program, GLuint shader), (program, shader))
-GL(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer))
-GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo))
-GL(glBindTexture, (GLenum target, GLuint texture), (target, texture))
-GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination))
-ENTRY(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
-      (target, size, FloatsAt(data, size / 4), usage), next(target, size, data, usage), void())
-ENTRY(GLenum, glCheckFramebufferStatus, (GLenum target), (target), next(target), function.result)
-GL(glClear, (GLbitfield mask), (mask))
-GL(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a))
-GL(glCompileShader, (GLuint shader), (shader))
+GL(glActiveTexture, (GLenum unit), (unit), (Const(unit)))
+GL(glAttachShader, (GLuint program, GLuint shader), (program, shader),
+   (Name("program", program), Name("shader", shader)))
+GL(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), (Const(target), Name("buffer", buffer)))
+GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Name("framebuffer", fbo)))
+GL(glBindTexture, (GLenum target, GLuint texture), (target, texture), (Const(target), Name("texture", texture)))
+GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination),
+   (Const(source), destination == GL_ZERO ? "GL_ZERO" : Const(destination)))
+GL(glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage), (target, size, data, usage),
+   (Const(target), size, Const(usage), Vertices(data, size)))
+ENTRY(GLenum, glCheckFramebufferStatus, (GLenum target), (Const(target)), next(target), function.result)
+GL(glClear, (GLbitfield mask), (mask), (Mask(mask)))
+GL(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), (r, g, b, a))
+GL(glCompileShader, (GLuint shader), (shader), (Name("shader", shader)))
 ENTRY(GLuint, glCreateProgram, (), (), BornName("program", next()), 0)
-ENTRY(GLuint, glCreateShader, (GLenum type), (type), BornName("shader", next(type)), 0)
-ENTRY(void, glDeleteProgram, (GLuint name), (name), (SetLive("program", 1, &name, false), next(name)), void())
-ENTRY(void, glDeleteShader, (GLuint name), (name), (SetLive("shader", 1, &name, false), next(name)), void())
-GL(glDisable, (GLenum what), (what))
-GL(glDisableVertexAttribArray, (GLuint index), (index))
-GL(glDrawArrays, (GLenum mode, GLint first, GLsizei n), (mode, first, n))
-ENTRY(void, glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* indices),
-      (mode, n, type, Items<GLushort>(indices, n, 0)), next(mode, n, type, indices), void())
-GL(glEnable, (GLenum what), (what))
-GL(glEnableVertexAttribArray, (GLuint index), (index))
+ENTRY(GLuint, glCreateShader, (GLenum type), (Const(type)), BornName("shader", next(type)), 0)
+ENTRY(void, glDeleteProgram, (GLuint name), (Name("program", name)),
+      (SetLive("program", 1, &name, false), next(name)), void())
+ENTRY(void, glDeleteShader, (GLuint name), (Name("shader", name)),
+      (SetLive("shader", 1, &name, false), next(name)), void())
+GL(glDisable, (GLenum what), (what), (Const(what)))
+GL(glDisableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
+GL(glDrawArrays, (GLenum mode, GLint first, GLsizei n), (mode, first, n), (Mode(mode), first, n))
+GL(glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* indices), (mode, n, type, indices),
+   (Mode(mode), n, Const(type), List(static_cast<const GLushort*>(indices), n)))
+GL(glEnable, (GLenum what), (what), (Const(what)))
+GL(glEnableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
 GL(glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint texture, GLint level),
-   (target, point, kind, texture, level))
+   (target, point, kind, texture, level),
+   (Const(target), Const(point), Const(kind), Name("texture", texture), level))
 GL_NAMES("buffer", glGenBuffers, glDeleteBuffers)
 GL_NAMES("framebuffer", glGenFramebuffers, glDeleteFramebuffers)
 GL_NAMES("texture", glGenTextures, glDeleteTextures)
-ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (id, name), next(id, name), -1)
-ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (what, value), next(what, value),
+ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (Name("program", id), name),
+      LocatedAttribute(name, next(id, name)), -1)
+ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (Const(what)), next(what, value),
       void(*value = static_cast<GLint>(function.result)))
-GL(glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (id, size, length, log))
-GL(glGetProgramiv, (GLuint program, GLenum what, GLint* value), (program, what, value))
-GL(glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (id, size, length, log))
-GL(glGetShaderiv, (GLuint shader, GLenum what, GLint* value), (shader, what, value))
-ENTRY(const GLubyte*, glGetString, (GLenum what), (what), Remember(next(what)), nullptr)
-ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (id, name), next(id, name), -1)
-ENTRY(GLboolean, glIsProgram, (GLuint name), (name), next(name), GL_FALSE)
-ENTRY(GLboolean, glIsShader, (GLuint name), (name), next(name), GL_FALSE)
-GL(glLinkProgram, (GLuint program), (program))
-GL(glPixelStorei, (GLenum what, GLint value), (what, value))
-ENTRY(void, glShaderSource, (GLuint shader, GLsizei n, const GLchar* const* parts, const GLint* lengths),
-      (shader, n, Joined(n, parts), lengths), next(shader, n, parts, lengths), void())
+GL(glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (id, size, length, log),
+   (Name("program", id)))
+GL(glGetProgramiv, (GLuint program, GLenum what, GLint* value), (program, what, value),
+   (Name("program", program), Const(what)))
+GL(glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (id, size, length, log),
+   (Name("shader", id)))
+GL(glGetShaderiv, (GLuint shader, GLenum what, GLint* value), (shader, what, value),
+   (Name("shader", shader), Const(what)))
+ENTRY(const GLubyte*, glGetString, (GLenum what), (Const(what)), Remember(next(what)), nullptr)
+ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (Name("program", id), name),
+      Located(id, name, next(id, name)), -1)
+ENTRY(GLboolean, glIsProgram, (GLuint name), ("object"), next(name), GL_FALSE)
+ENTRY(GLboolean, glIsShader, (GLuint name), ("object"), next(name), GL_FALSE)
+GL(glLinkProgram, (GLuint program), (program), (Name("program", program)))
+GL(glPixelStorei, (GLenum what, GLint value), (what, value), (Const(what), value))
+GL(glShaderSource, (GLuint shader, GLsizei n, const GLchar* const* parts, const GLint* lengths),
+   (shader, n, parts, lengths), (Name("shader", shader), n, Source(n, parts), lengths))
 GL(glTexImage2D, (GLenum target, GLint level, GLint internal, GLsizei width, GLsizei height, GLint border,
                   GLenum format, GLenum type, const void* data),
-   (target, level, internal, width, height, border, format, type, data))
-GL(glTexParameteri, (GLenum target, GLenum what, GLint value), (target, what, value))
-ENTRY(void, glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
-                              GLenum format, GLenum type, const void* data),
-      (target, level, x, y, width, height, format, type, BytesAt(data, width * height)),
-      next(target, level, x, y, width, height, format, type, data), void())
-GL(glUniform1i, (GLint location, GLint value), (location, value))
-ENTRY(void, glUniform4fv, (GLint location, GLsizei n, const GLfloat* values),
-      (location, n, FloatsAt(values, 4 * n)), next(location, n, values), void())
-GL(glUseProgram, (GLuint program), (program))
+   (target, level, internal, width, height, border, format, type, data),
+   (Const(target), level, Const(internal), width, height, border, Const(format), Const(type), data))
+GL(glTexParameteri, (GLenum target, GLenum what, GLint value), (target, what, value),
+   (Const(target), Const(what), Const(value)))
+GL(glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
+                     GLenum format, GLenum type, const void* data),
+   (target, level, x, y, width, height, format, type, data),
+   (Const(target), level, x, y, width, height, Const(format), Const(type), Pixels(data, width, height)))
+GL(glUniform1i, (GLint location, GLint value), (location, value), (Uniform(location), value))
+GL(glUniform4fv, (GLint location, GLsizei n, const GLfloat* values), (location, n, values),
+   (Uniform(location), n, List(values, 4 * n)))
+ENTRY(void, glUseProgram, (GLuint program), (Name("program", program)), (usedProgram = program, next(program)), void())
 GL(glVertexAttribPointer, (GLuint index, GLint size, GLenum type, GLboolean normalised, GLsizei stride,
-                           const void* offset), (index, size, type, normalised, stride, offset))
-GL(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height))
+                           const void* offset), (index, size, type, normalised, stride, offset),
+   (Attribute(index), size, Const(type), normalised == GL_FALSE ? "GL_FALSE" : "GL_TRUE", stride, offset))
+GL(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height), (x, y, width, height))
 
-ENTRY(EGLBoolean, eglChooseConfig,
-      (EGLDisplay display, const EGLint* list, EGLConfig* configs, EGLint size, EGLint* n),
-      (display, AttributesAt(list), configs, size, n), next(display, list, configs, size, n),
-      BadAlloc<EGLBoolean>(EGL_FALSE))
+EGL(eglChooseConfig, (EGLDisplay display, const EGLint* list, EGLConfig* configs, EGLint size, EGLint* n),
+    (display, list, configs, size, n), ("display", Attributes(list), size))
 ENTRY(EGLContext, eglCreateContext,
       (EGLDisplay display, EGLConfig config, EGLContext share, const EGLint* list),
-      (display, config, share, AttributesAt(list)), Born("context", next(display, config, share, list)),
-      BadAlloc(EGL_NO_CONTEXT))
+      ("display", "config", Context(share), Attributes(list)),
+      Born("context", next(display, config, share, list)), BadAlloc(EGL_NO_CONTEXT))
 ENTRY(EGLSurface, eglCreatePbufferSurface, (EGLDisplay display, EGLConfig config, const EGLint* list),
-      (display, config, list), Born("surface", next(display, config, list)), BadAlloc(EGL_NO_SURFACE))
+      ("display", "config", Attributes(list)), Born("surface", next(display, config, list)),
+      BadAlloc(EGL_NO_SURFACE))
 ENTRY(EGLSurface, eglCreateWindowSurface,
       (EGLDisplay display, EGLConfig config, EGLNativeWindowType window, const EGLint* list),
-      (display, config, "window", list), Born("surface", next(display, config, window, list)),
+      ("display", "config", "window", Attributes(list)), Born("surface", next(display, config, window, list)),
       BadAlloc(EGL_NO_SURFACE))
-ENTRY(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), (display, context),
+ENTRY(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), ("display", Context(context)),
       (GoneContext(context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
-ENTRY(EGLBoolean, eglDestroySurface, (EGLDisplay display, EGLSurface surface), (display, surface),
+ENTRY(EGLBoolean, eglDestroySurface, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
       (Gone("surface", surface), next(display, surface)), BadAlloc<EGLBoolean>(EGL_FALSE))
-ENTRY(EGLDisplay, eglGetDisplay, (EGLNativeDisplayType id), (id), next(id), BadAlloc(EGL_NO_DISPLAY))
+ENTRY(EGLDisplay, eglGetDisplay, (EGLNativeDisplayType id),
+      (id == EGL_DEFAULT_DISPLAY ? "EGL_DEFAULT_DISPLAY" : "another"), next(id), BadAlloc(EGL_NO_DISPLAY))
 ENTRY(EGLint, eglGetError, (), (), LastError(next()), EGL_SUCCESS)
-EGL(eglInitialize, (EGLDisplay display, EGLint* major, EGLint* minor), (display, major, minor))
+EGL(eglInitialize, (EGLDisplay display, EGLint* major, EGLint* minor), (display, major, minor), ("display"))
 EGL(eglMakeCurrent, (EGLDisplay display, EGLSurface draw, EGLSurface read, EGLContext context),
-    (display, draw, read, context))
+    (display, draw, read, context), ("display", Surface(draw), Surface(read), Context(context)))
 EGL(eglQuerySurface, (EGLDisplay display, EGLSurface surface, EGLint what, EGLint* value),
-    (display, surface, what, value))
-EGL(eglReleaseThread, (), ())
-ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), (display, surface),
+    (display, surface, what, value), ("display", Surface(surface), Const(what)))
+EGL(eglReleaseThread, (), (), ())
+ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
       (pictures ? RecordPicture(display, surface) : void(), next(display, surface)),
       BadAlloc<EGLBoolean>(EGL_FALSE))
-EGL(eglTerminate, (EGLDisplay display), (display))
+EGL(eglTerminate, (EGLDisplay display), (display), ("display"))
 
-FT(FT_Bitmap_Convert, (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
-   (library, source, target, alignment))
-FT(FT_Bitmap_Done, (FT_Library library, FT_Bitmap* bitmap), (library, bitmap))
-GL(FT_Bitmap_Init, (FT_Bitmap* bitmap), (bitmap))
-ENTRY(FT_Error, FT_Done_Face, (FT_Face face), (face), (Gone("face", face), next(face)), FT_Err_Out_Of_Memory)
-ENTRY(FT_Error, FT_Done_FreeType, (FT_Library library), (library), (Gone("library", library), next(library)),
-      FT_Err_Out_Of_Memory)
-ENTRY(FT_ULong, FT_Get_First_Char, (FT_Face face, FT_UInt* n), (face, n), next(face, n), *n = 0)
-ENTRY(FT_ULong, FT_Get_Next_Char, (FT_Face face, FT_ULong code, FT_UInt* index), (face, code, index),
-      next(face, code, index), *index = 0)
-ENTRY(FT_Error, FT_Init_FreeType, (FT_Library* library), (library),
+WALK(FT_Error, FT_Bitmap_Convert,
+     (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
+     next(library, source, target, alignment), FT_Err_Out_Of_Memory)
+WALK(FT_Error, FT_Bitmap_Done, (FT_Library library, FT_Bitmap* bitmap), next(library, bitmap), FT_Err_Out_Of_Memory)
+WALK(void, FT_Bitmap_Init, (FT_Bitmap* bitmap), next(bitmap), void())
+ENTRY(FT_Error, FT_Done_Face, (FT_Face face), (Name("face", face)),
+      (slot = nullptr, Gone("face", face), next(face)), FT_Err_Out_Of_Memory)
+ENTRY(FT_Error, FT_Done_FreeType, (FT_Library library), (Name("library", library)),
+      (Gone("library", library), next(library)), FT_Err_Out_Of_Memory)
+WALK(FT_ULong, FT_Get_First_Char, (FT_Face face, FT_UInt* n), next(face, n), *n = 0)
+WALK(FT_ULong, FT_Get_Next_Char, (FT_Face face, FT_ULong code, FT_UInt* index), next(face, code, index), *index = 0)
+ENTRY(FT_Error, FT_Init_FreeType, (FT_Library* library), (),
       BornOrNull("library", next(library), library), BornOrNull("library", FT_Err_Out_Of_Memory, library))
-FT(FT_Load_Char, (FT_Face face, FT_ULong code, FT_Int32 flags), (face, code, flags))
+WALK(FT_Error, FT_Load_Char, (FT_Face face, FT_ULong code, FT_Int32 flags), next(face, code, flags),
+     FT_Err_Out_Of_Memory)
 ENTRY(FT_Error, FT_New_Face, (FT_Library library, const char* path, FT_Long index, FT_Face* face),
-      (library, path, index, face), BornOrNull("face", next(library, path, index, face), face),
+      (Name("library", library), path, index), BornOrNull("face", next(library, path, index, face), face),
       BornOrNull("face", FT_Err_Out_Of_Memory, face))
-FT(FT_Outline_Embolden, (FT_Outline* outline, FT_Pos strength), (outline, strength))
-FT(FT_Render_Glyph, (FT_GlyphSlot slot, FT_Render_Mode mode), (slot, mode))
-FT(FT_Set_Pixel_Sizes, (FT_Face face, FT_UInt width, FT_UInt height), (face, width, height))
-GL(FT_Set_Transform, (FT_Face face, FT_Matrix* matrix, FT_Vector* delta), (face, matrix, delta))
+WALK(FT_Error, FT_Outline_Embolden, (FT_Outline* outline, FT_Pos strength), next(outline, strength),
+     FT_Err_Out_Of_Memory)
+WALK(FT_Error, FT_Render_Glyph, (FT_GlyphSlot glyph, FT_Render_Mode mode), (slot = glyph, next(glyph, mode)),
+     FT_Err_Out_Of_Memory)
+FT(FT_Set_Pixel_Sizes, (FT_Face face, FT_UInt width, FT_UInt height), (face, width, height),
+   (Name("face", face), width, height))
+GL(FT_Set_Transform, (FT_Face face, FT_Matrix* matrix, FT_Vector* delta), (face, matrix, delta),
+   (Name("face", face), Matrix(matrix), delta))
 
 // Counted and failed, but not among the calls: tests start threads too.
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*body)(void*),

@@ -233,11 +233,84 @@ const std::map<std::string, Verb> VERBS = {
     {"fail", {false, Fail}},       // FUNCTION [RESULT [always]]
 };
 
+// --- What objects are for, where a driver has numbers of its own ---
+
+std::string Renderer(const Client& client, const std::string& verb, bool isFlat, bool isText) {
+    static const std::map<std::string, std::string> ITS_OWN = {
+        {"rect", "OSDRect"},   {"round", "OSDRound"}, {"bitmap", "OSDBitmap"}, {"blend", "OSDBitmap"},
+        {"show", "OSDBitmap"}, {"blit", "OSDBlit"},   {"display", "OSDFrame"}};
+    const auto own = ITS_OWN.find(verb);
+    if (own != ITS_OWN.end()) {
+        return own->second;
+    }
+    // A text and what is initialised together: in this order, those that are there already left out.
+    const std::vector<std::string> order = isFlat ? std::vector<std::string>{"OSDRect", "OSDRound"}
+                                           : isText
+                                               ? std::vector<std::string>{"OSDText"}
+                                               : std::vector<std::string>{"OSDBlit", "OSDBitmap", "OSDFrame"};
+    const auto isNew = [&client](const std::string& renderer) {
+        return std::none_of(client.objects.begin(), client.objects.end(),
+                            [&](const auto& object) { return object.second == renderer + "'s buffer"; });
+    };
+    const auto next = std::find_if(order.begin(), order.end(), isNew);
+    return next == order.end() ? order.back() : *next;
+}
+
+// Reads the calls of one command in their order.
+struct Namer {
+    Client& client;
+    std::string verb;
+    std::string layer;     // named in the command
+    std::string renderer;  // whose program was made last
+    bool isFlat = false;   // the shader seen last
+    bool isText = false;
+    int faces = 0;
+
+    std::string NameOf(const std::string& kind, const std::string& call) {
+        const bool isLayer = verb == "layer";
+        if (kind == "program") {
+            renderer = Renderer(client, verb, isFlat, isText);
+        }
+        return kind == "framebuffer" ? "layer " + layer
+               : kind == "texture"   ? isLayer          ? "layer " + layer + "'s texture"
+                                       : verb == "font" ? "atlas"
+                                       : verb == "text" ? "styled atlas"
+                                                        : "bitmap's texture"
+               : kind == "shader"
+                   ? call.find("VERTEX") != std::string::npos ? "vertex shader" : "fragment shader"
+               : kind == "surface" ? call.find("Pbuffer") != std::string::npos ? "pbuffer" : "window surface"
+               : kind == "program" || kind == "buffer" ? renderer + "'s " + kind
+               : kind == "face"                        ? "face " + std::to_string(++faces)
+                                                       : kind;
+    }
+    std::string operator()(std::string call) {
+        isFlat = (isFlat && call.find("#version") == std::string::npos) ||
+                 call.find("vPosition") != std::string::npos;
+        isText = (isText && call.find("#version") == std::string::npos) ||
+                 call.find("vec4(1, 1, 1") != std::string::npos;
+        const std::size_t made = call.find(" = <");
+        if (made != std::string::npos) {
+            const std::string object = call.substr(made + 3);
+            client.objects[object] = NameOf(object.substr(1, object.find(' ') - 1), call);
+        }
+        for (const auto& [object, name] : client.objects) {
+            for (std::size_t at = call.find(object); at != std::string::npos; at = call.find(object)) {
+                call.replace(at, object.size(), name);
+            }
+        }
+        return call;
+    }
+};
+
 // Without what another machine has otherwise.
-std::string Recorded() {
+std::string Recorded(Client& client, const std::string& command) {
     constexpr std::string_view FONTS = KIVGLES_TEST_FONTS;
+    std::istringstream words(command);
+    const std::string verb = Word(words);
+    Namer named{client, verb, Word(words), ""};
     std::string text;
     for (std::string call : recorder::Calls()) {
+        call = named(call);
         const std::size_t path = call.find(FONTS);
         if (path != std::string::npos) {
             call.replace(path, FONTS.size(), "FONTS");
@@ -280,6 +353,9 @@ Client::Client() : threads(ThreadNum()) {
 }
 
 Step Client::Take(const std::string& command) {
+    if (command == "create") {
+        objects.clear();
+    }
     std::istringstream words(command.substr(0, command.find('#')));
     const auto named = VERBS.find(Word(words));
     if (named == VERBS.end()) {
@@ -293,7 +369,7 @@ Step Client::Take(const std::string& command) {
     if (verb.isQueued) {
         (void)surface->Init(0);  // waits, with a context or without
     }
-    return {command, result + told, Recorded()};
+    return {command, result + told, Recorded(*this, command)};
 }
 
 }  // namespace kivgles

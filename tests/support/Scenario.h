@@ -5,7 +5,7 @@
 //
 //   > rect back 0 0 16 16 ff0000ff   # a comment
 //   = 0
-//   glBindFramebuffer(0x8d40, 1)
+//   glBindFramebuffer(GL_FRAMEBUFFER, layer back)
 //
 // Scenario.cpp lists the commands. Layers have names, `window` is the window's handle; anything else that
 // stands for a handle is a number.
@@ -52,6 +52,7 @@ struct Client {
     std::map<std::string, unsigned int> layers;  // handles
     std::vector<char16_t> units;                 // of the text at work
     std::array<TagKivColorRGBA, 2> pixels{};     // of the bitmap drawn last
+    std::map<std::string, std::string> objects;  // of GL, EGL and FreeType: what each is for
     std::string told;                            // by the operation at work, besides its result
     std::size_t threads;                         // of the process, without a draw thread
 };
