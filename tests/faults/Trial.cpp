@@ -1,12 +1,14 @@
-// Trial [--quiet] SCENARIO [FUNCTION NTH once|forGood]
+// Trial [--quiet], with lines "SCENARIO [FUNCTION NTH once|forGood]" as its input
 //
-// Plays a scenario with a fault, or without, and looks at everything in between and afterwards. Prints a line
-// for each effect that the fault has; without a fault, each function's name and number of calls. What is not
-// well begins with '!', and makes it fail.
+// For each line, which it repeats after a '#', plays the scenario with that fault, or without, and looks at
+// everything in between and afterwards. Prints a line for each effect that the fault has; without a fault,
+// for each step what it is, after a '>', and each function's name and number of calls. What is not well
+// begins with '!', and makes it fail.
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <iostream>
 #include <sstream>
 
 #include <android/log.h>
@@ -50,11 +52,12 @@ bool Lasts(const std::string& function) {
     return IsAmong("eglQuerySurface glGenBuffers glGetAttribLocation glGetUniformLocation ", function);
 }
 
-// Whether objects of this kind, or "memory", may be left because the function refused to let go of them. Of a
-// context also what it holds.
+// Whether objects of this kind, "memory" or the display's threads ("thread"), may be left because the
+// function refused to let go of them. Of a context also what it holds.
 bool MayLeave(const std::string& function, const std::string& kind) {
     const char* const kinds = function == "eglDestroyContext" ? "context texture buffer framebuffer program "
                               : function == "eglDestroySurface" ? "surface "
+                              : function == "eglTerminate"      ? "thread "
                               : function == "FT_Bitmap_Done"    ? "memory "
                               : function == "FT_Done_Face"      ? "face "
                               : function == "FT_Done_FreeType"  ? "library memory "
@@ -81,13 +84,17 @@ std::string Change(const Step& kept, const Step& now) {
     return now.Result() == kept.Result() ? "another size" : std::to_string(now.Result());
 }
 
-// What the fault has changed, as effects.txt has it: first what the operation answers, and whether it logs a
-// failure, anyway. `first` is the call in the step that failed first.
-std::string Effect(const Step& kept, const Step& now, const Fault& fault, int first) {
+// What a step does: "bitmap", "bitmap=101" where it is refused, with '!' where it logs a failure.
+std::string Name(const Step& kept) {
     const std::string answer = kept.Result() == 0 ? "" : "=" + kept.answer;
-    const std::string mark = kept.trace.find(" fail ") == std::string::npos ? " " : "! ";
-    std::string effect = kept.Verb() + answer + mark + fault.function + " " +
-                         std::to_string(std::min(first, 3)) + ": " + Change(kept, now);
+    return kept.Verb() + answer + (kept.trace.find(" fail ") == std::string::npos ? "" : "!");
+}
+
+// What the fault has changed, as effects.txt has it: first what the operation is. `first` is the call in the
+// step that failed first.
+std::string Effect(const Step& kept, const Step& now, const Fault& fault, int first) {
+    std::string effect = Name(kept) + " " + fault.function + " " + std::to_string(std::min(first, 3)) + ": " +
+                         Change(kept, now);
     const std::vector<std::string> usual = Errors(kept);
     for (const std::string& error : Errors(now)) {
         effect += std::count(usual.begin(), usual.end(), error) == 0 ? " | " + error : "";
@@ -102,6 +109,7 @@ class Trial {
 
  private:
     void Play();
+    static void Survey(const Step& step, std::map<std::string, int>& before);
     Step Take(const std::string& command);
     void ExpectSame(const Step& step, const Step& now);
     void Retry(const Step& step);
@@ -121,14 +129,10 @@ class Trial {
 
 bool Trial::Run() {
     const std::size_t descriptors = DescriptorNum();
+    client.threads += MayLeave(fault.function, "thread") ? 16 : 0;  // waits for none
     recorder::Reset();
     recorder::Fail(fault.function, fault.nth, fault.forGood);
     Play();
-    if (fault.function.empty()) {
-        for (const auto& [function, count] : recorder::Counts()) {
-            std::printf("%s %d\n", function.c_str(), count);
-        }
-    }
     Check(faultCame || fault.function.empty(), "the fault does not come");
     Recover();
 
@@ -147,20 +151,34 @@ void Trial::Play() {
         if (&step == &scenario.steps.back() && CanDrawPicture()) {
             DrawPicture("tried again", false);
         }
-        const int before = recorder::Counts()[fault.function];
+        std::map<std::string, int> before = recorder::Counts();
         const int failed = recorder::Failed(fault.function);
         const Step now = Take(step.command);
+        if (fault.function.empty()) {
+            Survey(step, before);
+        }
         if (recorder::Failed(fault.function) == failed) {
             ExpectSame(step, now);
             continue;
         }
         faultCame = true;
-        std::printf("%s\n", Effect(step, now, fault, std::max(fault.nth - before, 1)).c_str());
+        std::printf("%s\n",
+                    Effect(step, now, fault, std::max(fault.nth - before[fault.function], 1)).c_str());
         if (now.Result() != step.Result()) {
             if (fault.forGood) {
                 return;
             }
             Retry(step);
+        }
+    }
+}
+
+// The calls that a step has made.
+void Trial::Survey(const Step& step, std::map<std::string, int>& before) {
+    std::printf("> %s\n", Name(step).c_str());
+    for (const auto& [function, count] : recorder::Counts()) {
+        if (count != before[function]) {
+            std::printf("%s %d\n", function.c_str(), count - before[function]);
         }
     }
 }
@@ -244,17 +262,23 @@ void Trial::Check(bool well, const std::string& complaint) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
-    std::vector<std::string> arguments(argv + 1, argv + argc);
-    if (arguments.at(0) == "--quiet") {
+int main(int argc, char**) {
+    if (argc > 1) {
         __android_log_set_logger([](const __android_log_message*) {});
-        arguments.erase(arguments.begin());
     }
-    const Scenario scenario = ReadScenario(arguments.at(0));
-    Fault fault;
-    if (arguments.size() == 4) {
-        fault = {arguments[1], std::stoi(arguments[2]), arguments[3] == "forGood"};
+    (void)std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);  // whoever waits sees where it is
+    bool allWell = true;
+    for (std::string line; std::getline(std::cin, line);) {
+        std::printf("# %s\n", line.c_str());
+        std::istringstream words(line);
+        std::string scenario;
+        std::string how;
+        Fault fault;
+        words >> scenario >> fault.function >> fault.nth >> how;
+        fault.forGood = how == "forGood";
+        mayLeaveMemory = mayLeaveMemory || MayLeave(fault.function, "memory");
+        const Scenario tried = ReadScenario(scenario);
+        allWell = Trial(tried, fault).Run() && allWell;
     }
-    mayLeaveMemory = MayLeave(fault.function, "memory");
-    return Trial(scenario, fault).Run() ? EXIT_SUCCESS : EXIT_FAILURE;
+    return allWell ? EXIT_SUCCESS : EXIT_FAILURE;
 }
