@@ -5,6 +5,7 @@
 #include <android/log.h>
 
 #include "StatusCode.h"
+#include "text/FontFile.h"
 
 namespace kivgles {
 
@@ -46,7 +47,7 @@ int FontAtlas::LoadFontByPath(const std::string& path, unsigned int size) {
         return STATUS_FREETYPE_INIT_FAILED;
     }
     FT_Face face = nullptr;
-    if (FT_New_Face(library, path.c_str(), 0, &face) != 0) {
+    if (!OpenFontFile(library, path, face)) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "Error loading font face");
         FT_Done_FreeType(library);
         return STATUS_FACE_NOT_OPENED;

@@ -5,6 +5,7 @@
 #include <android/log.h>
 
 #include "StatusCode.h"
+#include "text/FontFile.h"
 #include "text/TextUnits.h"
 
 namespace kivgles {
@@ -31,11 +32,11 @@ int FontStyleAtlas::LoadFontByPath(const std::string& path) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "Failed to initialize freetype library");
         return STATUS_FREETYPE_INIT_FAILED;
     }
-    if (FT_New_Face(library, path.c_str(), 0, &face) != 0) {
+    if (!OpenFontFile(library, path, face)) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "Error loading font face");
         return STATUS_FACE_NOT_OPENED;
     }
-    if (FT_New_Face(library, path.c_str(), 0, &sizeFace) != 0) {
+    if (!OpenFontFile(library, path, sizeFace)) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "Error loading font face for text size");
         return STATUS_FACE_NOT_OPENED;
     }
