@@ -112,8 +112,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// After 1 to 5, and after 100 of make-current, the draw thread runs: KivDestoryGLContext must be called
     /// before trying again. After 100 of the draw thread's start there is nothing to destroy.
     /// @retval 0 The context exists. Three lines of EGLManager ("GL Version = ..." and so on) name the GL.
-    /// @retval 1 No EGL display ("eglGetDisplay failed: ..."): is DISPLAY set?
-    /// @retval 2 EGL did not initialise ("eglInitialize failed: ...").
+    /// @retval 1 No EGL display ("eglGetDisplay failed: ...").
+    /// @retval 2 EGL did not initialise ("eglInitialize failed: ..."): the usual one without an X server.
     /// @retval 3 EGL could not be asked for a configuration ("eglChooseConfig error: ...").
     /// @retval 4 EGL made no context, or had no configuration for one ("eglCreateContext error: ...").
     /// @retval 5 EGL made no off-screen surface, or had no configuration for one ("eglCreatePbufferSurface
@@ -130,6 +130,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     int KivDestoryGLContext();
 
     /// Makes `window` the target of display and refresh, replacing the window connected before. Waits.
+    ///
+    /// The size of a window is read here and not again: after a resize connect another one and then the same.
+    /// A window id that does not exist makes the GL driver crash.
     ///
     /// After 5 or 100 nothing is shown until another window than the former has been connected, though the
     /// getters keep the former's size and connecting it again returns 0.
@@ -157,6 +160,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
 
     /// Loads a font for all text from now on, and forgets the one loaded before. Waits.
     ///
+    /// All characters are rendered: tens of milliseconds to seconds, so not something for every frame.
     /// Without it, and without Init(ENABLE_TEXT), the first text drawn loads "/system/fonts/CC3.ttf" at 40.
     /// After Init(ENABLE_TEXT) there is no font before one is loaded: standard text logs "Char CODE is not
     /// exit", styled text "font face is null pointer". After 21 to 32 there is no font: the former is gone
@@ -229,6 +233,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
 
     /// Clears the window and draws a region of a layer on it, colours multiplied by their alpha. Queued.
     ///
+    /// The way for an overlay, which takes premultiplied pixels. On an opaque window every soft edge is
+    /// darkened, because blending lowers the layer's alpha there: use KivBlit to the window instead.
+    ///
     /// The window cannot be the source: FBO_HANDLE_BASE is accepted, but there is no picture to copy.
     /// @param handle The layer.
     /// @param srcRect Region of the layer, in its pixels.
@@ -240,7 +247,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// Copies a region of one layer into another, alpha included, without blending. Queued.
     ///
     /// Source and destination must be different layers; the window can be the destination alone, as with
-    /// KivDisplayFBO. Copying to half the size averages the pixels.
+    /// KivDisplayFBO. Copying to half the size averages the pixels. A copy to the window leaves what lies
+    /// outside `dstRect` as it was, so several layers can be shown.
     /// @param blit Both handles, and each one's region in its own pixels. A destination of FBO_HANDLE_BASE is
     ///     the window.
     /// @retval 0 Accepted.
@@ -269,6 +277,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     int KivDrawText(unsigned int handle, const TagKivTextInfo& text, const TagKivRectInfo& rect);
 
     /// Measures a text. Direct: what is still queued has no say, and no GL is called.
+    ///
+    /// Measured upright and regular a text is as wide as the pen moves when it is drawn in any style;
+    /// measured bold or slanted, characters that reach left of the pen count more.
     ///
     /// @param text Read during the call. A character that the font lacks, or without ink, counts 30 pixels
     ///     ("Char CODE is not exit"), and so does each where the font did not load. Unlike drawing, measuring
