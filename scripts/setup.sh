@@ -24,7 +24,7 @@ demo=(
 tests=("${demo[@]}" libgtest-dev libgmock-dev python3-fonttools)
 checks=(
     clang libclang-rt-dev llvm
-    clang-format clang-tidy cppcheck doxygen shellcheck abigail-tools imagemagick
+    clang-format clang-tidy cppcheck doxygen shellcheck imagemagick
 )
 bench=(libbenchmark-dev)
 
