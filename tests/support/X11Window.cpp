@@ -21,6 +21,11 @@ X11Window::X11Window(unsigned int width, unsigned int height, int x, int y) : di
 
 X11Window::~X11Window() { XCloseDisplay(display); }
 
+void X11Window::Resize(unsigned int width, unsigned int height) {
+    XResizeWindow(display, window, width, height);
+    XSync(display, False);
+}
+
 bool X11Window::Shows(unsigned long color, int x, int y) const {
     bool shows = false;
     for (int roundTrips = 0; roundTrips < 1000 && !shows; ++roundTrips) {

@@ -16,6 +16,8 @@ class X11Window {
     X11Window& operator=(const X11Window&) = delete;
 
     ANativeWindow* Native() const { return reinterpret_cast<ANativeWindow*>(window); }
+    // Returns when the X server has done it.
+    void Resize(unsigned int width, unsigned int height);
     // Whether the X server shows this colour (0xRRGGBB) there, counted from the top-left corner. Asks again
     // while it may still be busy with what the draw thread has sent it.
     bool Shows(unsigned long color, int x, int y) const;
