@@ -64,7 +64,7 @@ BENCHMARK(ConvertColor);
 void BuildRectCommand(benchmark::State& state) {
     for (auto _ : state) {
         auto info = std::make_unique<kivgles::RectInfo>();
-        auto cmd = kivgles::MakeDrawCmd(kivgles::CMD_DRAW_RECT);
+        auto cmd = std::make_shared<kivgles::DrawCmd>(kivgles::CMD_DRAW_RECT);
         cmd->SetRectInfo(info);
         benchmark::DoNotOptimize(cmd);
     }
@@ -78,7 +78,7 @@ void BuildTextCommand(benchmark::State& state) {
     for (auto _ : state) {
         auto info = std::make_unique<kivgles::TextInfo>();
         benchmark::DoNotOptimize(info->SetTextInfo(glText));
-        auto cmd = kivgles::MakeDrawCmd(kivgles::CMD_DRAW_TEXT);
+        auto cmd = std::make_shared<kivgles::DrawCmd>(kivgles::CMD_DRAW_TEXT);
         cmd->SetTextInfo(info);
         benchmark::DoNotOptimize(cmd);
     }

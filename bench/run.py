@@ -21,13 +21,9 @@ FONTS = "/usr/share/fonts/truetype/"
 DEJAVU = FONTS + "dejavu/DejaVuSans.ttf"
 CJK = FONTS + "wqy/wqy-zenhei.ttc"
 
-# The same heap for all: software GL takes and frees large blocks at each draw, and glibc would give them back
-# to the system each time. No raster threads: they would hide CPU time and compete with the library's thread.
+# No raster threads: they would hide CPU time and compete with the library's thread. The heap is the users'.
 ENVIRONMENT = {
     **os.environ,
-    "MALLOC_TRIM_THRESHOLD_": "1000000000",
-    "MALLOC_MMAP_THRESHOLD_": "33554432",  # the largest that glibc takes; a larger one is ignored
-    "MALLOC_ARENA_MAX": "1",
     "LP_NUM_THREADS": "0",
     "LIBGL_ALWAYS_SOFTWARE": "1",
 }

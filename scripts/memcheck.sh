@@ -8,8 +8,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh tests valgrind
 
 echo "memcheck: building"
-# Each command's memory is the heap's own, which valgrind watches.
-cmake --preset debug -B build/memcheck -DCMAKE_CXX_FLAGS=-DKIVGLES_PLAIN_HEAP
+cmake --preset debug -B build/memcheck
 cmake --build build/memcheck
 
 # PROGRAM TESTS
@@ -18,7 +17,6 @@ check() {
     DISPLAY='' valgrind --quiet --leak-check=full --errors-for-leak-kinds=definite,indirect,possible \
         --error-exitcode=1 "build/memcheck/tests/$1" --gtest_brief=1 --gtest_filter="$2"
 }
-check CmdMemoryTest 'CmdMemory.Gives*'  # the others are about memory that is kept
 check BoundsCheckedTest '*'
 check LogTest '*'
 check SurfaceTest 'ResultCodes.*'

@@ -1,10 +1,8 @@
 #ifndef KIVGLES_DRAWTHREAD_CMDPAYLOADS_H
 #define KIVGLES_DRAWTHREAD_CMDPAYLOADS_H
 
-#include <cstddef>
 #include <cstdint>
 
-#include "drawthread/CmdMemory.h"
 #include "gl/FBOManager.h"
 #include "kivgles/KivGLRecords.h"
 
@@ -17,9 +15,6 @@ namespace kivgles {
 // A rectangle to fill.
 class RectInfo {
  public:
-    static void* operator new(std::size_t size) { return TakeCmdMemory(size); }
-    static void operator delete(void* memory, std::size_t size) { GiveBackCmdMemory(memory, size); }
-
     void SetDstFbo(const TagFrameBuffObject& fbo) { dstFbo = fbo; }
     const TagFrameBuffObject& GetDstFbo() const { return dstFbo; }
     void SetDstRect(const TagGLRectInfo& rect) { dstRect = rect; }
@@ -36,9 +31,6 @@ class RectInfo {
 // A round to fill.
 class RoundInfo {
  public:
-    static void* operator new(std::size_t size) { return TakeCmdMemory(size); }
-    static void operator delete(void* memory, std::size_t size) { GiveBackCmdMemory(memory, size); }
-
     void SetDstFbo(const TagFrameBuffObject& fbo) { dstFbo = fbo; }
     const TagFrameBuffObject& GetDstFbo() const { return dstFbo; }
     void SetDstRound(const TagGLRoundInfo& round) { dstRound = round; }
@@ -57,9 +49,6 @@ constexpr std::uint32_t TEXT_MAX_LEN = 127;  // units of one text
 // A line of text to draw, with a copy of its characters.
 class TextInfo {
  public:
-    static void* operator new(std::size_t size) { return TakeCmdMemory(size); }
-    static void operator delete(void* memory, std::size_t size) { GiveBackCmdMemory(memory, size); }
-
     TextInfo() = default;
 
     // The text record points into the object.
@@ -90,9 +79,6 @@ class TextInfo {
 // A region of one render target to draw on another, or (without dstFbo) on the window.
 class BlitInfo {
  public:
-    static void* operator new(std::size_t size) { return TakeCmdMemory(size); }
-    static void operator delete(void* memory, std::size_t size) { GiveBackCmdMemory(memory, size); }
-
     void SetSrcFbo(const TagFrameBuffObject& fbo) { srcFbo = fbo; }
     const TagFrameBuffObject& GetSrcFbo() const { return srcFbo; }
     void SetDstFbo(const TagFrameBuffObject& fbo) { dstFbo = fbo; }

@@ -77,9 +77,6 @@ class DrawCmd {
     bool syncProc = false;                      // the sender waits
 };
 
-// In memory that is kept for commands.
-std::shared_ptr<DrawCmd> MakeDrawCmd(TagCmd kind);
-
 }  // namespace kivgles
 
 #endif  // KIVGLES_DRAWTHREAD_DRAWCMD_H

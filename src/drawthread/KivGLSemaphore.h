@@ -2,10 +2,7 @@
 #define KIVGLES_DRAWTHREAD_KIVGLSEMAPHORE_H
 
 #include <condition_variable>
-#include <cstddef>
 #include <mutex>
-
-#include "drawthread/CmdMemory.h"
 
 namespace kivgles {
 
@@ -16,9 +13,6 @@ namespace kivgles {
 class KivGLSemaphore {
  public:
     explicit KivGLSemaphore(unsigned int initialCount);
-
-    static void* operator new(std::size_t size) { return TakeCmdMemory(size); }
-    static void operator delete(void* memory, std::size_t size) { GiveBackCmdMemory(memory, size); }
 
     KivGLSemaphore(const KivGLSemaphore&) = delete;
     KivGLSemaphore& operator=(const KivGLSemaphore&) = delete;

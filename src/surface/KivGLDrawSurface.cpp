@@ -121,7 +121,7 @@ int KivGLDrawSurface::KivRefreshOnSrceen() {
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
-    auto cmd = MakeDrawCmd(CMD_REFRESH_ON_SCREEN);
+    auto cmd = std::make_shared<DrawCmd>(CMD_REFRESH_ON_SCREEN);
     drawThread->SendCmdToQueue(cmd);
     return RESULT_OK;
 }

@@ -36,7 +36,7 @@ int SendAndWait(GLDrawThread& drawThread, std::shared_ptr<DrawCmd>& cmd) {
 }
 
 int SendAndWait(GLDrawThread& drawThread, TagCmd kind) {
-    auto cmd = MakeDrawCmd(kind);
+    auto cmd = std::make_shared<DrawCmd>(kind);
     return SendAndWait(drawThread, cmd);
 }
 

@@ -19,7 +19,7 @@ int KivGLDrawSurface::KivCreateGLFBO(unsigned int& handle, unsigned int width, u
     }
     const std::uint32_t glFormat = ConvertFormatToGLES(format);
     drawThread->SetFboInfo(static_cast<int>(width), static_cast<int>(height), static_cast<int>(glFormat));
-    auto cmd = MakeDrawCmd(CMD_CREATE_FBO);
+    auto cmd = std::make_shared<DrawCmd>(CMD_CREATE_FBO);
     const int result = SendAndWait(*drawThread, cmd);
     if (result == RESULT_OK) {
         handle = cmd->GetFboHandleIndex();
@@ -32,7 +32,7 @@ int KivGLDrawSurface::KivDestoryGLFBO(unsigned int handle) {
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
-    auto cmd = MakeDrawCmd(CMD_DESTROY_FBO);
+    auto cmd = std::make_shared<DrawCmd>(CMD_DESTROY_FBO);
     cmd->SetFboHandleIndex(handle);
     return SendAndWait(*drawThread, cmd);
 }
@@ -42,7 +42,7 @@ int KivGLDrawSurface::KivClearGLFBO(unsigned int handle) {
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
-    auto cmd = MakeDrawCmd(CMD_CLEAR_FBO);
+    auto cmd = std::make_shared<DrawCmd>(CMD_CLEAR_FBO);
     cmd->SetFboHandleIndex(handle);
     drawThread->SendCmdToQueue(cmd);
     return RESULT_OK;
@@ -69,7 +69,7 @@ int KivGLDrawSurface::KivDisplayFBO(unsigned int handle, const TagKivRectInfo& s
     info->SetSrcFbo(fbo);
     info->SetSrcRect(source);
     info->SetDstRect(destination);
-    auto cmd = MakeDrawCmd(CMD_DISPLAY_FBO);
+    auto cmd = std::make_shared<DrawCmd>(CMD_DISPLAY_FBO);
     cmd->SetBlitInfo(info);
     drawThread->SendCmdToQueue(cmd);
     return RESULT_OK;
@@ -99,7 +99,7 @@ int KivGLDrawSurface::KivBlit(const TagKivBlitInfo& blit) {
     info->SetDstFbo(dstFbo);
     info->SetSrcRect(source);
     info->SetDstRect(destination);
-    auto cmd = MakeDrawCmd(CMD_BLIT);
+    auto cmd = std::make_shared<DrawCmd>(CMD_BLIT);
     cmd->SetBlitInfo(info);
     drawThread->SendCmdToQueue(cmd);
     return RESULT_OK;

@@ -40,7 +40,7 @@ void KivGLDrawSurface::DrawRect(const TagFrameBuffObject& fbo, const TagKivRectI
     info->SetDstFbo(fbo);
     info->SetDstRect(glRect);
     info->SetRectColor(glColor);
-    auto cmd = MakeDrawCmd(CMD_DRAW_RECT);
+    auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_RECT);
     cmd->SetRectInfo(info);
     drawThread->SendCmdToQueue(cmd);
 }
@@ -72,7 +72,7 @@ int KivGLDrawSurface::KivDrawRound(unsigned int handle, const TagKivRoundInfo& r
     info->SetDstFbo(fbo);
     info->SetDstRound(glRound);
     info->SetRoundColor(glColor);
-    auto cmd = MakeDrawCmd(CMD_DRAW_ROUND);
+    auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_ROUND);
     cmd->SetRoundInfo(info);
     drawThread->SendCmdToQueue(cmd);
     return RESULT_OK;
@@ -101,7 +101,7 @@ int KivGLDrawSurface::DrawBitmap(unsigned int handle, const TagKivBitmapInfo& bi
         return RESULT_NO_CONTEXT;
     }
     HandOverBitmap(bitmap, blend);
-    auto cmd = MakeDrawCmd(CMD_DRAW_BITMAP);
+    auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_BITMAP);
     cmd->SetFboHandleIndex(handle);
     return SendAndWait(*drawThread, cmd);
 }

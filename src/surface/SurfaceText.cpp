@@ -60,7 +60,7 @@ void KivGLDrawSurface::DrawText(const TagFrameBuffObject& fbo, TagKivTextInfo& t
     info->SetDstFbo(fbo);
     info->SetDstRect(glRect);
     (void)info->SetTextInfo(glText);  // without a text it draws nothing, and has logged why
-    auto cmd = MakeDrawCmd(CMD_DRAW_TEXT);
+    auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_TEXT);
     cmd->SetTextInfo(info);
     drawThread->SendCmdToQueue(cmd);
 }

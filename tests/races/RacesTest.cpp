@@ -99,7 +99,7 @@ TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTh
         auto drawThread = std::make_shared<GLDrawThread>();
         ASSERT_EQ(drawThread->Init(), 0);
         std::thread runner(&GLDrawThread::DrawThread, drawThread);
-        auto create = MakeDrawCmd(CMD_CREATE_GL_CONTEXT);
+        auto create = std::make_shared<DrawCmd>(CMD_CREATE_GL_CONTEXT);
         ASSERT_EQ(drawThread->SendCmdAndWaitResponse(create), 0);
 
         std::vector<std::weak_ptr<DrawCmd>> sent(CLIENTS * LAST);
@@ -108,7 +108,7 @@ TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTh
                 const TagKivColorRGBA color = CommandColor(client, nth);
                 auto info = std::make_unique<RectInfo>();
                 info->SetRectColor({color.r / 255.0F, color.g / 255.0F, color.b / 255.0F, 1});
-                auto cmd = MakeDrawCmd(CMD_DRAW_RECT);
+                auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_RECT);
                 cmd->SetRectInfo(info);
                 sent[client * LAST + nth] = cmd;
                 drawThread->SendCmdToQueue(cmd);
