@@ -26,6 +26,6 @@ foreach(way IN ITEMS find_package pkg-config add_subdirectory)
         COMMAND ${PROJECT_SOURCE_DIR}/scripts/with_xvfb.sh ${CMAKE_CURRENT_SOURCE_DIR}/consumer/consume.sh
             ${way} ${from} ${CMAKE_CURRENT_BINARY_DIR}/consumer-${way})
     set_tests_properties(Consumer.${way} PROPERTIES
-        ENVIRONMENT CXX=${CMAKE_CXX_COMPILER} FIXTURES_REQUIRED kivgles_stage TIMEOUT 600)
+        ENVIRONMENT CXX=${CMAKE_CXX_COMPILER} FIXTURES_REQUIRED kivgles_stage)
 endforeach()
 set_tests_properties(Consumer.add_subdirectory PROPERTIES FIXTURES_REQUIRED "")
