@@ -35,7 +35,7 @@ class GLDrawThread;
 /// Threads: every operation may be called from any thread. KivCreateGLContext, KivDestoryGLContext and the
 /// destructor must not run while another operation of the same surface does; all others may overlap freely
 /// and take effect one after the other. All GL, EGL and font work is done by a draw thread that the surface
-/// owns.
+/// owns. It takes no signals but those of its own faults: a handler of the client's never runs on it.
 ///
 /// Queued, waiting, direct: a *queued* operation returns 0 as soon as its request is in the queue, and a
 /// failure of the request is only logged; a *waiting* one returns when the draw thread has executed it and

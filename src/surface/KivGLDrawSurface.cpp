@@ -10,6 +10,7 @@
 #include "StatusCode.h"
 #include "drawthread/GLDrawThread.h"
 #include "surface/ResultCode.h"
+#include "surface/SignalBlock.h"
 #include "surface/SurfaceCommands.h"
 
 namespace kivgles {
@@ -21,6 +22,7 @@ constexpr char TAG[] = "KivGLDrawSurface";
 // The thread keeps its object alive until its loop has ended. False (logged) when there is no thread to be
 // had.
 bool StartDrawThread(const std::shared_ptr<GLDrawThread>& drawThread) {
+    const SignalBlock signalBlock;
     try {
         std::thread(&GLDrawThread::DrawThread, drawThread).detach();
         return true;
