@@ -54,6 +54,10 @@ class GLDrawThread;
 /// second one's end would take the first one's along. A surface must not be destroyed later than `main`
 /// returns: no surface of static storage.
 ///
+/// Memory: nothing throws. KivCreateGLContext answers 100 when the caller's side of it runs out of memory or
+/// threads, and can be tried again; where any other request, or the draw thread, runs out of memory the
+/// process ends (std::terminate).
+///
 /// Result codes: 0 is success; each operation names its others. The cause is logged under the tag of the
 /// class that found it, and for most causes a line of those that passed it up follows. Two come from
 /// everywhere and are not repeated at each operation:
@@ -94,7 +98,7 @@ class GLDrawThread;
 class KIVGLES_EXPORT KivGLDrawSurface {
  public:
     /// A surface without a context: it has no thread and uses no EGL yet.
-    KivGLDrawSurface();
+    KivGLDrawSurface() noexcept;
 
     /// Destroys the context if there is one, as KivDestoryGLContext does (and logs "GLContext isn't created"
     /// if there is none).
@@ -119,15 +123,16 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 5 EGL made no off-screen surface, or had no configuration for one ("eglCreatePbufferSurface
     ///     error: ...", then "Create openGLES window surface fail 5").
     /// @retval 100 The context could not be made current ("egl make current failed: ...", then "Make current
-    ///     EGL context fail 100"), or the draw thread could not be started ("start draw thread fail ERRNO").
-    int KivCreateGLContext();
+    ///     EGL context fail 100"), or the draw thread could not be started for want of memory or threads
+    ///     ("start draw thread fail ERRNO").
+    int KivCreateGLContext() noexcept;
 
     /// Releases the context, every layer and font, and stops the draw thread. Waits. Takes no lock.
     ///
     /// Requests queued before it are executed first. The window stays known: connecting the same window
     /// again afterwards connects nothing, so use a new surface for that.
     /// @retval 0 There is no context any more, and the window is no longer used.
-    int KivDestoryGLContext();
+    int KivDestoryGLContext() noexcept;
 
     /// Makes `window` the target of display and refresh, replacing the window connected before. Waits.
     ///
@@ -145,7 +150,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 100 The window cannot be made current ("egl make current failed: ...", then "Make current EGL
     ///     context fail 100").
     /// @retval 101 `window` is null ("native window is NULL").
-    int KivConnectWindowSurface(ANativeWindow* window);
+    int KivConnectWindowSurface(ANativeWindow* window) noexcept;
 
     /// Creates the renderers named by `mask`. Waits.
     ///
@@ -156,7 +161,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 20 A renderer's shaders could not be built (GL's own words under ShaderProgram, "create shader
     ///     program fail" of the renderer, then "OSD Rect init fail 20" or the like of GLDrawThread). The
     ///     renderers made before it stay.
-    int Init(unsigned int mask);
+    int Init(unsigned int mask) noexcept;
 
     /// Loads a font for all text from now on, and forgets the one loaded before. Waits.
     ///
@@ -180,22 +185,22 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     font face" or "Error loading font face for text size", then "Load dynamic font lib fail ...").
     /// @retval 32 The font has no visible character ("Calculate texture width ...", then "Load standard font
     ///     lib fail 32").
-    int KivLoadFont(const std::string& path, unsigned int size);
+    int KivLoadFont(const std::string& path, unsigned int size) noexcept;
 
     /// Width of the connected window as of its connection. Direct. Takes no lock.
     /// @return Pixels; 1920 until a window is connected.
-    std::uint32_t KivGetWindowWidth() const;
+    std::uint32_t KivGetWindowWidth() const noexcept;
 
     /// Height of the connected window as of its connection. Direct. Takes no lock.
     /// @return Pixels; 1080 until a window is connected.
-    std::uint32_t KivGetWindowHeight() const;
+    std::uint32_t KivGetWindowHeight() const noexcept;
 
     /// Shows on the screen what was drawn on the window so far. Queued.
     ///
     /// What the window's back buffer holds afterwards is not defined: display or clear before drawing on.
     /// A frame that EGL does not take is lost without a line.
     /// @retval 0 Accepted.
-    int KivRefreshOnSrceen();
+    int KivRefreshOnSrceen() noexcept;
     /// @}
 
     /// @name Layers
@@ -214,7 +219,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 0 Created ("Framebuffer complete.", then "Create fbo fboHandleIndex HANDLE, ...").
     /// @retval 15 15 layers exist ("num of the FBO more than max num 16", then "Create FBO fail 15").
     /// @retval 21 GL gave no texture name ("Create texture fail", then "Create FBO fail 21").
-    int KivCreateGLFBO(unsigned int& handle, unsigned int width, unsigned int height, int format);
+    int KivCreateGLFBO(unsigned int& handle, unsigned int width, unsigned int height, int format) noexcept;
 
     /// Destroys a layer; its handle may be given to the next one created. Waits.
     /// @param handle The layer.
@@ -223,13 +228,13 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 100 `handle` is 0xFFFFFFFF, or there is no table of layers yet: no layer was made, no window
     ///     connected, nothing drawn, no Init(ENABLE_FBO_MANAGER) ("FBO manager is nullptr or param is
     ///     invalid").
-    int KivDestoryGLFBO(unsigned int handle);
+    int KivDestoryGLFBO(unsigned int handle) noexcept;
 
     /// Makes a whole layer or the window transparent black. Queued.
     /// @param handle The layer, or FBO_HANDLE_BASE for the window.
     /// @retval 0 Accepted, whatever the handle (the draw thread logs "There is not the fbo HANDLE" or "FBO
     ///     manager is nullptr or param is invalid").
-    int KivClearGLFBO(unsigned int handle);
+    int KivClearGLFBO(unsigned int handle) noexcept;
 
     /// Clears the window and draws a region of a layer on it, colours multiplied by their alpha. Queued.
     ///
@@ -242,7 +247,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param dstRect Where the region goes, scaled to fill it, in pixels of the window.
     /// @retval 0 Accepted.
     /// @retval 101 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    int KivDisplayFBO(unsigned int handle, const TagKivRectInfo& srcRect, const TagKivRectInfo& dstRect);
+    int KivDisplayFBO(unsigned int handle, const TagKivRectInfo& srcRect,
+                      const TagKivRectInfo& dstRect) noexcept;
 
     /// Copies a region of one layer into another, alpha included, without blending. Queued.
     ///
@@ -253,7 +259,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     the window.
     /// @retval 0 Accepted.
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    int KivBlit(const TagKivBlitInfo& blit);
+    int KivBlit(const TagKivBlitInfo& blit) noexcept;
     /// @}
 
     /// @name Text
@@ -274,7 +280,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     KivLoadFont) or is missing ("font face is null pointer"), no texture, or no visible character in
     ///     another than the standard style ("get font alpha texture fail ...").
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    int KivDrawText(unsigned int handle, const TagKivTextInfo& text, const TagKivRectInfo& rect);
+    int KivDrawText(unsigned int handle, const TagKivTextInfo& text, const TagKivRectInfo& rect) noexcept;
 
     /// Measures a text. Direct: what is still queued has no say, and no GL is called.
     ///
@@ -289,7 +295,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 0 Measured.
     /// @retval 103 There is no text renderer before Init(ENABLE_TEXT), KivLoadFont or the first text ("osd
     ///     text is not init", then "get text size fail err 101"); 30 and 50 are reported.
-    int KivGetTextSize(const TagKivTextInfo& text, unsigned int& width, unsigned int& height);
+    int KivGetTextSize(const TagKivTextInfo& text, unsigned int& width, unsigned int& height) noexcept;
     /// @}
 
     /// @name Shapes and bitmaps
@@ -302,7 +308,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param color Not premultiplied.
     /// @retval 0 Accepted.
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    int KivDrawRect(unsigned int handle, const TagKivRectInfo& rect, const TagKivColorRGBA& color);
+    int KivDrawRect(unsigned int handle, const TagKivRectInfo& rect, const TagKivColorRGBA& color) noexcept;
 
     /// Fills a circle or ellipse; the colour, alpha included, replaces the pixels. Queued.
     ///
@@ -312,7 +318,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param color Not premultiplied.
     /// @retval 0 Accepted.
     /// @retval 1 No such layer ("There is not the fbo HANDLE" of GLDrawThread and KivGLDrawSurface).
-    int KivDrawRound(unsigned int handle, const TagKivRoundInfo& round, const TagKivColorRGBA& color);
+    int KivDrawRound(unsigned int handle, const TagKivRoundInfo& round,
+                     const TagKivColorRGBA& color) noexcept;
 
     /// Clears the window and draws a bitmap on it, colours multiplied by their alpha. Waits.
     ///
@@ -320,7 +327,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 0 Drawn.
     /// @retval 20 The renderer could not be made ("create shader program fail" of OSDBitmap, then "OSD bitmap
     ///     fail 20").
-    int KivDisplayBitmap(const TagKivBitmapInfo& bitmap);
+    int KivDisplayBitmap(const TagKivBitmapInfo& bitmap) noexcept;
 
     /// Draws a bitmap into a layer; its pixels, alpha included, replace those of the layer. Waits.
     ///
@@ -331,14 +338,14 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 20 The renderer could not be made ("create shader program fail" of OSDBitmap, then "OSD bitmap
     ///     fail 20").
     /// @retval 101 No such layer ("There is not the fbo HANDLE", twice, of GLDrawThread).
-    int KivDrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap);
+    int KivDrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap) noexcept;
 
     /// Draws a bitmap alpha-blended over a layer, alpha channel included. Waits.
     ///
     /// @param handle The layer, or FBO_HANDLE_BASE for the window.
     /// @param bitmap As for KivDrawBitmap.
     /// @return As KivDrawBitmap, with the same lines.
-    int KivDrawBitmapByBlend(unsigned int handle, const TagKivBitmapInfo& bitmap);
+    int KivDrawBitmapByBlend(unsigned int handle, const TagKivBitmapInfo& bitmap) noexcept;
     /// @}
 
     /// @name Conversions
@@ -349,7 +356,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// The format of GL for a colour format.
     /// @param format KIV_COLOR_FORMAT_RGBA8888; anything else is logged ("Color format is invalid ...").
     /// @return GL_RGBA, for every format.
-    std::uint32_t ConvertFormatToGLES(int format) const;
+    std::uint32_t ConvertFormatToGLES(int format) const noexcept;
 
     /// Converts pixels to the normalised device coordinates of a target.
     /// @param rect Pixels of the target.
@@ -357,7 +364,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param width Width of the target in pixels.
     /// @param height Height of the target in pixels.
     void ScreenCoordToVCoord(const TagKivRectInfo& rect, TagGLRectInfo& glRect, unsigned int width,
-                             unsigned int height) const;
+                             unsigned int height) const noexcept;
 
     /// Converts pixels to the normalised device coordinates of a target.
     /// @param round Pixels of the target.
@@ -365,7 +372,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param width Width of the target in pixels.
     /// @param height Height of the target in pixels.
     void ScreenCoordToVCoord(const TagKivRoundInfo& round, TagGLRoundInfo& glRound, unsigned int width,
-                             unsigned int height) const;
+                             unsigned int height) const noexcept;
 
     /// Converts pixels of a layer to its texture coordinates.
     /// @param rect Pixels of the layer.
@@ -373,17 +380,17 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param width Width of the layer in pixels.
     /// @param height Height of the layer in pixels.
     void ScreenCoordToFboCoord(const TagKivRectInfo& rect, TagGLRectInfo& glRect, unsigned int width,
-                               unsigned int height) const;
+                               unsigned int height) const noexcept;
 
     /// Converts bytes to floats.
     /// @param color Each component 0 to 255.
     /// @param[out] glColor Each component 0.0 to 1.0; a byte of 1 becomes 1.0, as 255 does.
-    void ConvertGLColor(const TagKivColorRGBA& color, TagColorRGBA& glColor) const;
+    void ConvertGLColor(const TagKivColorRGBA& color, TagColorRGBA& glColor) const noexcept;
 
     /// Converts a text request.
     /// @param text Its text is not copied.
     /// @param[out] glText Points at the caller's text, as `text` does.
-    void SetTextInfo(const TagKivTextInfo& text, TagGLTextInfo& glText) const;
+    void SetTextInfo(const TagKivTextInfo& text, TagGLTextInfo& glText) const noexcept;
 
     /// Converts a bitmap request.
     /// @param[out] glBitmap Points at the caller's pixels, as `bitmap` does; `blend` is left as it is.
@@ -391,7 +398,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param width Width of the target in pixels.
     /// @param height Height of the target in pixels.
     void SetBitmapInfo(TagGLBitmapInfo& glBitmap, const TagKivBitmapInfo& bitmap, unsigned int width,
-                       unsigned int height) const;
+                       unsigned int height) const noexcept;
     /// @}
 
  private:

@@ -2,6 +2,8 @@
 
 #include "kivgles/KivGLDrawSurface.h"
 
+#include <cerrno>
+#include <new>
 #include <system_error>
 #include <thread>
 
@@ -19,43 +21,47 @@ namespace {
 
 constexpr char TAG[] = "KivGLDrawSurface";
 
-// The thread keeps its object alive until its loop has ended. False (logged) when there is no thread to be
-// had.
-bool StartDrawThread(const std::shared_ptr<GLDrawThread>& drawThread) {
+// The thread keeps its object alive until its loop has ended.
+void StartDrawThread(const std::shared_ptr<GLDrawThread>& drawThread) {
     const SignalBlock signalBlock;
-    try {
-        std::thread(&GLDrawThread::DrawThread, drawThread).detach();
-        return true;
-    } catch (const std::system_error& error) {
-        __android_log_print(ANDROID_LOG_ERROR, TAG, "start draw thread fail %d\n", error.code().value());
-        return false;
-    }
+    std::thread(&GLDrawThread::DrawThread, drawThread).detach();
+}
+
+int RefuseDrawThread(int error) {
+    __android_log_print(ANDROID_LOG_ERROR, TAG, "start draw thread fail %d\n", error);
+    return RESULT_DRAW_THREAD_FAILED;
 }
 
 }  // namespace
 
-KivGLDrawSurface::KivGLDrawSurface() = default;
+KivGLDrawSurface::KivGLDrawSurface() noexcept = default;
 
 KivGLDrawSurface::~KivGLDrawSurface() {
     (void)KivDestoryGLContext();  // nobody is left to be told
 }
 
-int KivGLDrawSurface::KivCreateGLContext() {
-    // Not the surface's before it has its thread: nobody else would answer a command.
+int KivGLDrawSurface::KivCreateGLContext() noexcept {
     drawThread.reset();
-    const auto startedThread = std::make_shared<GLDrawThread>();
-    const int status = startedThread->Init();
-    if (status != STATUS_OK) {
-        return TranslateResult(status);
+    try {
+        const auto startedThread = std::make_shared<GLDrawThread>();
+        const int status = startedThread->Init();
+        if (status != STATUS_OK) {
+            return TranslateResult(status);
+        }
+        auto cmd = std::make_shared<DrawCmd>(
+            CMD_CREATE_GL_CONTEXT);  // while there is no thread that would have to end
+        StartDrawThread(startedThread);
+        // Not the surface's before it has its thread: nobody else would answer a command.
+        drawThread = startedThread;
+        return SendAndWait(*drawThread, cmd);
+    } catch (const std::bad_alloc&) {
+        return RefuseDrawThread(ENOMEM);
+    } catch (const std::system_error& error) {
+        return RefuseDrawThread(error.code().value());
     }
-    if (!StartDrawThread(startedThread)) {
-        return RESULT_DRAW_THREAD_FAILED;
-    }
-    drawThread = startedThread;
-    return SendAndWait(*drawThread, CMD_CREATE_GL_CONTEXT);
 }
 
-int KivGLDrawSurface::KivDestoryGLContext() {
+int KivGLDrawSurface::KivDestoryGLContext() noexcept {
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -71,7 +77,7 @@ int KivGLDrawSurface::KivDestoryGLContext() {
     return RESULT_OK;
 }
 
-int KivGLDrawSurface::KivConnectWindowSurface(ANativeWindow* window) {
+int KivGLDrawSurface::KivConnectWindowSurface(ANativeWindow* window) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (window == nullptr) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "native window is NULL\n");
@@ -96,7 +102,7 @@ int KivGLDrawSurface::KivConnectWindowSurface(ANativeWindow* window) {
     return RESULT_OK;
 }
 
-int KivGLDrawSurface::Init(unsigned int mask) {
+int KivGLDrawSurface::Init(unsigned int mask) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -105,7 +111,7 @@ int KivGLDrawSurface::Init(unsigned int mask) {
     return SendAndWait(*drawThread, CMD_INIT);
 }
 
-int KivGLDrawSurface::KivLoadFont(const std::string& path, unsigned int size) {
+int KivGLDrawSurface::KivLoadFont(const std::string& path, unsigned int size) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -114,11 +120,11 @@ int KivGLDrawSurface::KivLoadFont(const std::string& path, unsigned int size) {
     return SendAndWait(*drawThread, CMD_LOAD_FONT);
 }
 
-std::uint32_t KivGLDrawSurface::KivGetWindowWidth() const { return windowWidth; }
+std::uint32_t KivGLDrawSurface::KivGetWindowWidth() const noexcept { return windowWidth; }
 
-std::uint32_t KivGLDrawSurface::KivGetWindowHeight() const { return windowHeight; }
+std::uint32_t KivGLDrawSurface::KivGetWindowHeight() const noexcept { return windowHeight; }
 
-int KivGLDrawSurface::KivRefreshOnSrceen() {
+int KivGLDrawSurface::KivRefreshOnSrceen() noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;

@@ -37,7 +37,7 @@ float ComponentToFloat(std::uint8_t component) {
 
 }  // namespace
 
-std::uint32_t KivGLDrawSurface::ConvertFormatToGLES(int format) const {
+std::uint32_t KivGLDrawSurface::ConvertFormatToGLES(int format) const noexcept {
     if (format != KIV_COLOR_FORMAT_RGBA8888) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "Color format is invalid %d\n", format);
     }
@@ -45,7 +45,7 @@ std::uint32_t KivGLDrawSurface::ConvertFormatToGLES(int format) const {
 }
 
 void KivGLDrawSurface::ScreenCoordToVCoord(const TagKivRectInfo& rect, TagGLRectInfo& glRect,
-                                           unsigned int width, unsigned int height) const {
+                                           unsigned int width, unsigned int height) const noexcept {
     if (!IsUsableTarget(width, height)) {
         return;
     }
@@ -56,7 +56,7 @@ void KivGLDrawSurface::ScreenCoordToVCoord(const TagKivRectInfo& rect, TagGLRect
 }
 
 void KivGLDrawSurface::ScreenCoordToVCoord(const TagKivRoundInfo& round, TagGLRoundInfo& glRound,
-                                           unsigned int width, unsigned int height) const {
+                                           unsigned int width, unsigned int height) const noexcept {
     if (!IsUsableTarget(width, height)) {
         return;
     }
@@ -67,7 +67,7 @@ void KivGLDrawSurface::ScreenCoordToVCoord(const TagKivRoundInfo& round, TagGLRo
 }
 
 void KivGLDrawSurface::ScreenCoordToFboCoord(const TagKivRectInfo& rect, TagGLRectInfo& glRect,
-                                             unsigned int width, unsigned int height) const {
+                                             unsigned int width, unsigned int height) const noexcept {
     if (!IsUsableTarget(width, height)) {
         return;
     }
@@ -77,14 +77,14 @@ void KivGLDrawSurface::ScreenCoordToFboCoord(const TagKivRectInfo& rect, TagGLRe
     glRect.height = Ratio(rect.height, height);
 }
 
-void KivGLDrawSurface::ConvertGLColor(const TagKivColorRGBA& color, TagColorRGBA& glColor) const {
+void KivGLDrawSurface::ConvertGLColor(const TagKivColorRGBA& color, TagColorRGBA& glColor) const noexcept {
     glColor.r = ComponentToFloat(color.r);
     glColor.g = ComponentToFloat(color.g);
     glColor.b = ComponentToFloat(color.b);
     glColor.a = ComponentToFloat(color.a);
 }
 
-void KivGLDrawSurface::SetTextInfo(const TagKivTextInfo& text, TagGLTextInfo& glText) const {
+void KivGLDrawSurface::SetTextInfo(const TagKivTextInfo& text, TagGLTextInfo& glText) const noexcept {
     glText.text = text.text;
     glText.textLength = text.textLength;
     ConvertGLColor(text.fgColor, glText.fgColor);
@@ -97,7 +97,7 @@ void KivGLDrawSurface::SetTextInfo(const TagKivTextInfo& text, TagGLTextInfo& gl
 }
 
 void KivGLDrawSurface::SetBitmapInfo(TagGLBitmapInfo& glBitmap, const TagKivBitmapInfo& bitmap,
-                                     unsigned int width, unsigned int height) const {
+                                     unsigned int width, unsigned int height) const noexcept {
     glBitmap.data = bitmap.data;
     glBitmap.width = bitmap.width;
     glBitmap.height = bitmap.height;

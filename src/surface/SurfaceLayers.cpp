@@ -12,7 +12,7 @@
 namespace kivgles {
 
 int KivGLDrawSurface::KivCreateGLFBO(unsigned int& handle, unsigned int width, unsigned int height,
-                                     int format) {
+                                     int format) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -27,7 +27,7 @@ int KivGLDrawSurface::KivCreateGLFBO(unsigned int& handle, unsigned int width, u
     return result;
 }
 
-int KivGLDrawSurface::KivDestoryGLFBO(unsigned int handle) {
+int KivGLDrawSurface::KivDestoryGLFBO(unsigned int handle) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -37,7 +37,7 @@ int KivGLDrawSurface::KivDestoryGLFBO(unsigned int handle) {
     return SendAndWait(*drawThread, cmd);
 }
 
-int KivGLDrawSurface::KivClearGLFBO(unsigned int handle) {
+int KivGLDrawSurface::KivClearGLFBO(unsigned int handle) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -49,7 +49,7 @@ int KivGLDrawSurface::KivClearGLFBO(unsigned int handle) {
 }
 
 int KivGLDrawSurface::KivDisplayFBO(unsigned int handle, const TagKivRectInfo& srcRect,
-                                    const TagKivRectInfo& dstRect) {
+                                    const TagKivRectInfo& dstRect) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -75,7 +75,7 @@ int KivGLDrawSurface::KivDisplayFBO(unsigned int handle, const TagKivRectInfo& s
     return RESULT_OK;
 }
 
-int KivGLDrawSurface::KivBlit(const TagKivBlitInfo& blit) {
+int KivGLDrawSurface::KivBlit(const TagKivBlitInfo& blit) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;

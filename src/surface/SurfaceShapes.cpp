@@ -16,7 +16,7 @@ constexpr std::uint8_t BLEND = 1;
 }  // namespace
 
 int KivGLDrawSurface::KivDrawRect(unsigned int handle, const TagKivRectInfo& rect,
-                                  const TagKivColorRGBA& color) {
+                                  const TagKivColorRGBA& color) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -53,7 +53,7 @@ void KivGLDrawSurface::DrawBackground(const TagFrameBuffObject& fbo, const TagKi
 }
 
 int KivGLDrawSurface::KivDrawRound(unsigned int handle, const TagKivRoundInfo& round,
-                                   const TagKivColorRGBA& color) {
+                                   const TagKivColorRGBA& color) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -78,7 +78,7 @@ int KivGLDrawSurface::KivDrawRound(unsigned int handle, const TagKivRoundInfo& r
     return RESULT_OK;
 }
 
-int KivGLDrawSurface::KivDisplayBitmap(const TagKivBitmapInfo& bitmap) {
+int KivGLDrawSurface::KivDisplayBitmap(const TagKivBitmapInfo& bitmap) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -87,11 +87,11 @@ int KivGLDrawSurface::KivDisplayBitmap(const TagKivBitmapInfo& bitmap) {
     return SendAndWait(*drawThread, CMD_DISPLAY_BITMAP);
 }
 
-int KivGLDrawSurface::KivDrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap) {
+int KivGLDrawSurface::KivDrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap) noexcept {
     return DrawBitmap(handle, bitmap, REPLACE);
 }
 
-int KivGLDrawSurface::KivDrawBitmapByBlend(unsigned int handle, const TagKivBitmapInfo& bitmap) {
+int KivGLDrawSurface::KivDrawBitmapByBlend(unsigned int handle, const TagKivBitmapInfo& bitmap) noexcept {
     return DrawBitmap(handle, bitmap, BLEND);
 }
 

@@ -26,7 +26,7 @@ bool SameColor(const TagKivColorRGBA& a, const TagKivColorRGBA& b) {
 }  // namespace
 
 int KivGLDrawSurface::KivDrawText(unsigned int handle, const TagKivTextInfo& text,
-                                  const TagKivRectInfo& rect) {
+                                  const TagKivRectInfo& rect) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
@@ -74,7 +74,8 @@ void KivGLDrawSurface::DrawTextUnderline(const TagFrameBuffObject& fbo, const Ta
     }
 }
 
-int KivGLDrawSurface::KivGetTextSize(const TagKivTextInfo& text, unsigned int& width, unsigned int& height) {
+int KivGLDrawSurface::KivGetTextSize(const TagKivTextInfo& text, unsigned int& width,
+                                     unsigned int& height) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;

@@ -19,13 +19,12 @@ thread_local int failsAt = 0;  // which allocation of this thread from now on; 0
 // Lets the nth allocation of a creation fail. False when there are not so many.
 bool FailCreation(KivGLDrawSurface& surface, int nth) {
     failsAt = nth;
-    try {
-        (void)surface.KivCreateGLContext();
-    } catch (const std::bad_alloc&) {
-        std::printf("bad_alloc\n");
-    }
+    const int result = surface.KivCreateGLContext();
     const bool failed = std::exchange(failsAt, 0) == 0;
-    (void)surface.KivDestoryGLContext();
+    const int destroyed = surface.KivDestoryGLContext();
+    if (failed) {
+        std::printf("failed %d %d\n", result, destroyed);
+    }
     return failed;
 }
 

@@ -33,7 +33,8 @@ TEST(Exit, ComesWhenTheHeapIsEmpty) {
 
 TEST(Creation, CanBeTriedAgainWhicheverOfItsAllocationsFailed) {
     EXPECT_THAT(RunClient("", "starving"),
-                AllOf(ContainsRegex("(bad_alloc\n)+0 0 0\n0 0 0\n"), EndsWith("status 0")));
+                AllOf(ContainsRegex("(failed 100 102\n)+0 0 0\n0 0 0\n"),
+                      HasSubstr("E KivGLDrawSurface: start draw thread fail 12\n"), EndsWith("status 0")));
 }
 
 TEST(NoDisplay, ContextIsRefusedWithItsCodeAndLineAndCanBeTriedAgain) {

@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <string>
+#include <type_traits>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -13,6 +14,23 @@
 
 namespace kivgles {
 namespace {
+
+template <bool THROWS_NOTHING, typename Result, typename... Arguments>
+constexpr bool ThrowsNothing(Result (KivGLDrawSurface::*)(Arguments...) noexcept(THROWS_NOTHING)) {
+    return THROWS_NOTHING;
+}
+
+TEST(Limits, NoOperationThrows) {
+    using Surface = KivGLDrawSurface;
+    static_assert(std::is_nothrow_default_constructible_v<Surface>);
+    const auto throwNothing = [](auto... operations) { return (ThrowsNothing(operations) && ...); };
+    EXPECT_TRUE(throwNothing(
+        &Surface::KivCreateGLContext, &Surface::KivDestoryGLContext, &Surface::KivConnectWindowSurface,
+        &Surface::Init, &Surface::KivLoadFont, &Surface::KivRefreshOnSrceen, &Surface::KivCreateGLFBO,
+        &Surface::KivDestoryGLFBO, &Surface::KivClearGLFBO, &Surface::KivDisplayFBO, &Surface::KivBlit,
+        &Surface::KivDrawText, &Surface::KivGetTextSize, &Surface::KivDrawRect, &Surface::KivDrawRound,
+        &Surface::KivDisplayBitmap, &Surface::KivDrawBitmap, &Surface::KivDrawBitmapByBlend));
+}
 
 TEST(Limits, QueueTakesEverythingAndAWaitingOperationPacesTheClient) {
     constexpr int COMMANDS = 50000;
