@@ -51,8 +51,11 @@ class GLDrawThread;
 /// paths until the call returns. Everything else is passed by value.
 ///
 /// One at a time: a process has one default EGL display, so at most one surface may have a context; the
-/// second one's end would take the first one's along. A surface must not be destroyed later than `main`
-/// returns: no surface of static storage.
+/// second one's end would take the first one's along.
+///
+/// Not static, not in a singleton: a surface that is destroyed after `main` has returned still draws while
+/// the driver of GL takes itself down, and the process crashes or hangs. Make it a local of `main`, or end
+/// the process with `quick_exit`, which destroys nothing.
 ///
 /// Memory: nothing throws. KivCreateGLContext answers 100 when the caller's side of it runs out of memory or
 /// threads, and can be tried again; where any other request, or the draw thread, runs out of memory the
