@@ -54,7 +54,7 @@ struct State {
 std::atomic<bool> recording{false};
 std::atomic<bool> pictures{false};
 thread_local int forwarding = 0;
-thread_local std::size_t line = 0;  // of the call at work, counted from 1; 0: it is not recorded
+thread_local std::size_t ownLine = 0;  // of the call at work, counted from 1; 0: it is not recorded
 thread_local GLuint usedProgram = 0;
 thread_local const FT_GlyphSlotRec_* slot = nullptr;  // of the glyph loaded last
 thread_local std::string glText;                      // GL's words about itself, asked for last
@@ -103,10 +103,10 @@ bool Enter(Function& function) {
 
 template <typename Describe>
 bool EnterRecorded(Function& function, const Describe& describe) {
-    line = 0;
+    ownLine = 0;
     if (forwarding == 0 && recording.load(std::memory_order_relaxed)) {
         const std::string text = describe();
-        line = Locked([&](State& state) { return state.calls.push_back(text), state.calls.size(); });
+        ownLine = Locked([&](State& state) { return state.calls.push_back(text), state.calls.size(); });
     }
     return Enter(function);
 }
@@ -304,8 +304,8 @@ struct CallOf {
 // Behind the line of the call that made it.
 void AddResult(const std::string& name) {
     Locked([&](State& state) {
-        if (line != 0 && line <= state.calls.size()) {
-            state.calls[line - 1] += " = " + name;
+        if (ownLine != 0 && ownLine <= state.calls.size()) {
+            state.calls[ownLine - 1] += " = " + name;
         }
     });
 }
