@@ -147,7 +147,7 @@ void FontStyleAtlas::GetFontGlyphs(const TagGLTextInfo& info, GlyphMap& out) con
     for (const char16_t unit : TextUnits(info)) {
         if (!glyph.Load(unit) || !glyph.Render()) {
             LogAbsentChar(TAG, unit);
-        } else if (glyph.HasRoom()) {
+        } else {
             out[unit] = GlyphMetrics(glyph.Slot());
         }
     }

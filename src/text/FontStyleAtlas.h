@@ -40,7 +40,7 @@ class FontStyleAtlas {
     void FontToTexture(const TagGLTextInfo& info);
     void FontCharInfoToMap(FT_GlyphSlot slot, int x, int y, unsigned long charCode);
 
-    // Client thread: enters the metrics of a text's characters into `out`, as they would be drawn. Without a
+    // Client thread: enters the metrics of a text's characters into `out`, however large they are. Without a
     // font `out` stays as it was.
     void GetFontGlyphs(const TagGLTextInfo& info, GlyphMap& out) const;
 

@@ -10,10 +10,13 @@ namespace {
 constexpr FT_Pos BOLD_STRENGTH = 64;  // 26.6 fixed point: one pixel
 constexpr unsigned int FULL_GREY = 255;
 
-// The pixels that an extent in 26.6 fixed point touches.
-unsigned long WholePixels(FT_Pos low, FT_Pos high) {
-    return static_cast<unsigned long>(((high + 63) >> 6) - (low >> 6));
-}
+// FreeType's versions refuse a bitmap by its sides or by its edges.
+constexpr FT_Pos MAX_SIDE = 0x7FFF;
+constexpr FT_Pos MIN_EDGE = -0x8000;
+constexpr FT_Pos MAX_EDGE = 0x7FFF;
+
+// 26.6 fixed point to whole pixels, upwards. Nothing is added before the shift, where it could overflow.
+FT_Pos CeilPixels(FT_Pos position) { return (position >> 6) + ((position & 63) != 0 ? 1 : 0); }
 
 bool IsTightGrey(const FT_Bitmap& bitmap) {
     return bitmap.pixel_mode == FT_PIXEL_MODE_GRAY && bitmap.pitch >= 0 &&
@@ -38,20 +41,29 @@ bool GlyphLoader::Load(unsigned long charCode) {
     if (slot == nullptr || FT_Load_Char(face, charCode, FT_LOAD_DEFAULT) != 0) {
         return false;
     }
-    if (bold && slot->format == FT_GLYPH_FORMAT_OUTLINE) {
-        (void)FT_Outline_Embolden(&slot->outline, BOLD_STRENGTH);  // one without area stays as it is
+    if (slot->format == FT_GLYPH_FORMAT_OUTLINE && !MeasureOutline()) {
+        return false;
     }
-    hasRoom = FitsLimits();
+    hasRoom = limits.Admit(slot->bitmap.width, slot->bitmap.rows);
     return true;
 }
 
-bool GlyphLoader::FitsLimits() const {
-    if (slot->format != FT_GLYPH_FORMAT_OUTLINE) {
-        return limits.Admit(slot->bitmap.width, slot->bitmap.rows);
+// FreeType says what an outline's bitmap will be, if at all, before the outline is emboldened.
+bool GlyphLoader::MeasureOutline() {
+    if (bold) {
+        (void)FT_Outline_Embolden(&slot->outline, BOLD_STRENGTH);  // one without area stays as it is
     }
     FT_BBox box;
     FT_Outline_Get_CBox(&slot->outline, &box);
-    return limits.Admit(WholePixels(box.xMin, box.xMax), WholePixels(box.yMin, box.yMax));
+    const PixelBox pixelBox = TouchedPixels(box);
+    if (!pixelBox.IsRenderable()) {
+        return false;
+    }
+    slot->bitmap.width = static_cast<unsigned int>(pixelBox.Width());
+    slot->bitmap.rows = static_cast<unsigned int>(pixelBox.Rows());
+    slot->bitmap_left = static_cast<FT_Int>(pixelBox.left);
+    slot->bitmap_top = static_cast<FT_Int>(pixelBox.top);
+    return true;
 }
 
 bool GlyphLoader::Render() {
@@ -94,6 +106,15 @@ bool PackGreyPixels(FT_Library library, const FT_Bitmap& bitmap, std::vector<uns
     }
     FT_Bitmap_Done(library, &grey);
     return converted;
+}
+
+bool PixelBox::IsRenderable() const {
+    return left >= MIN_EDGE && bottom >= MIN_EDGE && right <= MAX_EDGE && top <= MAX_EDGE &&
+           Width() <= MAX_SIDE && Rows() <= MAX_SIDE;
+}
+
+PixelBox TouchedPixels(const FT_BBox& box) {
+    return {box.xMin >> 6, box.yMin >> 6, CeilPixels(box.xMax), CeilPixels(box.yMax)};
 }
 
 }  // namespace kivgles

@@ -19,8 +19,8 @@ class GlyphLoader {
  public:
     GlyphLoader(FT_Face loadedFace, bool embolden, const AtlasLimits& atlasLimits);
 
-    // Loads a glyph in the face's current size and style; its metrics are in the slot then. False when the
-    // face cannot.
+    // Loads a glyph in the face's current size and style; its metrics are in the slot then, those of its
+    // bitmap as they are when it is rendered. False when the face cannot, or FreeType would not render it.
     bool Load(unsigned long charCode);
 
     // Whether the glyph last loaded has room in an atlas. One that has not is never rendered: a font, or a
@@ -38,7 +38,7 @@ class GlyphLoader {
     const unsigned char* Pixels() const { return pixels; }
 
  private:
-    bool FitsLimits() const;
+    bool MeasureOutline();
     bool FindPixels();
 
     FT_Face face;
@@ -49,6 +49,17 @@ class GlyphLoader {
     const unsigned char* pixels = nullptr;  // in FreeType's bitmap, or in packed
     std::vector<unsigned char> packed;
 };
+
+// The pixels that an outline touches: from left and bottom up to right and top, which are not among them.
+struct PixelBox {
+    FT_Pos left, bottom, right, top;
+
+    FT_Pos Width() const { return right - left; }
+    FT_Pos Rows() const { return top - bottom; }
+    // Whether FreeType makes the bitmap.
+    bool IsRenderable() const;
+};
+PixelBox TouchedPixels(const FT_BBox& box);  // in 26.6 fixed point, of any values
 
 // Converts a bitmap of any kind to `width` * `rows` bytes of full-range grey, top row first. False when
 // FreeType cannot.

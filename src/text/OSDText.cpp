@@ -43,7 +43,10 @@ float MeasuredWidth(const TagGlyphInfo& glyph) {
     return overhangs ? std::max(glyph.advanceX, glyph.bitmapWidth) : glyph.advanceX;
 }
 
-// A font may claim any advance: the sum ends at the largest number instead of wrapping.
+// A font may claim any advance: sums end at the largest number instead of wrapping.
+unsigned int AddMissing(unsigned int total) {
+    return total < UINT_MAX - MISSING_CHAR_WIDTH ? total + MISSING_CHAR_WIDTH : UINT_MAX;
+}
 unsigned int AddWidth(unsigned int total, float width) {
     const float sum = width + static_cast<float>(total);
     return sum < static_cast<float>(UINT_MAX) ? static_cast<unsigned int>(sum) : UINT_MAX;
@@ -120,7 +123,7 @@ int OSDText::GetTextSize(const TagGLTextInfo& info, unsigned int& width, unsigne
         const TagGlyphInfo* const standardGlyph = FindVisibleGlyph(c);
         if (standardGlyph == nullptr) {
             LogAbsentChar(TAG, c);
-            total += MISSING_CHAR_WIDTH;
+            total = AddMissing(total);
         } else {
             total = AddWidth(total, MeasuredWidth(standard ? *standardGlyph : FindGlyph(styledGlyphs, c)));
         }
