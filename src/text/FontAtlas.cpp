@@ -1,6 +1,6 @@
 #include "text/FontAtlas.h"
 
-#include <iterator>
+#include <algorithm>
 
 #include <android/log.h>
 
@@ -78,22 +78,29 @@ int FontAtlas::LoadFont(FT_Face face, unsigned int size) {
 
 int FontAtlas::DeleteTexture() {
     DiscardAtlas(atlas);
-    firstCodeWithoutTexels = ULONG_MAX;
+    firstCodeBehindFull = ULONG_MAX;
+    codesWithoutRoom.clear();
     return STATUS_OK;
+}
+
+bool FontAtlas::HasTexels(unsigned long charCode) const {
+    return charCode < firstCodeBehindFull &&
+           !std::binary_search(codesWithoutRoom.begin(), codesWithoutRoom.end(), charCode);
 }
 
 template <typename Visitor>
 void FontAtlas::ForEachGlyph(FT_Face face, Visitor visit) const {
     GlyphLoader glyph(face, false, limits);
     ForEachChar(face, [this, &glyph, &visit](unsigned long charCode) {
-        const bool hasTexels = HasTexels(charCode);
-        if (!hasTexels && charCode > MAX_TEXT_UNIT) {
+        const bool behindFull = charCode >= firstCodeBehindFull;
+        if (behindFull && charCode > MAX_TEXT_UNIT) {
             return false;  // neither held nor ever asked for
         }
-        // A glyph beyond the texture is not rendered: what a font asks for stays within the texture's area.
-        if (!glyph.Load(charCode) || (hasTexels && !glyph.Render())) {
+        // A glyph behind the full atlas is not rendered: what a font asks for stays within the texture's
+        // area.
+        if (!glyph.Load(charCode) || (!behindFull && !glyph.Render())) {
             __android_log_print(ANDROID_LOG_ERROR, TAG, "Loading character %lu failed!\n", charCode);
-        } else if (glyph.HasRoom()) {
+        } else {
             visit(charCode, glyph);
         }
         return true;
@@ -103,9 +110,14 @@ void FontAtlas::ForEachGlyph(FT_Face face, Visitor visit) const {
 int FontAtlas::CalculateTexSize(FT_Face face) {
     RowPacker packer(limits);
     ForEachGlyph(face, [this, &packer](unsigned long charCode, const GlyphLoader& glyph) {
+        if (charCode >= firstCodeBehindFull) {
+            return;
+        }
         AtlasPlace place;
-        if (HasTexels(charCode) && !packer.Place(glyph.Width(), glyph.Rows(), place)) {
-            firstCodeWithoutTexels = charCode;
+        if (!glyph.HasRoom()) {
+            codesWithoutRoom.push_back(charCode);
+        } else if (!packer.Place(glyph.Width(), glyph.Rows(), place)) {
+            firstCodeBehindFull = charCode;
         }
     });
     return SetAtlasSize(TAG, packer.Width(), packer.Height(), atlas);
@@ -116,12 +128,13 @@ int FontAtlas::CreateAtlasTex() { return CreateAlphaTexture(TAG, GL_TEXTURE1, at
 void FontAtlas::FontToTexture(FT_Face face) {
     RowPacker packer(limits);
     ForEachGlyph(face, [this, &packer](unsigned long charCode, const GlyphLoader& glyph) {
-        if (!HasTexels(charCode)) {
-            FontCharInfoToMap(glyph.Slot(), 0, 0, charCode);
-            return;
-        }
         AtlasPlace place;
-        if (packer.Place(glyph.Width(), glyph.Rows(), place) && UploadGlyph(atlas, glyph, place)) {
+        if (!HasTexels(charCode)) {
+            if (charCode <= MAX_TEXT_UNIT) {
+                FontCharInfoToMap(glyph.Slot(), 0, 0, charCode);
+            }
+        } else if (glyph.HasRoom() && packer.Place(glyph.Width(), glyph.Rows(), place) &&
+                   UploadGlyph(atlas, glyph, place)) {
             FontCharInfoToMap(glyph.Slot(), static_cast<int>(place.x), static_cast<int>(place.y), charCode);
         }
     });
@@ -136,13 +149,13 @@ void FontAtlas::LogSummary() const {
     __android_log_print(ANDROID_LOG_WARN, TAG, "Generated a %d x %d (%d kb) texture atlas\n",
                         static_cast<int>(atlas.textureWidth), static_cast<int>(atlas.textureHeight),
                         static_cast<int>((atlas.textureWidth * atlas.textureHeight) >> 10));
-    if (firstCodeWithoutTexels != ULONG_MAX) {
-        const auto firstOnDemand = atlas.glyphs.lower_bound(firstCodeWithoutTexels);
-        const auto held = std::distance(atlas.glyphs.begin(), firstOnDemand);
-        const auto onDemand = std::distance(firstOnDemand, atlas.glyphs.end());
+    const auto onDemand = std::count_if(atlas.glyphs.begin(), atlas.glyphs.end(),
+                                        [this](const auto& entry) { return !HasTexels(entry.first); });
+    if (onDemand > 0) {
         __android_log_print(ANDROID_LOG_WARN, TAG,
                             "%ld characters are held in the atlas, %ld are drawn on demand\n",
-                            static_cast<long>(held), static_cast<long>(onDemand));
+                            static_cast<long>(atlas.glyphs.size()) - static_cast<long>(onDemand),
+                            static_cast<long>(onDemand));
     }
 }
 

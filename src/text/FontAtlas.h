@@ -3,6 +3,7 @@
 
 #include <climits>
 #include <string>
+#include <vector>
 
 #include "text/GlyphAtlas.h"
 
@@ -16,8 +17,9 @@ namespace kivgles {
 // Units:  pixels; the map's texture coordinates are parts of the texture's size.
 //
 // A font with more rows than GL's largest texture has (any Chinese, Japanese or Korean one) keeps the glyphs
-// that fit, in the order of their codes. The others are in the map with their metrics but without texels, and
-// are drawn from the styled atlas.
+// that fit, in the order of their codes. The others, and those that have no room in any atlas at this size,
+// are in the map with their metrics but without texels, as far as a text can name them; they are drawn from
+// the styled atlas.
 //
 // Operations return 0 or a status of StatusCode.h. After a failed load the atlas has no texture and no glyph.
 class FontAtlas {
@@ -47,20 +49,21 @@ class FontAtlas {
     const GlyphMap& GetGlyphs() const { return atlas.glyphs; }
 
     // Whether a character of the map is held in the texture.
-    bool HasTexels(unsigned long charCode) const { return charCode < firstCodeWithoutTexels; }
+    bool HasTexels(unsigned long charCode) const;
     // The size that the atlas was loaded with, in pixels.
     unsigned int GetPixelSize() const { return pixelSize; }
 
  private:
-    // Loads the characters of the face's map in ascending order, renders those that have texels, and hands
-    // each that loads and has room in an atlas to `visit(charCode, glyph)`.
+    // Loads the characters of the face's map in ascending order, renders those with room that come before the
+    // atlas is full, and hands each that loads to `visit(charCode, glyph)`.
     template <typename Visitor>
     void ForEachGlyph(FT_Face face, Visitor visit) const;
     void LogSummary() const;
 
     GlyphAtlas atlas;
-    AtlasLimits limits;  // as of the load
-    unsigned long firstCodeWithoutTexels = ULONG_MAX;
+    AtlasLimits limits;                             // as of the load
+    unsigned long firstCodeBehindFull = ULONG_MAX;  // from here on no glyph is held
+    std::vector<unsigned long> codesWithoutRoom;    // of those before, in ascending order
     unsigned int pixelSize = STANDARD_FONT_SIZE;
 };
 

@@ -1,0 +1,138 @@
+// Glyphs that are larger than an atlas, or than anything: make_fonts.py has their sizes, at 40 pixels.
+
+#include <climits>
+#include <limits>
+#include <string>
+
+#include <gmock/gmock.h>
+
+#include "gl/EGLManager.h"
+#include "support/Recorder.h"
+#include "text/OSDText.h"
+
+namespace kivgles {
+namespace {
+
+using testing::Contains;
+using testing::IsEmpty;
+using testing::Not;
+
+constexpr char ROWS[] = KIVGLES_TEST_FONTS "/rows.ttf";
+
+// Has a context, so that atlases can be made.
+class GlyphSizes : public testing::Test {
+ protected:
+    void SetUp() override {
+        ASSERT_EQ(egl.EGLSetupContext(), 0);
+        ASSERT_EQ(egl.CreatePBufferSurface(), 0);
+        ASSERT_EQ(egl.MakeCurrent(), 0);
+        recorder::Reset();
+    }
+
+    static TagGLTextInfo Request(const std::u16string& text, unsigned int size) {
+        TagGLTextInfo request{};
+        request.text = text.c_str();
+        request.textLength = static_cast<std::uint32_t>(text.size());
+        request.fontSize = size;
+        return request;
+    }
+    static unsigned int Width(const OSDText& text, const TagGLTextInfo& request) {
+        unsigned int width = 0;
+        unsigned int height = 0;
+        EXPECT_EQ(text.GetTextSize(request, width, height), 0);
+        return width;
+    }
+
+    EGLManager egl;
+};
+
+TEST_F(GlyphSizes, AreMeasuredWithoutRoomAsWith) {
+    FontStyleAtlas atlas;
+    ASSERT_EQ(atlas.LoadFontByPath(ROWS), 0);
+    const std::u16string text = u"C";  // 600 by 20
+    for (const bool bold : {false, true}) {
+        for (const bool italic : {false, true}) {
+            TagGlyphInfo glyphs[2];
+            for (const unsigned int scale : {1U, 2U}) {
+                TagGLTextInfo request = Request(text, 40 * scale);
+                request.bold = bold ? 1 : 0;
+                request.italic = italic ? 1 : 0;
+                GlyphMap map;
+                atlas.GetFontGlyphs(request, map);
+                glyphs[scale - 1] = map[u'C'];
+            }
+            const float slant = italic ? 4 : 0;  // a fifth of the height
+            EXPECT_EQ(glyphs[1].advanceX, 1200);
+            EXPECT_EQ(glyphs[1].bitmapWidth, glyphs[0].bitmapWidth + 600 + slant);
+            EXPECT_EQ(glyphs[1].bitmapRows, glyphs[0].bitmapRows + 20);
+            EXPECT_EQ(glyphs[1].bitmapLeft, glyphs[0].bitmapLeft);
+            EXPECT_EQ(glyphs[1].bitmapTop, glyphs[0].bitmapTop + 20);
+        }
+    }
+}
+
+TEST_F(GlyphSizes, AddUpToTheLargestNumberAndNoFurther) {
+    OSDText text;
+    ASSERT_EQ(text.Init(), 0);
+    ASSERT_EQ(text.LoadFont(KIVGLES_TEST_FONTS "/advance.ttf", 40), 0);
+    const std::u16string units = std::u16string(132, u'A') + u"??";
+    EXPECT_EQ(Width(text, Request(units, 40000)), UINT_MAX);
+}
+
+TEST_F(GlyphSizes, WithoutRoomInTheStandardStyleLeaveTheOtherStyles) {
+    OSDText text;
+    ASSERT_EQ(text.Init(), 0);
+    ASSERT_EQ(text.LoadFont(ROWS, 80), 0);
+    const std::u16string units = u"C";
+    EXPECT_EQ(Width(text, Request(units, 40)), 1200U);  // the standard style, loaded at 80 pixels
+    EXPECT_EQ(Width(text, Request(units, 20)), 300U);
+    EXPECT_THAT(recorder::Log("W FontAtlas"),
+                Contains("W FontAtlas: 4 characters are held in the atlas, 3 are drawn on demand\n"));
+
+    recorder::Record(false);
+    EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 640, 360}, Request(units, 20), 0, 0), 0);
+    EXPECT_THAT(recorder::Calls(), Contains("glDrawArrays(GL_TRIANGLES, 0, 6)"));
+    EXPECT_THAT(recorder::Log("E OSDText"), IsEmpty());
+}
+
+TEST_F(GlyphSizes, ThatFreeTypeRefusesCountAsNotLoaded) {
+    OSDText text;
+    ASSERT_EQ(text.Init(), 0);
+    ASSERT_EQ(text.LoadFont(ROWS, 1400), 0);  // F is 35,840 pixels wide, B 17,885
+    const std::vector<std::string> load = recorder::Log("E FontAtlas");
+    EXPECT_THAT(load, Contains("E FontAtlas: Loading character 70 failed!\n").Times(2));
+    EXPECT_THAT(load, Not(Contains("E FontAtlas: Loading character 66 failed!\n")));
+
+    FontStyleAtlas styled;
+    ASSERT_EQ(styled.LoadFontByPath(ROWS), 0);
+    const std::u16string units = u"FBG";
+    GlyphMap measured;
+    styled.GetFontGlyphs(Request(units, 1400), measured);
+    EXPECT_EQ(measured.count(u'F'), 0U);
+    EXPECT_EQ(measured[u'B'].bitmapWidth, 17885);
+    unsigned int texture = 0;
+    EXPECT_EQ(styled.GetFontTexture(Request(units, 1400), texture), 0);
+    EXPECT_THAT(recorder::Log("E FontStyleAtlas"),
+                Contains("E FontStyleAtlas: Char 70 is not exit\n").Times(3));
+}
+
+TEST_F(GlyphSizes, OfCharactersThatNoTextNamesAreNotSaidToBeDrawnOnDemand) {
+    recorder::Fail("glGetIntegerv", 1, true, 64);
+    FontAtlas atlas;
+    EXPECT_EQ(atlas.LoadFontByPath(KIVGLES_TEST_FONTS "/beyond_units.ttf", 40), 0);
+    EXPECT_EQ(atlas.GetGlyphs().size(), 1U);
+    EXPECT_THAT(recorder::Log("W FontAtlas"), testing::SizeIs(1));
+}
+
+TEST(PixelBoxes, OfHostileOutlinesDoNotOverflow) {
+    using Limits = std::numeric_limits<FT_Pos>;
+    const PixelBox whole = TouchedPixels({Limits::min(), -1, Limits::max(), 1});
+    EXPECT_EQ(whole.Width(), Limits::max() / 32 + 1);
+    EXPECT_EQ(whole.Rows(), 2);
+    EXPECT_FALSE(whole.IsRenderable());
+    EXPECT_TRUE(TouchedPixels({0, 0, 0x7FFF * 64, 64}).IsRenderable());
+    EXPECT_FALSE(TouchedPixels({0, 0, 0x7FFF * 64 + 1, 64}).IsRenderable());
+}
+
+}  // namespace
+}  // namespace kivgles
