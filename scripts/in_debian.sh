@@ -69,11 +69,11 @@ if [[ ! -e $base ]]; then
 fi
 
 mkdir -p "$cache/$suite.packages/partial"
-cp -a "$base" "$system/root"
-cp /etc/resolv.conf "$system/root/etc/"
+cp -a "$base" "$system/tree"
+cp /etc/resolv.conf "$system/tree/etc/"
 # It is thrown away: nothing waits for the disk.
-echo force-unsafe-io >"$system/root/etc/dpkg/dpkg.cfg.d/unsafe-io"
-git clone -q --no-hardlinks . "$system/root/root/kivgles"
+echo force-unsafe-io >"$system/tree/etc/dpkg/dpkg.cfg.d/unsafe-io"
+git clone -q --no-hardlinks . "$system/tree/srv/kivgles"
 
 # shellcheck disable=SC2016  # the variables are the inner shell's
 contained bash -c '
@@ -84,5 +84,5 @@ contained bash -c '
     mount --rbind /dev "$root/dev"
     mount --bind "$packages" "$root/var/cache/apt/archives"
     exec env --ignore-environment HOME=/root LANG=C.UTF-8 PATH=/usr/sbin:/usr/bin:/sbin:/bin \
-        chroot "$root" bash -c "cd /root/kivgles && exec \"\$@\"" in_debian "$@"
-' in_debian "$system/root" "$cache/$suite.packages" "$@"
+        chroot "$root" bash -c "cd /srv/kivgles && exec \"\$@\"" in_debian "$@"
+' in_debian "$system/tree" "$cache/$suite.packages" "$@"
