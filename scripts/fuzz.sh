@@ -16,12 +16,7 @@ build=${KIVGLES_FUZZ_BUILD:-build/fuzz}
 
 scripts/setup.sh tests checks
 
-sanitizers="-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=all -fno-sanitize-coverage=trace-cmp"
-cmake -S . -B "$build" -G Ninja \
-    -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_BUILD_TYPE=Debug \
-    "-DCMAKE_CXX_FLAGS=$sanitizers" "-DCMAKE_CXX_FLAGS_DEBUG=-O2 -g -fno-omit-frame-pointer" \
-    -DKIVGLES_BUILD_FUZZERS=ON -DKIVGLES_BUILD_TESTS=OFF -DKIVGLES_BUILD_EXAMPLES=OFF \
-    -DKIVGLES_BUILD_BENCHMARKS=OFF
+cmake --preset fuzz -B "$build"
 cmake --build "$build" --target "fuzz_$target"
 
 fuzzer=$build/tests/fuzz/fuzz_$target

@@ -1,6 +1,6 @@
 # The library as programs outside meet it: its exported names, and a consumer built in three ways.
 # A sanitized library asks for sanitized programs, so it is left to the ordinary builds.
-if(CMAKE_CXX_FLAGS MATCHES "-fsanitize")
+if(KIVGLES_SANITIZER)
     return()
 endif()
 

@@ -23,6 +23,8 @@ extern "C" void FT_Outline_Get_CBox(const FT_Outline* outline, FT_BBox* box) {
 namespace kivgles {
 namespace {
 
+constexpr char FONT[] = KIVGLES_TEST_FONTS "/bearings.ttf";
+
 int DrawEmptyText(GLDrawThread& drawThread) {
     auto info = std::make_unique<TextInfo>();
     auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_TEXT);
@@ -69,7 +71,7 @@ TEST(Handlers, RefuseWhatTheyCannotExecuteAndSayWhy) {
 TEST(FirstText, LoadsWhatTheLastLoadExecutedNamedNotOneThatIsStillQueued) {
     GLDrawThread drawThread;
     ASSERT_EQ(drawThread.SetupGLESConext(), 0);
-    drawThread.SetFontLibInfo(TEXT_FONT, 20);  // as the client has done whose load comes after the text
+    drawThread.SetFontLibInfo(FONT, 20);       // as the client has done whose load comes after the text
     EXPECT_EQ(DrawEmptyText(drawThread), 31);  // the default font is on no desktop
     recorder::Reset();
     EXPECT_EQ(drawThread.LoadFont(), 0);
@@ -80,7 +82,7 @@ TEST(FirstText, LoadsWhatTheLastLoadExecutedNamedNotOneThatIsStillQueued) {
 TEST(FirstText, ShowsClientsNoTextRendererBeforeItsFontIsLoaded) {
     GLDrawThread drawThread;
     ASSERT_EQ(drawThread.SetupGLESConext(), 0);
-    drawThread.SetFontLibInfo(TEXT_FONT, 40);
+    drawThread.SetFontLibInfo(FONT, 40);
     unsigned int width = 0;
     unsigned int height = 0;
     int looks = 0;

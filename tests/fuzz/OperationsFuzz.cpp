@@ -118,7 +118,10 @@ struct Client {
     int LoadFont() {
         const bool empty = input.ConsumeIntegralInRange<int>(0, 3) == 0 || ++fontLoads > FONT_LOADS;
         const bool exists = input.ConsumeBool();
-        return surface.KivLoadFont(!exists ? "" : empty ? "/dev/null" : SMALL_FONT, input.Number());
+        return surface.KivLoadFont(!exists ? ""
+                                   : empty ? "/dev/null"
+                                           : KIVGLES_TEST_FONTS "/bearings.ttf",
+                                   input.Number());
     }
     int Refresh() { return surface.KivRefreshOnSrceen(); }
     int CreateLayer() {

@@ -11,6 +11,7 @@
 namespace kivgles {
 
 constexpr unsigned int CLIENTS = 8;
+constexpr char RACE_FONT[] = KIVGLES_TEST_FONTS "/bearings.ttf";
 constexpr TagKivRectInfo CANVAS{0, 0, 64, 64};
 constexpr TagKivRectInfo LOWER_HALF{0, 32, 64, 32};
 constexpr std::uint8_t WHITE[4] = {255, 255, 255, 255};
