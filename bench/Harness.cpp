@@ -111,7 +111,7 @@ void WritePicture(Display* display, Window window, const std::string& path) {
     std::cout << "{\"picture\":" << (file.flush() ? "true" : "false") << "}" << std::endl;
 }
 
-// Which buffers share cache lines and sets hangs on where the heap begins within a page, and is worth some
+// Which buffers share cache lines and sets depends on where the heap begins within a page, and is worth some
 // per cent: each process begins elsewhere, so that the rounds' median does not hang on it.
 void ShiftHeap() {
     static std::vector<char> kept;

@@ -57,7 +57,7 @@ void DrawFlatShape(const FlatShape& shape, const TagFrameBuffObject& fbo, const 
     // Draw.
     glDrawArrays(mode, 0, count);
 
-    // Nothing stays bound for the next renderer.
+    // Nothing but the program stays bound for the next renderer.
     glBindBuffer(GL_ARRAY_BUFFER, 0);
     glDisableVertexAttribArray(position);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);

@@ -42,7 +42,7 @@ void OSDBitmap::DisplayBitmap(const TagGLBitmapInfo& info, int width, int height
     BindQuadTexture(quad, texture);
     RenderBitmap(info.dstRect);
 
-    // Nothing stays bound for the next renderer.
+    // Nothing but the program stays bound for the next renderer.
     glDisable(GL_BLEND);
     glBindTexture(GL_TEXTURE_2D, 0);
     DeleteTexture();

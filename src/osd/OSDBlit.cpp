@@ -26,7 +26,7 @@ void OSDBlit::Blit(const TagGLBlitInfo& info) const {
     // Draw.
     BlitByDrawing(info.srcRect, info.dstRect);
 
-    // Nothing stays bound for the next renderer.
+    // Nothing but the program stays bound for the next renderer.
     glBindTexture(GL_TEXTURE_2D, 0);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
 }

@@ -28,7 +28,7 @@ void OSDFrame::DisplayFBO(GLuint texture, const TagGLRectInfo& srcRect, const Ta
     BindQuadTexture(quad, texture);
     DrawQuadVertices(quad, CopyVertices(srcRect, dstRect));
 
-    // Nothing stays bound for the next renderer.
+    // Nothing but the program stays bound for the next renderer.
     glDisable(GL_BLEND);
     UnbindQuadVertices(quad);
     glBindTexture(GL_TEXTURE_2D, 0);

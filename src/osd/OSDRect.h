@@ -13,7 +13,7 @@ namespace kivgles {
 //
 // Owner:  GLDrawThread; made by Init or by the first rectangle drawn, gone with the context.
 // Thread: draw thread, GL context current. Between draws only the GL names made by Init are kept.
-// Units:  normalised device coordinates, y upwards; a rectangle hangs down from its y.
+// Units:  normalised device coordinates, y upwards; a rectangle extends down from its y.
 // Blending stays off: the colour, alpha included, replaces the target's pixels.
 class OSDRect {
  public:
