@@ -17,8 +17,6 @@ options=(
     --suppress=constParameter:src/drawthread/GLDrawThread.cpp
     # It does not see that glGetShaderiv writes through the pointer.
     --suppress=knownConditionTrueFalse:src/gl/ShaderProgram.cpp
-    # Nor that a lambda reads the member.
-    --suppress=unusedStructMember:src/surface/ResultCode.cpp
 )
 cppcheck "${options[@]}" -j "$(nproc)" -Iinclude -Isrc -Iplatform/include include src platform/src
 

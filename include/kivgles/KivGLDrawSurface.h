@@ -414,10 +414,10 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     void HandOverBitmap(const TagKivBitmapInfo& bitmap, std::uint8_t blend);
     int DrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap, std::uint8_t blend);
 
-    std::shared_ptr<GLDrawThread> drawThread;      // empty: no context
-    ANativeWindow* nativeWindow = nullptr;         // the caller's
-    std::atomic<std::uint32_t> windowWidth{1920};  // atomic for the getters, which take no lock
-    std::atomic<std::uint32_t> windowHeight{1080};
+    std::shared_ptr<GLDrawThread> drawThread;  // empty: no context
+    ANativeWindow* nativeWindow = nullptr;     // the caller's
+    std::atomic<std::uint32_t> windowWidth;    // atomic for the getters, which take no lock
+    std::atomic<std::uint32_t> windowHeight;
     std::mutex apiMutex;  // one client at a time, waits of synchronous commands included
 };
 

@@ -24,6 +24,10 @@ struct ANativeWindow;
 
 namespace kivgles {
 
+// The size in pixels that a window is taken for until one is connected.
+constexpr int UNCONNECTED_WINDOW_WIDTH = 1920;
+constexpr int UNCONNECTED_WINDOW_HEIGHT = 1080;
+
 // The one object that owns the library's GL state, with the queue that leads to it.
 //
 // Owner:  shared by the surface and by the thread that runs DrawThread; dies with the last of them.
@@ -71,7 +75,8 @@ class GLDrawThread {
     // Copies the record of a render target, making the table first if there is none; also used by the draw
     // thread. STATUS_NOT_FOUND leaves `fbo` as it was.
     int GetFBOInst(unsigned int handleIndex, TagFrameBuffObject& fbo);
-    // Measures a text in pixels without GL. STATUS_NO_TEXT, with 30 and 50, before there is a text renderer.
+    // Measures a text in pixels without GL. Before there is a text renderer it answers STATUS_NO_TEXT, with
+    // the size of one missing character.
     int GetTextSize(const TagGLTextInfo& info, unsigned int& width, unsigned int& height);
 
     // --- Draw thread: the loop (GLDrawThread.cpp) ---
@@ -158,8 +163,9 @@ class GLDrawThread {
     std::atomic<bool> exitFlag{false};             // set by DeInit, read by the loop
     bool contextCreated = false;                   // draw thread
     int cmdResult = 0;  // written by the draw thread before it signals, read by the sender after its wait
-    int windowWidth = 1920;   // written while a window is connected, read when that command has returned
-    int windowHeight = 1080;  // the same
+    // Written while a window is connected, read when that command has returned.
+    int windowWidth = UNCONNECTED_WINDOW_WIDTH;
+    int windowHeight = UNCONNECTED_WINDOW_HEIGHT;
     std::deque<std::shared_ptr<DrawCmd>> cmdQueue KIVGLES_GUARDED_BY(queueMutex);
 
     // Written by the client before it sends the command that reads them, untouched until that has returned.

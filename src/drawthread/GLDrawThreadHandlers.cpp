@@ -12,9 +12,6 @@ namespace {
 
 constexpr char TAG[] = "GLDrawThread";
 
-constexpr unsigned int UNMEASURED_WIDTH = 30;
-constexpr unsigned int UNMEASURED_HEIGHT = 50;
-
 }  // namespace
 
 int GLDrawThread::CreateGLFBO(std::shared_ptr<DrawCmd>& cmd) {
@@ -178,8 +175,8 @@ int GLDrawThread::DrawRound(const std::unique_ptr<RoundInfo>& roundInfo) {
 }
 
 int GLDrawThread::GetTextSize(const TagGLTextInfo& info, unsigned int& width, unsigned int& height) {
-    width = UNMEASURED_WIDTH;
-    height = UNMEASURED_HEIGHT;
+    width = MISSING_CHAR_WIDTH;
+    height = TEXT_HEIGHT;
     const MutexLock lock(textMutex);
     if (osdText == nullptr) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "osd text is not init\n");

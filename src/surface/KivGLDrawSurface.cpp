@@ -29,12 +29,13 @@ void StartDrawThread(const std::shared_ptr<GLDrawThread>& drawThread) {
 
 int RefuseDrawThread(int error) {
     __android_log_print(ANDROID_LOG_ERROR, TAG, "start draw thread fail %d\n", error);
-    return RESULT_DRAW_THREAD_FAILED;
+    return RESULT_FAILED;
 }
 
 }  // namespace
 
-KivGLDrawSurface::KivGLDrawSurface() noexcept = default;
+KivGLDrawSurface::KivGLDrawSurface() noexcept
+    : windowWidth(UNCONNECTED_WINDOW_WIDTH), windowHeight(UNCONNECTED_WINDOW_HEIGHT) {}
 
 KivGLDrawSurface::~KivGLDrawSurface() {
     (void)KivDestoryGLContext();  // nobody is left to be told
@@ -81,7 +82,7 @@ int KivGLDrawSurface::KivConnectWindowSurface(ANativeWindow* window) noexcept {
     const std::lock_guard<std::mutex> lock(apiMutex);
     if (window == nullptr) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "native window is NULL\n");
-        return RESULT_NO_WINDOW;
+        return RESULT_NOT_FOUND;
     }
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;

@@ -1,35 +1,44 @@
 #include "surface/ResultCode.h"
 
-#include <algorithm>
-#include <iterator>
+#include "StatusCode.h"
 
 namespace kivgles {
 
-namespace {
-
-struct ResultPair {
-    int publicCode;
-    int status;
-};
-
-constexpr int UNKNOWN_STATUS_CODE = 100;
-
-// The statuses 10, 12, 13, 14 and 40 are reserved: nothing returns them.
-constexpr ResultPair RESULT_PAIRS[] = {
-    {1, 1},   {2, 2},   {3, 3},   {4, 4},   {5, 5},   {6, 6},   {10, 10}, {11, 12},   {13, 13},   {14, 14},
-    {15, 15}, {20, 20}, {21, 21}, {30, 30}, {31, 31}, {32, 32}, {50, 40}, {100, 100}, {103, 101}, {101, 102},
-};
-
-}  // namespace
-
 int TranslateResult(int status) {
-    if (status == 0) {
-        return RESULT_OK;
+    switch (status) {
+        case STATUS_OK:
+        case STATUS_NO_DISPLAY:
+        case STATUS_EGL_INIT_FAILED:
+        case STATUS_NO_CONFIG:
+        case STATUS_CREATE_CONTEXT_FAILED:
+        case STATUS_CREATE_SURFACE_FAILED:
+        case STATUS_CONTEXT_NOT_CREATED:
+        case STATUS_FBO_TABLE_FULL:
+        case STATUS_NO_PROGRAM:
+        case STATUS_NO_TEXTURE:
+        case STATUS_FREETYPE_INIT_FAILED:
+        case STATUS_FACE_NOT_OPENED:
+        case STATUS_ATLAS_EMPTY:
+        case STATUS_INVALID:
+            return status;
+        case STATUS_NO_TEXT:
+            return RESULT_NO_TEXT;
+        case STATUS_NOT_FOUND:
+            return RESULT_NOT_FOUND;
+
+        // Reserved: nothing returns these.
+        case 10:
+        case 13:
+        case 14:
+            return status;
+        case 12:
+            return 11;
+        case 40:
+            return 50;
+
+        default:
+            return RESULT_FAILED;
     }
-    const auto* const found =
-        std::find_if(std::begin(RESULT_PAIRS), std::end(RESULT_PAIRS),
-                     [status](const ResultPair& pair) { return pair.status == status; });
-    return found == std::end(RESULT_PAIRS) ? UNKNOWN_STATUS_CODE : found->publicCode;
 }
 
 }  // namespace kivgles

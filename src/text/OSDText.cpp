@@ -25,8 +25,6 @@ constexpr char FRAGMENT_SHADER[] =
     "    gl_FragColor = vec4(1, 1, 1, texture2D(tex, texpos).a) * color;\n"
     "}\n";
 
-constexpr unsigned int MISSING_CHAR_WIDTH = 30;  // pixels
-constexpr unsigned int TEXT_HEIGHT = 50;         // pixels
 constexpr float EMPTINESS = 1e-6F;
 constexpr std::size_t GLYPH_VERTEX_NUM = 6;
 
@@ -210,7 +208,7 @@ int OSDText::DrawText(const TagFrameBuffObject& fbo, const TagGLTextInfo& info, 
     // Draw.
     RenderText(std::u16string(TextUnits(info)), info.textLength, x, y);
 
-    // Nothing stays bound for the next renderer.
+    // Nothing but the program stays bound for the next renderer.
     glDisable(GL_BLEND);
     glBindTexture(GL_TEXTURE_2D, 0);
     glBindFramebuffer(GL_FRAMEBUFFER, 0);

@@ -15,6 +15,10 @@
 
 namespace kivgles {
 
+// In pixels: what a character without a glyph counts in a measured text, and the height of any text.
+constexpr unsigned int MISSING_CHAR_WIDTH = 30;
+constexpr unsigned int TEXT_HEIGHT = 50;
+
 // Draws a line of text as one textured quad a character, and measures texts.
 //
 // Owner:  GLDrawThread. Owns both atlases.
@@ -43,7 +47,7 @@ class OSDText {
     // Whether the font has the character, with ink.
     bool FindCharFromMap(char16_t c) const;
 
-    // Measures in pixels: a missing character counts 30, the height is always 50. Always 0.
+    // Measures in pixels. Always 0.
     int GetTextSize(const TagGLTextInfo& info, unsigned int& width, unsigned int& height) const;
 
     // Chooses (or builds) the atlas for a request and sets what GLDrawText reads, until the next request.
