@@ -7,11 +7,11 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <string>
 
 #include "kivgles/KivComponents.h"
 #include "kivgles/KivGLRecords.h"
+#include "kivgles/KivMutex.h"
 #include "kivgles/KivRecords.h"
 
 /// Marks what the shared library shows to its clients.
@@ -405,20 +405,24 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @}
 
  private:
-    // All of these are called with apiMutex held and a context known to exist.
-    void DrawRect(const TagFrameBuffObject& fbo, const TagKivRectInfo& rect, const TagKivColorRGBA& color);
+    // With a context known to exist.
+    void DrawRect(const TagFrameBuffObject& fbo, const TagKivRectInfo& rect, const TagKivColorRGBA& color)
+        KIVGLES_REQUIRES(apiMutex);
     void DrawBackground(const TagFrameBuffObject& fbo, const TagKivRectInfo& rect,
-                        const TagKivColorRGBA& color);
-    void DrawText(const TagFrameBuffObject& fbo, TagKivTextInfo& text, TagKivRectInfo& rect);
-    void DrawTextUnderline(const TagFrameBuffObject& fbo, const TagKivTextInfo& text, TagKivRectInfo& rect);
-    void HandOverBitmap(const TagKivBitmapInfo& bitmap, std::uint8_t blend);
+                        const TagKivColorRGBA& color) KIVGLES_REQUIRES(apiMutex);
+    void DrawText(const TagFrameBuffObject& fbo, TagKivTextInfo& text, TagKivRectInfo& rect)
+        KIVGLES_REQUIRES(apiMutex);
+    void DrawTextUnderline(const TagFrameBuffObject& fbo, const TagKivTextInfo& text, TagKivRectInfo& rect)
+        KIVGLES_REQUIRES(apiMutex);
+    void HandOverBitmap(const TagKivBitmapInfo& bitmap, std::uint8_t blend) KIVGLES_REQUIRES(apiMutex);
+    // What the two that draw a bitmap into a layer have in common, lock and context included.
     int DrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap, std::uint8_t blend);
 
-    std::shared_ptr<GLDrawThread> drawThread;  // empty: no context
-    ANativeWindow* nativeWindow = nullptr;     // the caller's
-    std::atomic<std::uint32_t> windowWidth;    // atomic for the getters, which take no lock
+    std::shared_ptr<GLDrawThread> drawThread KIVGLES_GUARDED_BY(apiMutex);  // empty: no context
+    ANativeWindow* nativeWindow KIVGLES_GUARDED_BY(apiMutex) = nullptr;     // the caller's
+    std::atomic<std::uint32_t> windowWidth;  // atomic for the getters, which take no lock
     std::atomic<std::uint32_t> windowHeight;
-    std::mutex apiMutex;  // one client at a time, waits of synchronous commands included
+    KivMutex apiMutex;  // one client at a time, waits of synchronous commands included
 };
 
 }  // namespace kivgles

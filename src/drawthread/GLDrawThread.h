@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-#include "Mutex.h"
+#include "MutexLock.h"
 #include "drawthread/DrawCmd.h"
 #include "drawthread/KivGLSemaphore.h"
 #include "gl/EGLManager.h"
@@ -176,12 +176,13 @@ class GLDrawThread {
     unsigned int fontLibSize = STANDARD_FONT_SIZE;      // the same
     TagGLBitmapInfo bitmapInfo{};
 
-    Mutex queueMutex;  // a leaf, held for one append or removal
+    KivMutex queueMutex;  // a leaf, held for one append or removal
 
     // The two below keep the draw thread apart from the queries on client threads. They are never held
     // together, nor while a command is waited for, and fboMutex never for long.
-    mutable Mutex fboMutex;  // making, using and destroying the table, against GetFBOInst
-    Mutex textMutex;  // showing the text renderer, loading another font, destroying it, against GetTextSize
+    mutable KivMutex fboMutex;  // making, using and destroying the table, against GetFBOInst
+    KivMutex
+        textMutex;  // showing the text renderer, loading another font, destroying it, against GetTextSize
 
     // What the last CMD_LOAD_FONT executed has named: the first text loads it. Draw thread.
     Font textFont{fontLibPath, fontLibSize};

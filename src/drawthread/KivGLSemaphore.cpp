@@ -1,18 +1,22 @@
 #include "drawthread/KivGLSemaphore.h"
 
+#include "MutexLock.h"
+
 namespace kivgles {
 
 KivGLSemaphore::KivGLSemaphore(unsigned int initialCount) : count(initialCount) {}
 
 void KivGLSemaphore::Signal() {
-    const std::lock_guard<std::mutex> lock(mutex);
+    const MutexLock lock(mutex);
     ++count;
     condition.notify_one();  // under the lock: the waiter may destroy the semaphore as soon as it is released
 }
 
 void KivGLSemaphore::Wait() {
-    std::unique_lock<std::mutex> lock(mutex);
-    condition.wait(lock, [this] { return count != 0; });
+    MutexLock lock(mutex);
+    while (count == 0) {
+        lock.WaitFor(condition);
+    }
     --count;
 }
 

@@ -2,7 +2,8 @@
 #define KIVGLES_DRAWTHREAD_KIVGLSEMAPHORE_H
 
 #include <condition_variable>
-#include <mutex>
+
+#include "kivgles/KivMutex.h"
 
 namespace kivgles {
 
@@ -23,9 +24,9 @@ class KivGLSemaphore {
     void Wait();
 
  private:
-    std::mutex mutex;
+    KivMutex mutex;
     std::condition_variable condition;
-    unsigned int count;  // signals not yet consumed; guarded by mutex
+    unsigned int count KIVGLES_GUARDED_BY(mutex);  // signals not yet consumed
 };
 
 }  // namespace kivgles

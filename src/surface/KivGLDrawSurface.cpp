@@ -9,6 +9,7 @@
 
 #include <android/log.h>
 
+#include "MutexLock.h"
 #include "StatusCode.h"
 #include "drawthread/GLDrawThread.h"
 #include "surface/ResultCode.h"
@@ -41,7 +42,8 @@ KivGLDrawSurface::~KivGLDrawSurface() {
     (void)KivDestoryGLContext();  // nobody is left to be told
 }
 
-int KivGLDrawSurface::KivCreateGLContext() noexcept {
+// Without the lock: the client sees to it that no other operation runs.
+KIVGLES_UNCHECKED int KivGLDrawSurface::KivCreateGLContext() noexcept {
     drawThread.reset();
     try {
         const auto startedThread = std::make_shared<GLDrawThread>();
@@ -49,8 +51,8 @@ int KivGLDrawSurface::KivCreateGLContext() noexcept {
         if (status != STATUS_OK) {
             return TranslateResult(status);
         }
-        auto cmd = std::make_shared<DrawCmd>(
-            CMD_CREATE_GL_CONTEXT);  // while there is no thread that would have to end
+        // Made while there is no thread yet that would have to end.
+        auto cmd = std::make_shared<DrawCmd>(CMD_CREATE_GL_CONTEXT);
         StartDrawThread(startedThread);
         // Not the surface's before it has its thread: nobody else would answer a command.
         drawThread = startedThread;
@@ -62,7 +64,8 @@ int KivGLDrawSurface::KivCreateGLContext() noexcept {
     }
 }
 
-int KivGLDrawSurface::KivDestoryGLContext() noexcept {
+// Without the lock, as above.
+KIVGLES_UNCHECKED int KivGLDrawSurface::KivDestoryGLContext() noexcept {
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -79,7 +82,7 @@ int KivGLDrawSurface::KivDestoryGLContext() noexcept {
 }
 
 int KivGLDrawSurface::KivConnectWindowSurface(ANativeWindow* window) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (window == nullptr) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "native window is NULL\n");
         return RESULT_NOT_FOUND;
@@ -104,7 +107,7 @@ int KivGLDrawSurface::KivConnectWindowSurface(ANativeWindow* window) noexcept {
 }
 
 int KivGLDrawSurface::Init(unsigned int mask) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -113,7 +116,7 @@ int KivGLDrawSurface::Init(unsigned int mask) noexcept {
 }
 
 int KivGLDrawSurface::KivLoadFont(const std::string& path, unsigned int size) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -126,7 +129,7 @@ std::uint32_t KivGLDrawSurface::KivGetWindowWidth() const noexcept { return wind
 std::uint32_t KivGLDrawSurface::KivGetWindowHeight() const noexcept { return windowHeight; }
 
 int KivGLDrawSurface::KivRefreshOnSrceen() noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }

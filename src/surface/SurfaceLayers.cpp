@@ -4,6 +4,7 @@
 #include <android/log.h>
 
 #include "ClearedRecord.h"
+#include "MutexLock.h"
 #include "StatusCode.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "surface/ResultCode.h"
@@ -13,7 +14,7 @@ namespace kivgles {
 
 int KivGLDrawSurface::KivCreateGLFBO(unsigned int& handle, unsigned int width, unsigned int height,
                                      int format) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -28,7 +29,7 @@ int KivGLDrawSurface::KivCreateGLFBO(unsigned int& handle, unsigned int width, u
 }
 
 int KivGLDrawSurface::KivDestoryGLFBO(unsigned int handle) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -38,7 +39,7 @@ int KivGLDrawSurface::KivDestoryGLFBO(unsigned int handle) noexcept {
 }
 
 int KivGLDrawSurface::KivClearGLFBO(unsigned int handle) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -50,7 +51,7 @@ int KivGLDrawSurface::KivClearGLFBO(unsigned int handle) noexcept {
 
 int KivGLDrawSurface::KivDisplayFBO(unsigned int handle, const TagKivRectInfo& srcRect,
                                     const TagKivRectInfo& dstRect) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -76,7 +77,7 @@ int KivGLDrawSurface::KivDisplayFBO(unsigned int handle, const TagKivRectInfo& s
 }
 
 int KivGLDrawSurface::KivBlit(const TagKivBlitInfo& blit) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }

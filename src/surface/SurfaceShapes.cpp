@@ -1,6 +1,7 @@
 // Rectangles, rounds and bitmaps.
 
 #include "ClearedRecord.h"
+#include "MutexLock.h"
 #include "StatusCode.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "surface/ResultCode.h"
@@ -17,7 +18,7 @@ constexpr std::uint8_t BLEND = 1;
 
 int KivGLDrawSurface::KivDrawRect(unsigned int handle, const TagKivRectInfo& rect,
                                   const TagKivColorRGBA& color) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -54,7 +55,7 @@ void KivGLDrawSurface::DrawBackground(const TagFrameBuffObject& fbo, const TagKi
 
 int KivGLDrawSurface::KivDrawRound(unsigned int handle, const TagKivRoundInfo& round,
                                    const TagKivColorRGBA& color) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -79,7 +80,7 @@ int KivGLDrawSurface::KivDrawRound(unsigned int handle, const TagKivRoundInfo& r
 }
 
 int KivGLDrawSurface::KivDisplayBitmap(const TagKivBitmapInfo& bitmap) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -96,7 +97,7 @@ int KivGLDrawSurface::KivDrawBitmapByBlend(unsigned int handle, const TagKivBitm
 }
 
 int KivGLDrawSurface::DrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap, std::uint8_t blend) {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }

@@ -3,6 +3,7 @@
 #include <android/log.h>
 
 #include "ClearedRecord.h"
+#include "MutexLock.h"
 #include "StatusCode.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "surface/ResultCode.h"
@@ -27,7 +28,7 @@ bool SameColor(const TagKivColorRGBA& a, const TagKivColorRGBA& b) {
 
 int KivGLDrawSurface::KivDrawText(unsigned int handle, const TagKivTextInfo& text,
                                   const TagKivRectInfo& rect) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
@@ -76,7 +77,7 @@ void KivGLDrawSurface::DrawTextUnderline(const TagFrameBuffObject& fbo, const Ta
 
 int KivGLDrawSurface::KivGetTextSize(const TagKivTextInfo& text, unsigned int& width,
                                      unsigned int& height) noexcept {
-    const std::lock_guard<std::mutex> lock(apiMutex);
+    const MutexLock lock(apiMutex);
     if (!HasContext(drawThread)) {
         return RESULT_NO_CONTEXT;
     }
