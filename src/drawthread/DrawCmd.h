@@ -10,27 +10,51 @@
 
 namespace kivgles {
 
-// The kinds of commands. "waits": the sender blocks until the command has been executed, and what it left in
-// the draw thread beforehand (second column) stays untouched until then.
+// The kinds of commands, and what each carries.
 enum TagCmd : std::uint32_t {
-    // kind                             mode    carries
-    CMD_CREATE_GL_CONTEXT = 0,       // waits   nothing
-    CMD_DESTROY_GL_CONTEXT = 1,      // waits   nothing
-    CMD_INIT = 2,                    // waits   mask, by GLDrawThread::SetEnable
-    CMD_CONNECT_WINDOW_SURFACE = 3,  // waits   window, by SetNativeWindow
-    CMD_CREATE_FBO = 4,              // waits   size and format, by SetFboInfo; fboHandleIndex comes back
-    CMD_DESTROY_FBO = 5,             // waits   fboHandleIndex
-    CMD_CLEAR_FBO = 6,               // queued  fboHandleIndex
-    CMD_DISPLAY_FBO = 7,             // queued  blitInfo: source, both rectangles
-    CMD_BLIT = 8,                    // queued  blitInfo
-    CMD_DRAW_TEXT = 9,               // queued  textInfo
-    CMD_DISPLAY_BITMAP = 10,         // waits   bitmap, by SetBitmapInfo
-    CMD_DRAW_BITMAP = 11,            // waits   fboHandleIndex; bitmap, by SetBitmapInfo
-    CMD_DRAW_RECT = 12,              // queued  rectInfo
-    CMD_DRAW_ROUND = 13,             // queued  roundInfo
-    CMD_LOAD_FONT = 14,              // waits   path and size, by SetFontLibInfo
-    CMD_REFRESH_ON_SCREEN = 15,      // queued  nothing
+    CMD_CREATE_GL_CONTEXT = 0,       // nothing
+    CMD_DESTROY_GL_CONTEXT = 1,      // nothing
+    CMD_INIT = 2,                    // mask, by GLDrawThread::SetEnable
+    CMD_CONNECT_WINDOW_SURFACE = 3,  // window, by SetNativeWindow
+    CMD_CREATE_FBO = 4,              // size and format, by SetFboInfo; fboHandleIndex comes back
+    CMD_DESTROY_FBO = 5,             // fboHandleIndex
+    CMD_CLEAR_FBO = 6,               // fboHandleIndex
+    CMD_DISPLAY_FBO = 7,             // blitInfo: source, both rectangles
+    CMD_BLIT = 8,                    // blitInfo
+    CMD_DRAW_TEXT = 9,               // textInfo
+    CMD_DISPLAY_BITMAP = 10,         // bitmap, by SetBitmapInfo
+    CMD_DRAW_BITMAP = 11,            // fboHandleIndex; bitmap, by SetBitmapInfo
+    CMD_DRAW_RECT = 12,              // rectInfo
+    CMD_DRAW_ROUND = 13,             // roundInfo
+    CMD_LOAD_FONT = 14,              // path and size, by SetFontLibInfo
+    CMD_REFRESH_ON_SCREEN = 15,      // nothing
 };
+
+// Whether the sender blocks until the command has been executed; what it left in the draw thread beforehand
+// stays untouched until then. The other kinds are queued, and everything that they need is in the command.
+constexpr bool SenderWaits(TagCmd kind) {
+    switch (kind) {
+        case CMD_CREATE_GL_CONTEXT:
+        case CMD_DESTROY_GL_CONTEXT:
+        case CMD_INIT:
+        case CMD_CONNECT_WINDOW_SURFACE:
+        case CMD_CREATE_FBO:
+        case CMD_DESTROY_FBO:
+        case CMD_DISPLAY_BITMAP:
+        case CMD_DRAW_BITMAP:
+        case CMD_LOAD_FONT:
+            return true;
+        case CMD_CLEAR_FBO:
+        case CMD_DISPLAY_FBO:
+        case CMD_BLIT:
+        case CMD_DRAW_TEXT:
+        case CMD_DRAW_RECT:
+        case CMD_DRAW_ROUND:
+        case CMD_REFRESH_ON_SCREEN:
+            return false;
+    }
+    return false;
+}
 
 // One request on its way to the draw thread.
 //

@@ -134,7 +134,7 @@ int KivGLDrawSurface::KivRefreshOnSrceen() noexcept {
         return RESULT_NO_CONTEXT;
     }
     auto cmd = std::make_shared<DrawCmd>(CMD_REFRESH_ON_SCREEN);
-    drawThread->SendCmdToQueue(cmd);
+    SendToQueue(*drawThread, cmd);
     return RESULT_OK;
 }
 

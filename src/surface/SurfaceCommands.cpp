@@ -1,5 +1,7 @@
 #include "surface/SurfaceCommands.h"
 
+#include <cassert>
+
 #include <android/log.h>
 
 #include "ClearedRecord.h"
@@ -31,7 +33,13 @@ int FindFBO(GLDrawThread& drawThread, unsigned int handle, TagFrameBuffObject& f
     return status;
 }
 
+void SendToQueue(GLDrawThread& drawThread, std::shared_ptr<DrawCmd>& cmd) {
+    assert(!SenderWaits(cmd->GetCmd()));
+    drawThread.SendCmdToQueue(cmd);
+}
+
 int SendAndWait(GLDrawThread& drawThread, std::shared_ptr<DrawCmd>& cmd) {
+    assert(SenderWaits(cmd->GetCmd()));
     return TranslateResult(drawThread.SendCmdAndWaitResponse(cmd));
 }
 

@@ -23,7 +23,10 @@ inline unsigned int PixelHeight(const TagFrameBuffObject& fbo) {
     return static_cast<unsigned int>(fbo.height);
 }
 
-// Send a command, wait until it has been executed and return its public result code.
+// Queues a command, of a kind whose sender does not wait.
+void SendToQueue(GLDrawThread& drawThread, std::shared_ptr<DrawCmd>& cmd);
+
+// Send a command, of a kind whose sender waits, until it has been executed and return its public result code.
 int SendAndWait(GLDrawThread& drawThread, std::shared_ptr<DrawCmd>& cmd);
 int SendAndWait(GLDrawThread& drawThread, TagCmd kind);
 

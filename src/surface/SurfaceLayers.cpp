@@ -45,7 +45,7 @@ int KivGLDrawSurface::KivClearGLFBO(unsigned int handle) noexcept {
     }
     auto cmd = std::make_shared<DrawCmd>(CMD_CLEAR_FBO);
     cmd->SetFboHandleIndex(handle);
-    drawThread->SendCmdToQueue(cmd);
+    SendToQueue(*drawThread, cmd);
     return RESULT_OK;
 }
 
@@ -72,7 +72,7 @@ int KivGLDrawSurface::KivDisplayFBO(unsigned int handle, const TagKivRectInfo& s
     info->SetDstRect(destination);
     auto cmd = std::make_shared<DrawCmd>(CMD_DISPLAY_FBO);
     cmd->SetBlitInfo(info);
-    drawThread->SendCmdToQueue(cmd);
+    SendToQueue(*drawThread, cmd);
     return RESULT_OK;
 }
 
@@ -102,7 +102,7 @@ int KivGLDrawSurface::KivBlit(const TagKivBlitInfo& blit) noexcept {
     info->SetDstRect(destination);
     auto cmd = std::make_shared<DrawCmd>(CMD_BLIT);
     cmd->SetBlitInfo(info);
-    drawThread->SendCmdToQueue(cmd);
+    SendToQueue(*drawThread, cmd);
     return RESULT_OK;
 }
 

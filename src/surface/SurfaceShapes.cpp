@@ -43,7 +43,7 @@ void KivGLDrawSurface::DrawRect(const TagFrameBuffObject& fbo, const TagKivRectI
     info->SetRectColor(glColor);
     auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_RECT);
     cmd->SetRectInfo(info);
-    drawThread->SendCmdToQueue(cmd);
+    SendToQueue(*drawThread, cmd);
 }
 
 void KivGLDrawSurface::DrawBackground(const TagFrameBuffObject& fbo, const TagKivRectInfo& rect,
@@ -75,7 +75,7 @@ int KivGLDrawSurface::KivDrawRound(unsigned int handle, const TagKivRoundInfo& r
     info->SetRoundColor(glColor);
     auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_ROUND);
     cmd->SetRoundInfo(info);
-    drawThread->SendCmdToQueue(cmd);
+    SendToQueue(*drawThread, cmd);
     return RESULT_OK;
 }
 

@@ -63,7 +63,7 @@ void KivGLDrawSurface::DrawText(const TagFrameBuffObject& fbo, TagKivTextInfo& t
     (void)info->SetTextInfo(glText);  // without a text it draws nothing, and has logged why
     auto cmd = std::make_shared<DrawCmd>(CMD_DRAW_TEXT);
     cmd->SetTextInfo(info);
-    drawThread->SendCmdToQueue(cmd);
+    SendToQueue(*drawThread, cmd);
 }
 
 void KivGLDrawSurface::DrawTextUnderline(const TagFrameBuffObject& fbo, const TagKivTextInfo& text,
