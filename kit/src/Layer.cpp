@@ -1,0 +1,302 @@
+#include "kivgles/kit/Layer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <utility>
+#include <vector>
+
+#include "Device.h"
+#include "LayerState.h"
+#include "Pixels.h"
+#include "Spans.h"
+#include "kivgles/kit/Error.h"
+#include "kivgles/kit/Screen.h"
+
+namespace kivgles::kit {
+
+namespace {
+
+// A round of the core has 36 corners: up to this radius, in pixels of GL, it is a circle to half a pixel.
+constexpr double MAX_ROUND_RADIUS = 128;
+
+std::unique_ptr<LayerState> MakeState(const std::shared_ptr<Device>& device, const Size& size, int factor) {
+    constexpr char OPERATION[] = "Layer";
+    if (size.width <= 0 || size.height <= 0 || factor < 1 || factor > 2) {
+        throw Error(OPERATION, Error::INVALID_ARGUMENT);
+    }
+    if (std::max(size.width, size.height) > device->MaxLayerSide() / factor) {
+        throw Error(OPERATION, Error::TOO_LARGE);
+    }
+    return std::make_unique<LayerState>(device, size, factor, OPERATION);
+}
+
+LayerState& StateOf(const std::unique_ptr<LayerState>& state, const char* operation) {
+    if (state == nullptr) {
+        throw Error(operation, Error::INVALID_ARGUMENT);
+    }
+    return *state;
+}
+
+// Several rectangles of one colour, with nothing of other threads' in between.
+void Fill(LayerState& layer, const std::vector<Rect>& rects, const Color& color, const char* operation) {
+    const auto lock = layer.device->Lock();
+    (void)layer.device->Surface(
+        operation);  // an error without one, whether or not there is something to fill
+    for (const Rect& rect : rects) {
+        layer.Fill(rect, color, operation);
+    }
+}
+
+bool IsWhole(double number) { return number == std::floor(number); }
+
+// Whether the core draws this disc as it should be: its centre is whole and unsigned, its corners are not
+// seen.
+bool IsRoundOfCore(const Point& center, double radius) {
+    constexpr double FAR = 1 << 20;
+    return center.x >= 0 && center.x < FAR && center.y >= 0 && center.y < FAR && radius > 0 &&
+           radius <= MAX_ROUND_RADIUS && IsWhole(center.x) && IsWhole(center.y) && IsWhole(radius);
+}
+
+// In pixels of GL.
+void FillDisc(LayerState& layer, const Point& center, double radius, const Color& color,
+              const char* operation) {
+    if (!IsRoundOfCore(center, radius)) {
+        Fill(layer, DiscSpans(center, radius, layer.Bounds()), color, operation);
+        return;
+    }
+    const auto lock = layer.device->Lock();
+    const auto wholeRadius = static_cast<std::uint32_t>(radius);
+    Check(layer.device->Surface(operation).KivDrawRound(
+              layer.handle,
+              {static_cast<std::uint32_t>(center.x), static_cast<std::uint32_t>(center.y), wholeRadius,
+               wholeRadius},
+              Premultiplied(color)),
+          operation);
+}
+
+// Where `visible`, a part of `whole`, lies in what is scaled to fill `whole`.
+Rect PartOf(const Rect& scaled, const Rect& whole, const Rect& visible) {
+    const auto at = [](std::int64_t position, int from, int to) {
+        return static_cast<int>((position * to + from / 2) / from);
+    };
+    const int left = at(std::int64_t{visible.x} - whole.x, whole.width, scaled.width);
+    const int top = at(std::int64_t{visible.y} - whole.y, whole.height, scaled.height);
+    const int right = at(std::int64_t{visible.x} - whole.x + visible.width, whole.width, scaled.width);
+    const int bottom = at(std::int64_t{visible.y} - whole.y + visible.height, whole.height, scaled.height);
+    return {scaled.x + left, scaled.y + top, right - left, bottom - top};
+}
+
+// In pixels of GL; what lies outside of either layer is left out. The lock is held.
+void CopyPart(const LayerState& source, const Rect& from, const LayerState& target, const Rect& to,
+              const char* operation) {
+    KivGLDrawSurface& surface = target.device->Surface(operation);
+    if (IsEmpty(from) || IsEmpty(to)) {
+        return;
+    }
+    const Rect visibleFrom = source.Visible(from);
+    if (IsEmpty(visibleFrom)) {
+        return;
+    }
+    const Rect reached = PartOf(to, from, visibleFrom);
+    const Rect visibleTo = target.Visible(reached);
+    if (IsEmpty(visibleTo)) {
+        return;
+    }
+    const Rect copied = PartOf(visibleFrom, reached, visibleTo);
+    if (!IsEmpty(copied)) {
+        Check(surface.KivBlit({source.handle, target.handle, Unsigned(copied), Unsigned(visibleTo)}),
+              operation);
+    }
+}
+
+// A rectangle of a target as the core takes it for a bitmap: as if the target had the window's size. False if
+// that does not come out even.
+bool ForBitmap(const Rect& rect, const Size& target, const Size& window, TagKivRectInfo& converted) {
+    bool isEven = rect.x >= 0 && rect.y >= 0;
+    const auto convert = [&isEven](int number, int from, int to) {
+        const std::int64_t product = std::int64_t{number} * to;
+        isEven = isEven && product % from == 0;
+        return static_cast<std::uint32_t>(product / from);
+    };
+    converted = {convert(rect.x, target.width, window.width), convert(rect.y, target.height, window.height),
+                 convert(rect.width, target.width, window.width),
+                 convert(rect.height, target.height, window.height)};
+    return isEven;
+}
+
+// Draws an image into layers, with the lock held.
+class ImagePainter {
+ public:
+    ImagePainter(LayerState& targetLayer, const Image& image, bool isBlended, const char* name)
+        : layer(targetLayer), surface(layer.device->Surface(name)), blended(isBlended), operation(name) {
+        bitmap.data = blended ? StraightPixels(image, converted) : PremultipliedPixels(image, converted);
+        bitmap.format = KIV_COLOR_FORMAT_RGBA8888;
+        bitmap.width = static_cast<std::uint32_t>(image.size.width);
+        bitmap.height = static_cast<std::uint32_t>(image.size.height);
+    }
+
+    // In pixels of GL.
+    void Draw(const Rect& to) {
+        const Size window = layer.device->WindowSize();
+        if (ForBitmap(to, layer.Bounds(), window, bitmap.dstRect)) {
+            DrawInto(layer.handle);
+        } else {
+            DrawByWayOfScratch(to, window);
+        }
+    }
+
+ private:
+    void DrawInto(unsigned int handle) {
+        Check(blended ? surface.KivDrawBitmapByBlend(handle, bitmap) : surface.KivDrawBitmap(handle, bitmap),
+              operation);
+    }
+
+    // Into the top-left corner of a layer where it comes out even, and from there, cut off, to where it goes.
+    void DrawByWayOfScratch(const Rect& to, const Size& window) {
+        Size size = {to.width, to.height};
+        const unsigned int scratch = layer.device->Scratch(size, operation);
+        const Rect visible = layer.Visible(to);
+        const Rect part = {visible.x - to.x, visible.y - to.y, visible.width, visible.height};
+        if (blended) {
+            Check(surface.KivBlit({layer.handle, scratch, Unsigned(visible), Unsigned(part)}), operation);
+        }
+        (void)ForBitmap({0, 0, to.width, to.height}, size, window,
+                        bitmap.dstRect);  // even for each scratch layer
+        DrawInto(scratch);
+        Check(surface.KivBlit({scratch, layer.handle, Unsigned(part), Unsigned(visible)}), operation);
+    }
+
+    LayerState& layer;
+    KivGLDrawSurface& surface;
+    bool blended;
+    const char* operation;
+    std::vector<std::uint8_t> converted;  // pixels, if they are not as they are needed
+    TagKivBitmapInfo bitmap{};
+};
+
+void DrawImage(LayerState& layer, const Image& image, const Rect& to, bool blended, const char* operation) {
+    if (image.pixels == nullptr || IsEmpty({0, 0, image.size.width, image.size.height})) {
+        throw Error(operation, Error::INVALID_ARGUMENT);
+    }
+    const int longest = std::max({image.size.width, image.size.height, to.width, to.height});
+    if (longest > layer.device->MaxLayerSide()) {
+        throw Error(operation, Error::TOO_LARGE);
+    }
+    const auto lock = layer.device->Lock();
+    ImagePainter painter(layer, image, blended, operation);
+    if (!IsEmpty(layer.Visible(to))) {
+        painter.Draw(to);
+    }
+}
+
+}  // namespace
+
+Layer::Layer(Screen& screen, kit::Size size, int factor) : state(MakeState(screen.device, size, factor)) {}
+
+Layer::~Layer() = default;
+Layer::Layer(Layer&& other) noexcept = default;
+Layer& Layer::operator=(Layer&& other) noexcept = default;
+
+kit::Size Layer::Size() const {
+    const LayerState& layer = StateOf(state, "Layer::Size");
+    return {layer.width / layer.factor, layer.height / layer.factor};
+}
+
+int Layer::Factor() const { return StateOf(state, "Layer::Factor").factor; }
+
+void Layer::Clear(const Color& color) {
+    LayerState& layer = StateOf(state, "Layer::Clear");
+    Fill(layer, {{0, 0, layer.width, layer.height}}, color, "Layer::Clear");
+}
+
+void Layer::Rectangle(const Rect& rect, const Color& color) {
+    LayerState& layer = StateOf(state, "Layer::Rectangle");
+    Fill(layer, {layer.Scaled(rect)}, color, "Layer::Rectangle");
+}
+
+void Layer::RoundedRectangle(const Rect& rect, double radius, const Color& color) {
+    constexpr char OPERATION[] = "Layer::RoundedRectangle";
+    LayerState& layer = StateOf(state, OPERATION);
+    const Rect box = layer.Scaled(rect);
+    if (IsEmpty(box) || std::isnan(radius)) {
+        return;
+    }
+    const int longest = std::min(box.width, box.height) / 2;
+    const int r =
+        static_cast<int>(std::lround(std::clamp(radius * layer.factor, 0.0, double{1.0} * longest)));
+    Fill(layer,
+         {{box.x, box.y + r, box.width, box.height - 2 * r},
+          {box.x + r, box.y, box.width - 2 * r, r},
+          {box.x + r, box.y + box.height - r, box.width - 2 * r, r}},
+         color, OPERATION);
+    for (const int x : {box.x + r, box.x + box.width - r}) {
+        for (const int y : {box.y + r, box.y + box.height - r}) {
+            FillDisc(layer, {double{1.0} * x, double{1.0} * y}, r, color, OPERATION);
+        }
+    }
+}
+
+void Layer::Disc(const Point& center, double radius, const Color& color) {
+    LayerState& layer = StateOf(state, "Layer::Disc");
+    FillDisc(layer, layer.Scaled(center), radius * layer.factor, color, "Layer::Disc");
+}
+
+void Layer::Ring(const Point& center, double radius, double thickness, const Color& color) {
+    Arc(center, radius, thickness, 0, 360, color);
+}
+
+void Layer::Arc(const Point& center, double radius, double thickness, double start, double sweep,
+                const Color& color) {
+    LayerState& layer = StateOf(state, "Layer::Arc");
+    Fill(layer,
+         ArcSpans(layer.Scaled(center), radius * layer.factor, thickness * layer.factor, start, sweep,
+                  layer.Bounds()),
+         color, "Layer::Arc");
+}
+
+void Layer::Line(const Point& from, const Point& to, double thickness, const Color& color) {
+    LayerState& layer = StateOf(state, "Layer::Line");
+    Fill(layer, LineSpans(layer.Scaled(from), layer.Scaled(to), thickness * layer.factor, layer.Bounds()),
+         color, "Layer::Line");
+}
+
+void Layer::Bar(const Rect& rect, double level, const Color& filled, const Color& rest) {
+    LayerState& layer = StateOf(state, "Layer::Bar");
+    const Rect box = layer.Scaled(rect);
+    if (IsEmpty(box)) {
+        return;
+    }
+    const double share = level > 0 ? std::min(level, 1.0) : 0;  // not a number is not above 0
+    const int width = static_cast<int>(std::lround(share * box.width));
+    Fill(layer, {{box.x, box.y, width, box.height}}, filled, "Layer::Bar");
+    Fill(layer, {{box.x + width, box.y, box.width - width, box.height}}, rest, "Layer::Bar");
+}
+
+void Layer::Draw(const Image& image, const Rect& to) {
+    LayerState& layer = StateOf(state, "Layer::Draw");
+    DrawImage(layer, image, layer.Scaled(to), false, "Layer::Draw");
+}
+
+void Layer::Blend(const Image& image, const Rect& to) {
+    LayerState& layer = StateOf(state, "Layer::Blend");
+    DrawImage(layer, image, layer.Scaled(to), true, "Layer::Blend");
+}
+
+void Layer::Copy(const Layer& source, const Rect& from, const Rect& to) {
+    constexpr char OPERATION[] = "Layer::Copy";
+    LayerState& layer = StateOf(state, OPERATION);
+    LayerState& other = StateOf(source.state, OPERATION);
+    if (&other == &layer || other.device != layer.device) {
+        throw Error(OPERATION, Error::INVALID_ARGUMENT);
+    }
+    const auto lock = layer.device->Lock();
+    CopyPart(other, other.Scaled(from), layer, layer.Scaled(to), OPERATION);
+}
+
+void Layer::Copy(const Layer& source, int x, int y) {
+    const kit::Size size = source.Size();
+    Copy(source, {0, 0, size.width, size.height}, {x, y, size.width, size.height});
+}
+
+}  // namespace kivgles::kit

@@ -1,0 +1,49 @@
+#include "LayerState.h"
+
+#include <algorithm>
+#include <cstdint>
+
+#include "Pixels.h"
+#include "Spans.h"
+
+namespace kivgles::kit {
+
+LayerState::LayerState(const std::shared_ptr<Device>& layerDevice, const Size& size, int layerFactor,
+                       const char* operation)
+    : device(layerDevice),
+      width(size.width * layerFactor),
+      height(size.height * layerFactor),
+      factor(layerFactor) {
+    const auto lock = device->Lock();
+    device->Add(*this, operation);
+}
+
+LayerState::~LayerState() {
+    const auto lock = device->Lock();
+    device->Remove(*this);
+}
+
+Rect LayerState::Scaled(const Rect& rect) const {
+    const auto scaled = [this](int number) {
+        constexpr std::int64_t FAR = 1 << 29;
+        return static_cast<int>(std::clamp(std::int64_t{number} * factor, -FAR, FAR));
+    };
+    return {scaled(rect.x), scaled(rect.y), scaled(rect.width), scaled(rect.height)};
+}
+
+Rect LayerState::Visible(const Rect& rect) const { return Intersect(rect, {0, 0, width, height}); }
+
+void LayerState::Fill(const Rect& rect, const Color& color, const char* operation) {
+    const Rect visible = Visible(rect);
+    if (!IsEmpty(visible)) {
+        Check(device->Surface(operation).KivDrawRect(handle, Unsigned(visible), Premultiplied(color)),
+              operation);
+    }
+}
+
+TagKivRectInfo Unsigned(const Rect& rect) {
+    return {static_cast<std::uint32_t>(rect.x), static_cast<std::uint32_t>(rect.y),
+            static_cast<std::uint32_t>(rect.width), static_cast<std::uint32_t>(rect.height)};
+}
+
+}  // namespace kivgles::kit

@@ -1,0 +1,47 @@
+#ifndef KIVGLES_KIT_LAYERSTATE_H
+#define KIVGLES_KIT_LAYERSTATE_H
+
+#include <memory>
+#include <vector>
+
+#include "Device.h"
+#include "kivgles/kit/Geometry.h"
+
+namespace kivgles::kit {
+
+// A layer of the core, with the size that is needed to make it anew.
+//
+// Owner:  a Layer. It stays where it is when the Layer is moved: the device knows it by its address.
+// Thread: any, with the device's lock held; construction and destruction take it.
+// Units:  pixels of GL, that is of what is shown times the factor, unless said otherwise.
+class LayerState {
+ public:
+    // The size in pixels of what is shown.
+    LayerState(const std::shared_ptr<Device>& layerDevice, const Size& size, int layerFactor,
+               const char* operation);
+    ~LayerState();
+    LayerState(const LayerState&) = delete;
+    LayerState& operator=(const LayerState&) = delete;
+
+    // From pixels of what is shown; numbers far outside of any layer are cut down, so that sums hold.
+    Rect Scaled(const Rect& rect) const;
+    Point Scaled(const Point& point) const { return {point.x * factor, point.y * factor}; }
+    Size Bounds() const { return {width, height}; }
+    // The part of a rectangle that is in the layer.
+    Rect Visible(const Rect& rect) const;
+
+    void Fill(const Rect& rect, const Color& color, const char* operation);
+
+    const std::shared_ptr<Device> device;
+    const int width;
+    const int height;
+    const int factor;
+    unsigned int handle = 0;  // changes with the surface
+};
+
+// As the core takes what has been cut off at the edges, where no number is negative.
+TagKivRectInfo Unsigned(const Rect& rect);
+
+}  // namespace kivgles::kit
+
+#endif  // KIVGLES_KIT_LAYERSTATE_H
