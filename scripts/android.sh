@@ -1,46 +1,54 @@
 #!/usr/bin/env bash
 # android.sh [ABI]...
-# Compiles and links the library for Android (arm64-v8a and x86_64 unless said otherwise) over Debian's headers, and
-# looks at the result: its name, its pages, what it exports, which libraries it needs and what it needs of them.
-# No NDK takes part and nothing is run.
+# Compiles and links the library for Android (arm64-v8a, armeabi-v7a and x86_64 unless said otherwise) over Debian's
+# headers, and looks at the result: its name, its pages, what it exports, which libraries it needs and what it needs of
+# them. No NDK takes part and nothing is run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build_root=${KIVGLES_ANDROID_BUILD:-build/android}
-kept=tests/abi/android
+needs=tests/abi/android.txt
 
-scripts/setup.sh build checks lld llvm libc++-14-dev android-liblog-dev libc6-dev-arm64-cross libc6-dev-amd64-cross
+scripts/setup.sh build checks lld llvm libc++-14-dev android-liblog-dev \
+    libc6-dev-arm64-cross libc6-dev-armel-cross libc6-dev-amd64-cross
 
 host_libraries=/usr/lib/$(g++ -print-multiarch)
 
-# stub_library SYSROOT TARGET NAME <NAMES: a library that has the names on its input, and nothing behind them.
+# stub_library SYSROOT TARGET LIBRARY <NAMES: a library that has the names on its input, and nothing behind them.
 stub_library() {
-    awk '{ print ".globl " $1 "\n.type " $1 ", " ($1 ~ /^_ZT|^__stack_chk_guard$/ ? "@object" : "@function")
-           print $1 ": .byte 0" }' |
-        clang --target="$2" -fuse-ld=lld -nostdlib -shared -Wl,-soname,"$3.so" -x assembler - -o "$1/usr/lib/$3.so"
+    local object=$1/stub.o
+    awk -v scope="$([[ $3 != *.a ]] || echo .hidden)" '
+        { print ".globl " $1 "\n.type " $1 ", " ($1 ~ /^_ZT/ ? "%object" : "%function") "\n" $1 ": .byte 0" }
+        scope { print scope " " $1 }' | clang --target="$2" -c -x assembler - -o "$object"
+    case $3 in
+        *.a) llvm-ar rcs "$1/usr/lib/$3" "$object" ;;
+        *.so) clang --target="$2" -fuse-ld=lld -nostdlib -shared -Wl,-soname,"$3" "$object" -o "$1/usr/lib/$3" ;;
+    esac
 }
 
-exported() { nm --dynamic --defined-only --format=just-symbols "$@" | sed '/:$/d; /^$/d; s/@.*//' | LC_ALL=C sort -u; }
+mapfile -t libraries < <(sed '/^#/d; s/ .*//' $needs | uniq)
+# needed LIBRARY: the names that are needed of it.
+needed() { sed -n "s/^$1 //p" $needs | tr ' ' '\n'; }
 
-# make_sysroot SYSROOT TARGET CPU
+exported() { nm --quiet --dynamic --defined-only --format=just-symbols "$@" | sed '/:$/d; /^$/d; s/@.*//' | LC_ALL=C sort -u; }
+
+# make_sysroot SYSROOT TARGET HEADERS_OF_THE_C_LIBRARY
 make_sysroot() {
     local include=$1/usr/include libcxx=/usr/lib/llvm-14/include/c++/v1 library
     rm -rf "$1"
     mkdir -p "$include/c++" "$1/usr/lib"
     ln -s /usr/include/{EGL,GLES2,KHR,freetype2} "$include"
-    ln -s "/usr/$3-linux-gnu/include" "$include/$3"
+    ln -s "/usr/$3/include" "$include/c"
     ln -s /usr/include/android "$include/android"
 
     # The NDK's C++ library differs from Debian's of the same make by its inline namespace.
     ln -s "$libcxx" "$include/c++/v1"
     sed 's,/\* #undef _LIBCPP_ABI_NAMESPACE \*/,#define _LIBCPP_ABI_NAMESPACE __ndk1,' "$libcxx/__config_site" \
         >"$include/c++/__config_site"
-    exported "$host_libraries"/lib{c++,c++abi}.so.1 | sed 's/3__1/6__ndk1/g' |
-        cat - $kept/unwinder.txt | stub_library "$1" "$2" libc++_shared
-
-    # FreeType is the application's; Android's own libraries have what the kept lists say.
-    exported "$host_libraries"/libfreetype.so.6 | stub_library "$1" "$2" libfreetype
-    for library in libEGL libGLESv2 liblog libc libm libdl; do
-        stub_library "$1" "$2" "$library" <"$kept/$library.txt"
+    for library in "${libraries[@]}"; do
+        case $library in
+            libc++_shared.so) exported "$host_libraries"/lib{c++,c++abi}.so.1 | sed 's/3__1/6__ndk1/g' ;;
+            libfreetype.so) exported "$host_libraries"/libfreetype.so.6 ;;
+        esac | cat - <(needed "$library") | stub_library "$1" "$2" "$library"
     done
 }
 
@@ -58,7 +66,7 @@ inspect() {
     dynamic=$(readelf --wide --dynamic "$1")
     expect "the library's name carries no version" "libkivgles.so" \
         "$(sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p' <<<"$dynamic")"
-    expect "the libraries it needs" "$(cat $kept/needed.txt)" \
+    expect "the libraries it needs" "$(printf '%s\n' "${libraries[@]}" | grep -v '\.a$')" \
         "$(sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' <<<"$dynamic" | LC_ALL=C sort)"
     expect "the code is not changed when it is loaded" "" "$(grep TEXTREL <<<"$dynamic" || true)"
 
@@ -75,18 +83,19 @@ inspect() {
 
 abis=("$@")
 if ((${#abis[@]} == 0)); then
-    abis=(arm64-v8a x86_64)
+    abis=(arm64-v8a armeabi-v7a x86_64)
 fi
 for abi in "${abis[@]}"; do
     case $abi in
-        arm64-v8a) cpu=aarch64 ;;
-        x86_64) cpu=x86_64 ;;
+        arm64-v8a) cpu=aarch64 headers=aarch64-linux-gnu ;;
+        armeabi-v7a) cpu=armv7a headers=arm-linux-gnueabi ;;
+        x86_64) cpu=x86_64 headers=x86_64-linux-gnu ;;
         *) echo "android: no such ABI: $abi" >&2 && exit 2 ;;
     esac
     echo "android: building for $abi"
     build=$build_root/$abi
     sysroot=$(realpath -m "$build/sysroot")
-    make_sysroot "$sysroot" "$cpu-linux-android21" "$cpu"
+    make_sysroot "$sysroot" "$cpu-linux-android21" "$headers"
     cmake -S . -B "$build" -G Ninja -DCMAKE_TOOLCHAIN_FILE=cmake/toolchains/android-headers.cmake \
         -DANDROID_ABI="$abi" -DKIVGLES_ANDROID_SYSROOT="$sysroot" \
         -DCMAKE_BUILD_TYPE=Release -DKIVGLES_WARNINGS_AS_ERRORS=ON

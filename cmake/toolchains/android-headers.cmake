@@ -2,7 +2,7 @@
 # makes of Debian's headers and of libraries that have names and no code. It finds out whether the sources and the
 # build fit Android; what it makes is looked at and not run. Shipping is the NDK's android.toolchain.cmake's.
 #
-# ANDROID_ABI              arm64-v8a or x86_64
+# ANDROID_ABI              arm64-v8a, armeabi-v7a or x86_64
 # KIVGLES_ANDROID_SYSROOT  what scripts/android.sh has made for that ABI
 
 set(CMAKE_SYSTEM_NAME Android)
@@ -15,10 +15,12 @@ set(ANDROID_STL c++_shared)
 set(ANDROID_NDK_MAJOR 0)
 if(ANDROID_ABI STREQUAL "arm64-v8a")
     set(CMAKE_SYSTEM_PROCESSOR aarch64)
+elseif(ANDROID_ABI STREQUAL "armeabi-v7a")
+    set(CMAKE_SYSTEM_PROCESSOR armv7a)
 elseif(ANDROID_ABI STREQUAL "x86_64")
     set(CMAKE_SYSTEM_PROCESSOR x86_64)
 else()
-    message(FATAL_ERROR "ANDROID_ABI is arm64-v8a or x86_64, not '${ANDROID_ABI}'")
+    message(FATAL_ERROR "ANDROID_ABI is arm64-v8a, armeabi-v7a or x86_64, not '${ANDROID_ABI}'")
 endif()
 
 set(CMAKE_CXX_COMPILER clang++)
@@ -30,7 +32,7 @@ set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 
 # The headers, in the order of the NDK's: C++, then the system's.
 set(CMAKE_CXX_FLAGS_INIT "-nostdinc++")
-foreach(folder IN ITEMS c++ c++/v1 android ${CMAKE_SYSTEM_PROCESSOR})
+foreach(folder IN ITEMS c++ c++/v1 android c)
     string(APPEND CMAKE_CXX_FLAGS_INIT " -isystem ${CMAKE_SYSROOT}/usr/include/${folder}")
 endforeach()
 if(ANDROID_ABI STREQUAL "arm64-v8a")
@@ -41,7 +43,7 @@ endif()
 # The libraries that the NDK's clang links by itself.
 set(CMAKE_SHARED_LINKER_FLAGS_INIT
     "-Qunused-arguments -fuse-ld=lld -nostartfiles -nodefaultlibs -L${CMAKE_SYSROOT}/usr/lib")
-set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "-lc++_shared -lm -lc -ldl")
+set(CMAKE_CXX_STANDARD_LIBRARIES_INIT "-lc++_shared -lm -lc -ldl -lbuiltins")
 set(CMAKE_CXX_STANDARD_LIBRARIES "${CMAKE_CXX_STANDARD_LIBRARIES_INIT}")
 
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
