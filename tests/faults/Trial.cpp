@@ -16,7 +16,7 @@
 #include "bounds_checked.h"
 #include "support/Process.h"
 #include "support/Recorder.h"
-#include "support/Scenario.h"
+#include "support/ScenarioClient.h"
 
 // The linker sends the library's calls of memcpy_s and malloc here, and ours there.
 extern "C" errno_t __real_memcpy_s(void* dest, rsize_t destSize, const void* src, rsize_t count);
@@ -68,13 +68,23 @@ bool MayLeave(const std::string& function, const std::string& kind) {
 // What a step logs as errors.
 std::vector<std::string> Errors(const Step& step) {
     std::vector<std::string> errors;
-    std::istringstream trace(step.trace);
-    for (std::string line; std::getline(trace, line);) {
-        if (line.compare(0, 2, "E ") == 0) {
-            errors.push_back(line);
+    for (const TraceLine& line : step.trace) {
+        if (line.text.compare(0, 2, "E ") == 0) {
+            errors.push_back(line.text);
         }
     }
     return errors;
+}
+
+// What a refresh shows: the rows below the call.
+std::vector<std::string> Picture(const Step& refresh) {
+    std::vector<std::string> rows;
+    for (const TraceLine& line : refresh.trace) {
+        if (line.text.compare(0, 2, "y ") == 0) {
+            rows.push_back(line.text);
+        }
+    }
+    return rows;
 }
 
 std::string Change(const Step& kept, const Step& now) {
@@ -87,7 +97,11 @@ std::string Change(const Step& kept, const Step& now) {
 // What a step does: "bitmap", "bitmap=101" where it is refused, with '!' where it logs a failure.
 std::string Name(const Step& kept) {
     const std::string answer = kept.Result() == 0 ? "" : "=" + kept.answer;
-    return kept.Verb() + answer + (kept.trace.find(" fail ") == std::string::npos ? "" : "!");
+    const std::vector<std::string> errors = Errors(kept);
+    const bool failed = std::any_of(errors.begin(), errors.end(), [](const std::string& error) {
+        return error.find(" fail ") != std::string::npos;
+    });
+    return kept.Verb() + answer + (failed ? "!" : "");
 }
 
 // What the fault has changed, as effects.txt has it: first what the operation is. `first` is the call in the
@@ -121,7 +135,7 @@ class Trial {
 
     const Scenario& scenario;
     const Fault fault;
-    Client client;
+    ScenarioClient client;
     std::string command;  // at work
     bool faultCame = false;
     bool allWell = true;
@@ -222,7 +236,7 @@ void Trial::DrawPicture(const std::string& when, bool inNewContext) {
         const std::string verb = step.Verb();
         if (inNewContext || (verb != "create" && verb != "connect" && verb != "destroy")) {
             const Step now = Take(verb == "connect" ? "connect 4" : step.command);
-            Check(now.answer == step.answer && (verb != "refresh" || now.trace == step.trace),
+            Check(now.answer == step.answer && (verb != "refresh" || Picture(now) == Picture(step)),
                   when + ", the picture is not drawn");
         }
     }

@@ -1,57 +1,98 @@
 // What clients do, and what comes of it, which is as much a promise as the picture: the scenarios beside this
-// file, played again.
-//
-// After a change that is meant: read the difference, and copy the new file over the kept one. The failure
-// says where both are.
+// file.
 
-#include <filesystem>
-#include <fstream>
+#include <algorithm>
+#include <map>
 
+#include <android/log.h>
 #include <gtest/gtest.h>
 
+#include "support/Process.h"
 #include "support/Recorder.h"
-#include "support/Scenario.h"
+#include "support/ScenarioClient.h"
 
 namespace kivgles {
 namespace {
 
-std::string Written(const std::string& comment, const std::vector<Step>& steps) {
-    std::string text = comment;
-    for (const Step& step : steps) {
-        text += "> " + step.command + "\n= " + step.answer + "\n" + step.trace;
+// What came, with the objects of GL, EGL and FreeType under the names that the scenario has for them. The
+// line in which an object is made gives it its name: "glGenBuffers(1) = OSDRect's buffer".
+class Names {
+ public:
+    std::string In(std::string line) const {
+        for (const auto& [object, name] : names) {
+            for (std::size_t at = line.find(object); at != std::string::npos; at = line.find(object)) {
+                line.replace(at, object.size(), name);
+            }
+        }
+        return line;
+    }
+    void Learn(const std::string& expected, const std::string& came) {
+        const std::size_t name = expected.find(MADE);
+        const std::size_t object = came.find(MADE + std::string("<"));
+        if (name != std::string::npos && object != std::string::npos) {
+            names[came.substr(object + MADE.size())] = expected.substr(name + MADE.size());
+        }
+    }
+
+ private:
+    static inline const std::string MADE = " = ";
+    std::map<std::string, std::string> names;  // of objects as the recorder has them
+};
+
+std::string All(const std::vector<std::string>& lines) {
+    std::string text;
+    for (const std::string& line : lines) {
+        text += "\n    " + line;
     }
     return text;
 }
 
-std::vector<std::string> Names() {
-    std::vector<std::string> names;
-    for (const auto& entry : std::filesystem::directory_iterator(KIVGLES_TESTS "/scenarios")) {
-        if (entry.path().extension() == ".txt") {
-            names.push_back(entry.path().stem());
+// The first line that differs, or the answer if it does; nothing if all is as it should be.
+std::string Difference(const Step& expected, const Step& came, Names& names) {
+    std::vector<std::string> lines;
+    std::string difference;
+    const TraceLine end{"nothing more", expected.place};
+    for (std::size_t i = 0; i < std::max(expected.trace.size(), came.trace.size()); ++i) {
+        const TraceLine& line = i < expected.trace.size() ? expected.trace[i] : end;
+        std::string now = i < came.trace.size() ? came.trace[i].text : end.text;
+        names.Learn(line.text, now);
+        now = names.In(now);
+        if (difference.empty() && now != line.text) {
+            difference = "\n  " + line.place + "\n  expected: " + line.text + "\n  came:     " + now;
         }
+        lines.push_back(now);
     }
-    return names;
+    if (came.answer != expected.answer) {
+        difference += "\n  expected answer: " + expected.answer + "\n  came:            " + came.answer;
+    }
+    return difference.empty()
+               ? ""
+               : expected.place + "> " + expected.command + difference + "\n  all that came:" + All(lines);
 }
 
-class Scenarios : public testing::TestWithParam<std::string> {};
+class Scenarios : public testing::TestWithParam<std::string> {
+ protected:
+    static void SetUpTestSuite() {
+        __android_log_set_logger([](const __android_log_message*) {});  // a failure says what has to be known
+    }
+    void TearDown() override { AwaitThreadNum(threads); }  // those of GL too, for the next client's count
 
-// Says which step is the first to differ; the steps as they went now are in the file beside.
-TEST_P(Scenarios, GoesAsKept) {
+ private:
+    const std::size_t threads = ThreadNum();
+};
+
+TEST_P(Scenarios, GoAsTheirContractsSay) {
     const Scenario scenario = ReadScenario(GetParam());
-    std::vector<Step> steps;
-    Client client;
     recorder::Reset();
-    for (const Step& kept : scenario.steps) {
-        steps.push_back(client.Take(kept.command));
-    }
-    std::filesystem::create_directory("scenarios");
-    std::ofstream("scenarios/" + GetParam() + ".txt") << Written(scenario.comment, steps);
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        ASSERT_EQ(Written("", {scenario.steps[i]}), Written("", {steps[i]})) << "the first step that differs";
+    ScenarioClient client;
+    Names names;
+    for (const Step& step : scenario.steps) {
+        const std::string difference = Difference(step, client.Take(step.command), names);
+        ASSERT_TRUE(difference.empty()) << difference;
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(, Scenarios, testing::ValuesIn(Names()),
+INSTANTIATE_TEST_SUITE_P(, Scenarios, testing::ValuesIn(ScenarioNames()),
                          [](const auto& name) { return name.param; });
 
 }  // namespace

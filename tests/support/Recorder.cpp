@@ -41,14 +41,21 @@ struct Function {
 // Kind, the context that a GL name belongs to, name or address.
 using Object = std::tuple<std::string, EGLContext, std::uintptr_t>;
 
+// Uniform or attribute, its program, its location.
+using VariableKey = std::tuple<std::string, GLuint, GLint>;
+
+struct Size {
+    int width = 1;
+    int height = 1;
+};
+
 struct State {
     std::mutex mutex;
     std::map<std::string, Function> functions;
     std::vector<std::string> calls;
     std::vector<std::string> log;
     std::set<Object> objects;
-    std::map<std::pair<GLuint, GLint>, std::string> uniforms;  // of a program, at a location
-    std::map<GLint, std::string> attributes;                   // at a location: every program has one
+    std::map<VariableKey, std::string> variables;
 };
 
 std::atomic<bool> recording{false};
@@ -56,6 +63,9 @@ std::atomic<bool> pictures{false};
 thread_local int forwarding = 0;
 thread_local std::size_t ownLine = 0;  // of the call at work, counted from 1; 0: it is not recorded
 thread_local GLuint usedProgram = 0;
+thread_local GLuint boundTexture = 0;
+thread_local std::map<GLuint, Size> textureSizes;
+thread_local Size viewport;
 thread_local const FT_GlyphSlotRec_* slot = nullptr;  // of the glyph loaded last
 thread_local std::string glText;                      // GL's words about itself, asked for last
 thread_local EGLint injectedError = EGL_SUCCESS;
@@ -173,30 +183,71 @@ std::string Names(const char* kind, GLsizei n, const GLuint* names) {
 std::string Surface(EGLSurface surface) {
     return surface == nullptr ? "EGL_NO_SURFACE" : Name("surface", surface);
 }
-std::string Context(EGLContext context) { return context == nullptr ? "EGL_NO_CONTEXT" : "context"; }
-
-std::string Uniform(GLint location) {
-    return Locked([&](State& state) {
-        const auto name = state.uniforms.find({usedProgram, location});
-        return name == state.uniforms.end() ? std::to_string(location) : name->second;
-    });
-}
-std::string Attribute(GLuint index) {
-    return Locked([&](State& state) {
-        const auto name = state.attributes.find(static_cast<GLint>(index));
-        return name == state.attributes.end() ? std::to_string(static_cast<GLint>(index)) : name->second;
-    });
+std::string Context(EGLContext context) {
+    return context == nullptr ? "EGL_NO_CONTEXT" : Name("context", context);
 }
 
-// Vertices of two triangles to a quad, in texture or target coordinates: "left top right bottom, s t to s t".
-// Anything else is shown number by number.
-std::string Quad(const float* v) {
-    const float corners[] = {v[0], v[1], v[2], v[3],  v[4], v[1], v[6], v[3],  v[0], v[9], v[2], v[11],
-                             v[4], v[9], v[6], v[11], v[0], v[9], v[2], v[11], v[4], v[1], v[6], v[3]};
-    return std::equal(corners, corners + 24, v)
-               ? Text(v[0]) + " " + Text(v[1]) + " " + Text(v[4]) + " " + Text(v[9]) + ", " + Text(v[2]) +
-                     " " + Text(v[3]) + " to " + Text(v[6]) + " " + Text(v[11])
-               : List(v, 24);
+std::string Variable(const char* kind, GLint location) {
+    return Locked([&](State& state) {
+        const auto name = state.variables.find({kind, usedProgram, location});
+        return name == state.variables.end() ? std::to_string(location) : name->second;
+    });
+}
+std::string Uniform(GLint location) { return Variable("uniform", location); }
+std::string Attribute(GLuint index) { return Variable("attribute", static_cast<GLint>(index)); }
+
+// As #rrggbbaa where it is one of eight bits a component.
+std::string Color(const float* rgba) {
+    std::string text = "#";
+    for (const float* component = rgba; component != rgba + 4; ++component) {
+        char byte[8];
+        const float scaled = *component * 255;
+        (void)std::snprintf(byte, sizeof(byte), "%02x", static_cast<int>(std::round(scaled)) & 255);
+        text += byte;
+        if (std::fabs(scaled - std::round(scaled)) > 1e-4F || scaled < 0 || scaled > 255) {
+            return List(rgba, 4);
+        }
+    }
+    return text;
+}
+
+// To a thousandth: single precision leaves less over.
+std::string Length(double value) {
+    char text[24];
+    (void)std::snprintf(text, sizeof(text), "%.9g", std::round(value * 1000) / 1000 + 0.0);
+    return text;
+}
+// Of normalised device coordinates, in pixels of the viewport from its upper left corner; as they are in one
+// without pixels.
+std::string Place(float x, float y) {
+    const bool hasPixels = viewport.width != 0 && viewport.height != 0;
+    return hasPixels ? Length((x + 1.0) / 2 * viewport.width) + " " + Length((1.0 - y) / 2 * viewport.height)
+                     : Length(x) + " " + Length(y);
+}
+// Its corners in the order of its vertices, left or right and top or bottom; then left, top, right and bottom
+// edge in pixels, and in texels of the texture bound if it has any.
+std::string Quad(const float* v, std::ptrdiff_t n) {
+    const float* const end = v + n;
+    const float* const first = v;
+    const float* const second = v + 4;
+    const float* const third = v + 8;
+    std::string corners = "\n";
+    bool isFlat = true;
+    for (; v != end; v += 4) {
+        const auto has = [v](const float* corner, int axis) {
+            return v[axis] == corner[axis] && v[axis + 2] == corner[axis + 2];
+        };
+        corners += has(first, 0) ? "l" : has(second, 0) ? "r" : "?";
+        corners += has(first, 1) ? "t " : has(third, 1) ? "b " : "? ";
+        isFlat = isFlat && v[2] == 0 && v[3] == 1;
+    }
+    const Size texels = textureSizes[boundTexture];
+    return corners + "at " + Place(first[0], first[1]) + " " + Place(second[0], third[1]) +
+           (isFlat
+                ? ""
+                : " from " + Length(first[2] * 1.0 * texels.width) + " " +
+                      Length(first[3] * 1.0 * texels.height) + " " + Length(second[2] * 1.0 * texels.width) +
+                      " " + Length(third[3] * 1.0 * texels.height));
 }
 // A centre and 37 points at every ten degrees around it, the last being the first.
 bool IsFan(const float* v) {
@@ -212,21 +263,22 @@ bool IsFan(const float* v) {
     }
     return true;
 }
+// A fan or quads, of a long text the first two and the last; anything else number by number.
 std::string Vertices(const void* data, GLsizeiptr size) {
     const auto* const v = static_cast<const float*>(data);
     const GLsizeiptr n = size / 4;
     if (n == 152 && IsFan(v)) {
-        return "fan " + Text(v[0]) + " " + Text(v[1]) + " " + Text(v[4] - v[0]) + " " + Text(v[41] - v[1]);
+        return "\nfan around " + Place(v[0], v[1]) + " by " + Length((v[4] - v[0]) / 2.0 * viewport.width) +
+               " " + Length((v[41] - v[1]) / 2.0 * viewport.height);
     }
-    const bool isText = data != nullptr && n >= 24 && n % 24 == 0 && !(n == 24 && v[2] == 0 && v[3] == 1);
-    if (!isText) {
-        return List(v, n);
+    const GLsizeiptr step = n % 24 == 0 ? 24 : 16;
+    if (v == nullptr || n % step != 0) {
+        return "\n" + List(v, n);
     }
-    std::string text = std::to_string(n / 24) + " glyphs";
-    for (GLsizeiptr i = 0; i < n; i += 24) {
-        const bool isShown =
-            n <= 24 * 8 || i < 48 || i == n - 24;  // of a long text, where it begins and ends
-        text += isShown ? "\n  " + Quad(v + i) : "";
+    std::string text;
+    for (GLsizeiptr i = 0; i < n; i += step) {
+        const bool isShown = n <= 8 * step || i < 2 * step || i == n - step;
+        text += isShown ? Quad(v + i, step) : "";
     }
     return text;
 }
@@ -244,7 +296,7 @@ std::string Runs(int n, const Show& show) {
     return text;
 }
 // An outline's coverage is FreeType's, and differs from version to version: it is to be what FreeType
-// rendered last. A bitmap font's pixels are shown.
+// rendered last. A bitmap font's pixels are shown row by row.
 std::string Pixels(const void* data, int width, int height) {
     const auto* const bytes = static_cast<const GLubyte*>(data);
     bool isRendered = slot != nullptr && slot->format == FT_GLYPH_FORMAT_BITMAP &&
@@ -255,10 +307,19 @@ std::string Pixels(const void* data, int width, int height) {
         isRendered = std::equal(bytes + y * width, bytes + (y + 1) * width,
                                 slot->bitmap.buffer + y * slot->bitmap.pitch);
     }
-    return isRendered ? "coverage"
-           : data == nullptr
-               ? "null"
-               : "[" + Runs(width * height, [bytes](int i) { return std::to_string(bytes[i]); }) + "]";
+    if (isRendered || data == nullptr) {
+        return isRendered ? "coverage" : "null";
+    }
+    std::string text;
+    for (int y = 0; y < height; ++y) {
+        text += y == 0 ? "" : " ";
+        for (int x = 0; x < width; ++x) {
+            char pixel[4];
+            (void)std::snprintf(pixel, sizeof(pixel), "%02x", bytes[y * width + x]);
+            text += pixel;
+        }
+    }
+    return text;
 }
 // A line of source to a line, in quotes: blanks at its end count.
 std::string Source(GLsizei n, const GLchar* const* parts) {
@@ -266,22 +327,23 @@ std::string Source(GLsizei n, const GLchar* const* parts) {
     for (GLsizei i = 0; i < n; ++i) {
         std::istringstream source(parts[i]);
         for (std::string row; std::getline(source, row);) {
-            text += "\n  \"" + row + "\"";
+            text += "\n\"" + row + "\"";
         }
     }
     return text;
 }
+// Each in a line.
 std::string Attributes(const EGLint* list) {
     std::string text;
     for (; list != nullptr && *list != EGL_NONE; list += 2) {
         const bool isWindow = list[0] == EGL_SURFACE_TYPE && list[1] == EGL_WINDOW_BIT;
         const bool isES2 = list[0] == EGL_RENDERABLE_TYPE && list[1] == EGL_OPENGL_ES2_BIT;
-        text += (text.empty() ? "" : " ") + Const(list[0]) + "=" +
+        text += "\n" + Const(list[0]) + ", " +
                 (isWindow ? "EGL_WINDOW_BIT"
                  : isES2  ? "EGL_OPENGL_ES2_BIT"
                           : std::to_string(list[1]));
     }
-    return "[" + text + "]";
+    return text;
 }
 std::string Matrix(const FT_Matrix* m) {
     return m == nullptr ? "null"
@@ -305,7 +367,8 @@ struct CallOf {
 void AddResult(const std::string& name) {
     Locked([&](State& state) {
         if (ownLine != 0 && ownLine <= state.calls.size()) {
-            state.calls[ownLine - 1] += " = " + name;
+            std::string& call = state.calls[ownLine - 1];
+            call.insert(std::min(call.find('\n'), call.size()), " = " + name);
         }
     });
 }
@@ -370,11 +433,8 @@ const GLubyte* Remember(const GLubyte* text) {
     glText = text == nullptr ? "" : reinterpret_cast<const char*>(text);
     return text;
 }
-GLint Located(GLuint program, const char* name, GLint location) {
-    return Locked([&](State& state) { return state.uniforms[{program, location}] = name, location; });
-}
-GLint LocatedAttribute(const char* name, GLint location) {
-    return Locked([&](State& state) { return state.attributes[location] = name, location; });
+GLint Located(const char* kind, GLuint program, const char* name, GLint location) {
+    return Locked([&](State& state) { return state.variables[{kind, program, location}] = name, location; });
 }
 
 // --- What a window is about to show: each row that differs from the one above, as the columns where a colour
@@ -399,7 +459,7 @@ void RecordPicture(EGLDisplay display, EGLSurface surface) {
         const GLubyte* const first = pixels.data() + 4 * width * (height - 1 - y);
         const std::string row = Runs(width, [first](int x) { return Color(first + 4 * x); });
         if (row != former) {
-            Locked([&](State& state) { state.calls.push_back("  y " + std::to_string(y) + ": " + row); });
+            Locked([&](State& state) { state.calls.push_back("y " + std::to_string(y) + ": " + row); });
         }
         former = row;
     }
@@ -523,11 +583,12 @@ GL(glAttachShader, (GLuint program, GLuint shader), (program, shader),
    (Name("program", program), Name("shader", shader)))
 GL(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), (Const(target), Name("buffer", buffer)))
 GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Name("framebuffer", fbo)))
-GL(glBindTexture, (GLenum target, GLuint texture), (target, texture), (Const(target), Name("texture", texture)))
+ENTRY(void, glBindTexture, (GLenum target, GLuint texture), (Const(target), Name("texture", texture)),
+      (boundTexture = texture, next(target, texture)), void())
 GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination),
    (Const(source), destination == GL_ZERO ? "GL_ZERO" : Const(destination)))
 GL(glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage), (target, size, data, usage),
-   (Const(target), size, Const(usage), Vertices(data, size)))
+   (Const(target), size, Const(usage)) + Vertices(data, size))
 ENTRY(GLenum, glCheckFramebufferStatus, (GLenum target), (Const(target)), next(target), function.result)
 GL(glClear, (GLbitfield mask), (mask), (Mask(mask)))
 GL(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), (r, g, b, a))
@@ -552,30 +613,31 @@ GL_NAMES("buffer", glGenBuffers, glDeleteBuffers)
 GL_NAMES("framebuffer", glGenFramebuffers, glDeleteFramebuffers)
 GL_NAMES("texture", glGenTextures, glDeleteTextures)
 ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (Name("program", id), name),
-      LocatedAttribute(name, next(id, name)), -1)
+      Located("attribute", id, name, next(id, name)), -1)
 ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (Const(what)), next(what, value),
       void(*value = static_cast<GLint>(function.result)))
-GL(glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (id, size, length, log),
-   (Name("program", id)))
+ENTRY(void, glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Name("program", id)),
+      (next(id, size, length, log), void(glText = log)), void())
 GL(glGetProgramiv, (GLuint program, GLenum what, GLint* value), (program, what, value),
    (Name("program", program), Const(what)))
-GL(glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (id, size, length, log),
-   (Name("shader", id)))
+ENTRY(void, glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Name("shader", id)),
+      (next(id, size, length, log), void(glText = log)), void())
 GL(glGetShaderiv, (GLuint shader, GLenum what, GLint* value), (shader, what, value),
    (Name("shader", shader), Const(what)))
 ENTRY(const GLubyte*, glGetString, (GLenum what), (Const(what)), Remember(next(what)), nullptr)
 ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (Name("program", id), name),
-      Located(id, name, next(id, name)), -1)
+      Located("uniform", id, name, next(id, name)), -1)
 ENTRY(GLboolean, glIsProgram, (GLuint name), ("object"), next(name), GL_FALSE)
 ENTRY(GLboolean, glIsShader, (GLuint name), ("object"), next(name), GL_FALSE)
 GL(glLinkProgram, (GLuint program), (program), (Name("program", program)))
 GL(glPixelStorei, (GLenum what, GLint value), (what, value), (Const(what), value))
 GL(glShaderSource, (GLuint shader, GLsizei n, const GLchar* const* parts, const GLint* lengths),
-   (shader, n, parts, lengths), (Name("shader", shader), n, Source(n, parts), lengths))
-GL(glTexImage2D, (GLenum target, GLint level, GLint internal, GLsizei width, GLsizei height, GLint border,
-                  GLenum format, GLenum type, const void* data),
-   (target, level, internal, width, height, border, format, type, data),
-   (Const(target), level, Const(internal), width, height, border, Const(format), Const(type), data))
+   (shader, n, parts, lengths), (Name("shader", shader), n, lengths) + Source(n, parts))
+ENTRY(void, glTexImage2D, (GLenum target, GLint level, GLint internal, GLsizei width, GLsizei height, GLint border,
+                           GLenum format, GLenum type, const void* data),
+      (Const(target), level, Const(internal), width, height, border, Const(format), Const(type), data),
+      (textureSizes[boundTexture] = {width, height},
+       next(target, level, internal, width, height, border, format, type, data)), void())
 GL(glTexParameteri, (GLenum target, GLenum what, GLint value), (target, what, value),
    (Const(target), Const(what), Const(value)))
 GL(glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
@@ -584,25 +646,26 @@ GL(glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width
    (Const(target), level, x, y, width, height, Const(format), Const(type), Pixels(data, width, height)))
 GL(glUniform1i, (GLint location, GLint value), (location, value), (Uniform(location), value))
 GL(glUniform4fv, (GLint location, GLsizei n, const GLfloat* values), (location, n, values),
-   (Uniform(location), n, List(values, 4 * n)))
+   (Uniform(location), n, Color(values)))
 ENTRY(void, glUseProgram, (GLuint program), (Name("program", program)), (usedProgram = program, next(program)), void())
 GL(glVertexAttribPointer, (GLuint index, GLint size, GLenum type, GLboolean normalised, GLsizei stride,
                            const void* offset), (index, size, type, normalised, stride, offset),
    (Attribute(index), size, Const(type), normalised == GL_FALSE ? "GL_FALSE" : "GL_TRUE", stride, offset))
-GL(glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height), (x, y, width, height))
+ENTRY(void, glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height),
+      (viewport = {width, height}, next(x, y, width, height)), void())
 
 EGL(eglChooseConfig, (EGLDisplay display, const EGLint* list, EGLConfig* configs, EGLint size, EGLint* n),
-    (display, list, configs, size, n), ("display", Attributes(list), size))
+    (display, list, configs, size, n), ("display", size) + Attributes(list))
 ENTRY(EGLContext, eglCreateContext,
       (EGLDisplay display, EGLConfig config, EGLContext share, const EGLint* list),
-      ("display", "config", Context(share), Attributes(list)),
+      ("display", "config", Context(share)) + Attributes(list),
       Born("context", next(display, config, share, list)), BadAlloc(EGL_NO_CONTEXT))
 ENTRY(EGLSurface, eglCreatePbufferSurface, (EGLDisplay display, EGLConfig config, const EGLint* list),
-      ("display", "config", Attributes(list)), Born("surface", next(display, config, list)),
+      ("display", "config") + Attributes(list), Born("surface", next(display, config, list)),
       BadAlloc(EGL_NO_SURFACE))
 ENTRY(EGLSurface, eglCreateWindowSurface,
       (EGLDisplay display, EGLConfig config, EGLNativeWindowType window, const EGLint* list),
-      ("display", "config", "window", Attributes(list)), Born("surface", next(display, config, window, list)),
+      ("display", "config", "window") + Attributes(list), Born("surface", next(display, config, window, list)),
       BadAlloc(EGL_NO_SURFACE))
 ENTRY(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), ("display", Context(context)),
       (GoneContext(context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
@@ -672,7 +735,7 @@ int __android_log_print(int priority, const char* tag, const char* format, ...) 
     std::string line = letter + (std::string(" ") + tag) + ": " + text;
     const std::size_t said = glText.empty() ? std::string::npos : line.find(glText);
     if (said != std::string::npos) {
-        line.replace(said, glText.size(), "...");  // another GL says something else
+        line.replace(said, glText.size(), "(GL's words)");  // another GL says something else
     }
     Locked([&](State& state) {
         state.log.push_back(line);
