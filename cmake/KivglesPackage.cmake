@@ -26,7 +26,7 @@ set(CPACK_DEBIAN_LIBRARY_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/trig
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libkivgles-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-    "${runtime} (= ${PROJECT_VERSION}), libegl-dev, libgles-dev, libfreetype-dev")
+    "${runtime} (= ${PROJECT_VERSION}), libegl-dev, libgles-dev, libfreetype-dev (>= 2.10)")
 
 # The first line of each is the project's own description.
 set(about "Panels, bars, bitmaps and text on a native window, from any thread,

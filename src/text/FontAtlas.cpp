@@ -1,6 +1,7 @@
 #include "text/FontAtlas.h"
 
 #include <algorithm>
+#include <memory>
 
 #include <android/log.h>
 
@@ -16,6 +17,11 @@ constexpr char TAG[] = "FontAtlas";
 // No font has more; a damaged map may claim any code of 32 bits.
 constexpr unsigned long MAX_CODE_POINT = 0x10FFFF;
 constexpr unsigned long MAX_TEXT_UNIT = 0xFFFF;
+
+struct CloseFreeType {
+    void operator()(FT_Library library) const { FT_Done_FreeType(library); }
+    void operator()(FT_Face face) const { FT_Done_Face(face); }
+};
 
 // Calls `visit(charCode)` for the characters of the face's map in ascending order, until it returns false.
 template <typename Visitor>
@@ -46,17 +52,16 @@ int FontAtlas::LoadFontByPath(const std::string& path, unsigned int size) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "Failed to initialize freetype library");
         return STATUS_FREETYPE_INIT_FAILED;
     }
+    const std::unique_ptr<FT_LibraryRec_, CloseFreeType> libraryOwner(library);
+
     FT_Face face = nullptr;
     if (!OpenFontFile(library, path, face)) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "Error loading font face");
-        FT_Done_FreeType(library);
         return STATUS_FACE_NOT_OPENED;
     }
+    const std::unique_ptr<FT_FaceRec_, CloseFreeType> faceOwner(face);  // closed before the library
 
-    const int status = LoadFont(face, size);
-    FT_Done_Face(face);
-    FT_Done_FreeType(library);
-    return status;
+    return LoadFont(face, size);
 }
 
 int FontAtlas::LoadFont(FT_Face face, unsigned int size) {

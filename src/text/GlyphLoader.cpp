@@ -36,9 +36,14 @@ GlyphLoader::GlyphLoader(FT_Face loadedFace, bool embolden, const AtlasLimits& a
     : face(loadedFace), slot(loadedFace->glyph), bold(embolden), limits(atlasLimits) {}
 
 bool GlyphLoader::Load(unsigned long charCode) {
+    code = charCode;
+    return LoadWith(FT_LOAD_BITMAP_METRICS_ONLY);  // the flag means nothing to outlines
+}
+
+bool GlyphLoader::LoadWith(FT_Int32 flags) {
     pixels = nullptr;
     hasRoom = false;
-    if (slot == nullptr || FT_Load_Char(face, charCode, FT_LOAD_DEFAULT) != 0) {
+    if (slot == nullptr || FT_Load_Char(face, code, flags) != 0) {
         return false;
     }
     if (slot->format == FT_GLYPH_FORMAT_OUTLINE && !MeasureOutline()) {
@@ -67,6 +72,11 @@ bool GlyphLoader::MeasureOutline() {
 }
 
 bool GlyphLoader::Render() {
+    // In place of a damaged picture there may then be an outline, with or without room.
+    const bool isPicture = hasRoom && slot->format == FT_GLYPH_FORMAT_BITMAP;
+    if (isPicture && !LoadWith(FT_LOAD_DEFAULT)) {
+        return false;
+    }
     return !hasRoom || (FT_Render_Glyph(slot, FT_RENDER_MODE_NORMAL) == 0 && FindPixels());
 }
 

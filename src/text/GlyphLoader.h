@@ -11,7 +11,8 @@
 namespace kivgles {
 
 // Loads the glyphs of a face, one at a time, and renders them into bitmaps as GL uploads them: one byte of
-// coverage a pixel, top row first, no padding.
+// coverage a pixel, top row first, no padding. A face may hold pictures of its glyphs: those are decoded when
+// they are rendered, not when they are loaded.
 //
 // Owner:  whoever walks a text or a character map, for the walk. The face stays the caller's.
 // Thread: the one that uses the face.
@@ -23,7 +24,7 @@ class GlyphLoader {
     // bitmap as they are when it is rendered. False when the face cannot, or FreeType would not render it.
     bool Load(unsigned long charCode);
 
-    // Whether the glyph last loaded has room in an atlas. One that has not is never rendered: a font, or a
+    // Whether the glyph last loaded has room in an atlas. One that has none is never rendered: a font, or a
     // size, may ask for gigabytes.
     bool HasRoom() const { return hasRoom; }
 
@@ -38,6 +39,7 @@ class GlyphLoader {
     const unsigned char* Pixels() const { return pixels; }
 
  private:
+    bool LoadWith(FT_Int32 flags);
     bool MeasureOutline();
     bool FindPixels();
 
@@ -45,6 +47,7 @@ class GlyphLoader {
     FT_GlyphSlot slot;
     bool bold;
     AtlasLimits limits;
+    unsigned long code = 0;  // of the glyph last loaded
     bool hasRoom = false;
     const unsigned char* pixels = nullptr;  // in FreeType's bitmap, or in packed
     std::vector<unsigned char> packed;

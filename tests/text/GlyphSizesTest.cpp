@@ -1,10 +1,13 @@
 // Glyphs that are larger than an atlas, or than anything: make_fonts.py has their sizes, at 40 pixels.
 
 #include <climits>
+#include <cstdlib>
 #include <limits>
 #include <string>
 
+#include <ft2build.h>
 #include <gmock/gmock.h>
+#include FT_MODULE_H
 
 #include "gl/EGLManager.h"
 #include "support/Recorder.h"
@@ -13,9 +16,12 @@
 namespace kivgles {
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
+using testing::Each;
 using testing::IsEmpty;
 using testing::Not;
+using testing::SizeIs;
 
 constexpr char ROWS[] = KIVGLES_TEST_FONTS "/rows.ttf";
 
@@ -121,7 +127,40 @@ TEST_F(GlyphSizes, OfCharactersThatNoTextNamesAreNotSaidToBeDrawnOnDemand) {
     FontAtlas atlas;
     EXPECT_EQ(atlas.LoadFontByPath(KIVGLES_TEST_FONTS "/beyond_units.ttf", 40), 0);
     EXPECT_EQ(atlas.GetGlyphs().size(), 1U);
-    EXPECT_THAT(recorder::Log("W FontAtlas"), testing::SizeIs(1));
+    EXPECT_THAT(recorder::Log("W FontAtlas"), SizeIs(1));
+}
+
+// The picture of B has 10,000 by 10,000 pixels, that of D is damaged.
+TEST(Pictures, AreDecodedOnlyWhereTheyHaveRoom) {
+    FT_MemoryRec_ smallPieces{nullptr,
+                              [](FT_Memory, long size) -> void* {
+                                  return size < 1000000 ? std::malloc(static_cast<std::size_t>(size))
+                                                        : nullptr;
+                              },
+                              [](FT_Memory, void* piece) { std::free(piece); },
+                              [](FT_Memory, long, long size, void* piece) -> void* {
+                                  return std::realloc(piece, static_cast<std::size_t>(size));
+                              }};
+    FT_Library library = nullptr;
+    ASSERT_EQ(FT_New_Library(&smallPieces, &library), 0);
+    FT_Add_Default_Modules(library);
+    FT_Face face = nullptr;
+    ASSERT_EQ(FT_New_Face(library, KIVGLES_TEST_FONTS "/pictures.ttf", 0, &face), 0);
+    ASSERT_EQ(FT_Set_Pixel_Sizes(face, 0, 40), 0);
+
+    GlyphLoader glyph(face, false, AtlasLimits());
+    EXPECT_TRUE(glyph.Load('B') && glyph.Render());
+    EXPECT_EQ(GlyphMetrics(glyph.Slot()).bitmapWidth, 10000);
+    EXPECT_EQ(glyph.Pixels(), nullptr);
+    EXPECT_TRUE(glyph.Load('A') && glyph.HasRoom());
+    EXPECT_EQ(GlyphMetrics(glyph.Slot()).bitmapRows, 10);
+    EXPECT_TRUE(glyph.Render());
+    EXPECT_THAT(std::vector<int>(glyph.Pixels(), glyph.Pixels() + glyph.Width() * glyph.Rows()),
+                AllOf(SizeIs(200), Each(255)));
+    EXPECT_TRUE(glyph.Load('D'));
+    EXPECT_FALSE(glyph.Render());
+    FT_Done_Face(face);
+    FT_Done_Library(library);
 }
 
 TEST(PixelBoxes, OfHostileOutlinesDoNotOverflow) {

@@ -11,6 +11,7 @@ DIRECTORY/damaged: fonts that once kept the library busy for hours: every 32-bit
 import pathlib
 import struct
 import sys
+import zlib
 
 from fontTools.fontBuilder import FontBuilder
 from fontTools.pens.t2CharStringPen import T2CharStringPen
@@ -18,6 +19,8 @@ from fontTools.pens.ttGlyphPen import TTGlyphPen
 from fontTools.ttLib import newTable
 from fontTools.ttLib.tables import ttProgram
 from fontTools.ttLib.tables.DefaultTable import DefaultTable
+from fontTools.ttLib.tables.sbixGlyph import Glyph as Picture
+from fontTools.ttLib.tables.sbixStrike import Strike
 
 EMPTY = (0, 0, 0, 0, 10)
 
@@ -68,6 +71,10 @@ BITMAPS = {
 }
 
 
+# Character: width and height of its picture at 40 pixels, and whether that can be decoded.
+PICTURES = {"A": (20, 10, True), "B": (10000, 10000, True), "D": (20, 10, False)}
+
+
 def bitmap_font(depth):
     """A BDF font; at more bits a pixel its rows are repeated to the length that they need."""
     lines = ["STARTFONT 2.1", "FONT bits", f"SIZE 40 72 72 {depth}", "FONTBOUNDINGBOX 11 3 -1 -1",
@@ -115,6 +122,28 @@ def build(name, glyphs):
     return font.font
 
 
+def png(width, height, whole):
+    """A picture, black all over, which is full coverage."""
+    def chunk(kind, data):
+        return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
+
+    pixels = zlib.compress(bytes((1 + (width + 7) // 8) * height)) if whole else b""
+    return (b"\x89PNG\r\n\x1a\n" + chunk(b"IHDR", struct.pack(">IIBBBBB", width, height, 1, 0, 0, 0, 0)) +
+            chunk(b"IDAT", pixels) + chunk(b"IEND", b""))
+
+
+def picture_font():
+    """A font that has pictures of its glyphs beside their outlines."""
+    font = build("pictures.ttf", {char: (0, 0, 20, 10, 24) for char in PICTURES})
+    strike = Strike(ppem=40, resolution=72)
+    for char, picture in PICTURES.items():
+        name = f"u{ord(char):04X}"
+        strike.glyphs[name] = Picture(glyphName=name, graphicType="png ", imageData=png(*picture))
+    font["sbix"] = newTable("sbix")
+    font["sbix"].strikes = {40: strike}
+    return font
+
+
 def damaged_font(size):
     """A font with all 32-bit codes on one glyph, of so many pixels."""
     font = build("damaged.ttf", {"A": (0, 0, size, size, size)})
@@ -129,6 +158,7 @@ def main():
         folder.mkdir(parents=True, exist_ok=True)
     for name, glyphs in FONTS.items():
         build(name, glyphs).save(directory / name)
+    picture_font().save(directory / "pictures.ttf")
     for depth in (1, 2, 4, 8):
         (directory / f"bits{depth}.bdf").write_bytes(bitmap_font(depth))
 
