@@ -1,4 +1,6 @@
 #include <functional>
+#include <future>
+#include <utility>
 
 #include <dlfcn.h>
 #include <ft2build.h>
@@ -6,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "drawthread/GLDrawThread.h"
+#include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
 
 // What runs whenever a load looks at an outline.
@@ -94,6 +97,39 @@ TEST(FirstText, ShowsClientsNoTextRendererBeforeItsFontIsLoaded) {
     onOutline = nullptr;
     EXPECT_GT(looks, 0);
     EXPECT_EQ(drawThread.GetTextSize({}, width, height), 0);
+}
+
+// Calls that waited for the font would wait for ever here.
+TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFont) {
+    KivGLDrawSurface surface;
+    unsigned int layer = 0;
+    ASSERT_EQ(surface.KivCreateGLContext(), 0);
+    ASSERT_EQ(surface.KivCreateGLFBO(layer, 8, 8, KIV_COLOR_FORMAT_RGBA8888), 0);
+    recorder::Fail("glCreateProgram");
+    ASSERT_EQ(surface.KivLoadFont(KIVGLES_TEST_FONTS "/bearings.ttf", 40), 20);  // named, and not yet loaded
+
+    std::promise<void> loads;
+    std::promise<void> goesOn;
+    onOutline = [&, meets = true]() mutable {
+        if (std::exchange(meets, false)) {
+            loads.set_value();
+            goesOn.get_future().wait();
+        }
+    };
+    const TagKivTextInfo text{};
+    unsigned int width = 0;
+    unsigned int height = 0;
+    EXPECT_EQ(surface.KivDrawText(layer, text, {0, 0, 8, 8}), 0);
+    loads.get_future().wait();
+    EXPECT_EQ(surface.KivDrawRect(layer, {0, 0, 8, 8}, {0, 0, 0, 255}), 0);
+    EXPECT_EQ(surface.KivDrawText(layer, text, {0, 0, 8, 8}), 0);
+    EXPECT_EQ(surface.KivBlit({layer, FBO_HANDLE_BASE, {0, 0, 8, 8}, {0, 0, 8, 8}}), 0);
+    EXPECT_EQ(surface.KivClearGLFBO(layer), 0);
+    EXPECT_EQ(surface.KivRefreshOnSrceen(), 0);
+    EXPECT_EQ(surface.KivGetTextSize(text, width, height), 103);
+    goesOn.set_value();
+    EXPECT_EQ(surface.Init(0), 0);
+    onOutline = nullptr;
 }
 
 TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
