@@ -19,11 +19,10 @@ TEST(ShaderPrograms, RefuseWhatIsNoSourceNoShaderAndNoProgram) {
     EXPECT_EQ(shaders.CreateProgram("nonsense;\n", "void main() {}\n"), 0U);
     shaders.PrintLog(12345);
     shaders.ReleaseProgram(0);
-    EXPECT_THAT(
-        recorder::Log(),
-        testing::ElementsAre("E ShaderProgram: Error source is NULL\n",
-                             testing::ContainsRegex("Could not compile shader .*\n.GL's words"),
-                             "E ShaderProgram: Not a shader or a program\n"));
+    EXPECT_THAT(recorder::Log(),
+                testing::ElementsAre("E ShaderProgram: Error source is NULL\n",
+                                     testing::ContainsRegex("Could not compile shader .*\n.GL's words"),
+                                     "E ShaderProgram: Not a shader or a program\n"));
 }
 
 }  // namespace
