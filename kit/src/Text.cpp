@@ -180,7 +180,7 @@ void Text::DrawLine(LayerState& target, const TextLine& line, const LayoutRules&
 void Text::DrawRun(LayerState& target, const TextRun& run, int pixels, int x, int baseline) const {
     const int pen = x + run.x;
     if (pen < 0 || pen >= target.width || baseline < 0 || baseline > target.height + pixels) {
-        return;  
+        return;
     }
     TagKivTextInfo info{};
     info.text = run.units.c_str();

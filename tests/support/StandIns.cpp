@@ -1,0 +1,268 @@
+// The functions of GL, EGL and FreeType that the library calls. Each one here stands between the library and
+// the real one: tells the recorder of the call, fails if it has to, and calls the real one otherwise.
+
+#include <utility>
+#include <vector>
+
+#include <EGL/egl.h>
+#include <GLES2/gl2.h>
+#include <ft2build.h>
+#include FT_FREETYPE_H
+#include FT_BITMAP_H
+#include FT_OUTLINE_H
+
+#include "support/CallText.h"
+#include "support/Interception.h"
+
+using namespace recorder;
+
+namespace {
+
+thread_local EGLint injectedError = EGL_SUCCESS;
+
+// --- Objects alive ---
+
+// GL names; without a context none is made or deleted.
+void SetNames(const char* kind, GLsizei n, const GLuint* names, bool areLive) {
+    if (EGLContext const context = eglGetCurrentContext()) {
+        std::for_each(names, names + n, [&](GLuint name) { SetLive(kind, context, name, areLive); });
+    }
+}
+void BornNames(const char* kind, GLsizei n, const GLuint* names) {
+    SetNames(kind, n, names, true);
+    AddResult(Names(kind, n, names));
+}
+GLuint BornName(const char* kind, GLuint name) { return BornNames(kind, 1, &name), name; }
+
+template <typename Handle>
+Handle Born(const char* kind, Handle handle) {
+    if (handle != nullptr) {
+        SetLive(kind, nullptr, reinterpret_cast<std::uintptr_t>(handle), true);
+        AddResult(Name(kind, handle));
+    }
+    return handle;
+}
+void Gone(const char* kind, void* handle) {
+    SetLive(kind, nullptr, reinterpret_cast<std::uintptr_t>(handle), false);
+}
+template <typename Handle>
+FT_Error BornOrNull(const char* kind, FT_Error error, Handle* handle) {
+    *handle = error == 0 ? Born(kind, *handle) : nullptr;
+    return error;
+}
+
+// --- Failures, and what later calls are shown by ---
+
+template <typename Result>
+Result BadAlloc(Result result) {
+    injectedError = EGL_BAD_ALLOC;
+    return result;
+}
+EGLint LastError(EGLint real) {
+    const EGLint injected = std::exchange(injectedError, EGL_SUCCESS);
+    return injected != EGL_SUCCESS ? injected : real;
+}
+const GLubyte* Remembered(const GLubyte* words) {
+    Remember(reinterpret_cast<const char*>(words));
+    return words;
+}
+GLint Located(const char* kind, GLuint program, const char* name, GLint location) {
+    return seen.variables[{kind, program, location}] = name, location;
+}
+
+// --- What a window is about to show ---
+
+void RecordPicture(EGLDisplay display, EGLSurface surface) {
+    EGLint width = 0;
+    EGLint height = 0;
+    eglQuerySurface(display, surface, EGL_WIDTH, &width);
+    eglQuerySurface(display, surface, EGL_HEIGHT, &height);
+    std::vector<GLubyte> pixels(static_cast<std::size_t>(4 * width * height));
+    glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
+    AddLine(Picture(pixels.data(), width, height));
+}
+// A driver may send a swapped picture with its next request only, as Mesa's software does one of up to 16
+// KiB. For the size it asks the X server, which shows the picture before it answers.
+EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay display, EGLSurface surface) {
+    const EGLBoolean isSwapped = swap(display, surface);
+    EGLint width = 0;
+    eglQuerySurface(display, surface, EGL_WIDTH, &width);
+    return isSwapped;
+}
+
+}  // namespace
+
+// ENTRY(result, name, parameters, arguments as shown, what is done, result of a failure)
+// clang-format off
+#define ENTRY(Result, name, parameters, shown, done, failed)                 \
+    Result name parameters {                                                 \
+        static Function& function = Find(#name);                            \
+        static const auto next = Next<Result parameters>(#name);             \
+        if (EnterRecorded(function, [&] { return CallOf{#name} shown; })) {  \
+            return failed;                                                   \
+        }                                                                    \
+        const Forwarding forwards;                                           \
+        return done;                                                         \
+    }
+// What most of the functions of each library have in common, and those that make and delete GL names.
+#define GL(name, parameters, arguments, shown) ENTRY(void, name, parameters, shown, next arguments, void())
+#define EGL(name, parameters, arguments, shown) \
+    ENTRY(EGLBoolean, name, parameters, shown, next arguments, BadAlloc<EGLBoolean>(EGL_FALSE))
+#define FT(name, parameters, arguments, shown) \
+    ENTRY(FT_Error, name, parameters, shown, next arguments, FT_Err_Out_Of_Memory)
+// How glyphs are walked through is no promise, so not among the calls.
+#define WALK(Result, name, parameters, done, failed)                    \
+    Result name parameters {                                            \
+        static Function& function = Find(#name);                       \
+        static const auto next = Next<Result parameters>(#name);        \
+        if (Enter(function)) {                                          \
+            return failed;                                              \
+        }                                                               \
+        const Forwarding forwards;                                      \
+        return done;                                                    \
+    }
+#define GL_NAMES(kind, Gen, Delete)                                                                  \
+    ENTRY(void, Gen, (GLsizei n, GLuint* names), (n),                                                \
+          (next(n, names), BornNames(kind, n, names)), void(std::fill_n(names, n, 0U)))              \
+    ENTRY(void, Delete, (GLsizei n, const GLuint* names), (n, Names(kind, n, names)),                 \
+          (SetNames(kind, n, names, false), next(n, names)), void())
+
+extern "C" {
+
+GL(glActiveTexture, (GLenum unit), (unit), (Const(unit)))
+GL(glAttachShader, (GLuint program, GLuint shader), (program, shader),
+   (Name("program", program), Name("shader", shader)))
+GL(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), (Const(target), Name("buffer", buffer)))
+GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Name("framebuffer", fbo)))
+ENTRY(void, glBindTexture, (GLenum target, GLuint texture), (Const(target), Name("texture", texture)),
+      (seen.texture = texture, next(target, texture)), void())
+GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination),
+   (Const(source), destination == GL_ZERO ? "GL_ZERO" : Const(destination)))
+GL(glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage), (target, size, data, usage),
+   (Const(target), size, Const(usage)) + Vertices(data, size))
+ENTRY(GLenum, glCheckFramebufferStatus, (GLenum target), (Const(target)), next(target), function.result)
+GL(glClear, (GLbitfield mask), (mask), (Mask(mask)))
+GL(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), (r, g, b, a))
+GL(glCompileShader, (GLuint shader), (shader), (Name("shader", shader)))
+ENTRY(GLuint, glCreateProgram, (), (), BornName("program", next()), 0)
+ENTRY(GLuint, glCreateShader, (GLenum type), (Const(type)), BornName("shader", next(type)), 0)
+ENTRY(void, glDeleteProgram, (GLuint name), (Name("program", name)),
+      (SetNames("program", 1, &name, false), next(name)), void())
+ENTRY(void, glDeleteShader, (GLuint name), (Name("shader", name)),
+      (SetNames("shader", 1, &name, false), next(name)), void())
+GL(glDisable, (GLenum what), (what), (Const(what)))
+GL(glDisableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
+GL(glDrawArrays, (GLenum mode, GLint first, GLsizei n), (mode, first, n), (Mode(mode), first, n))
+GL(glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* indices), (mode, n, type, indices),
+   (Mode(mode), n, Const(type), List(static_cast<const GLushort*>(indices), n)))
+GL(glEnable, (GLenum what), (what), (Const(what)))
+GL(glEnableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
+GL(glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint texture, GLint level),
+   (target, point, kind, texture, level),
+   (Const(target), Const(point), Const(kind), Name("texture", texture), level))
+GL_NAMES("buffer", glGenBuffers, glDeleteBuffers)
+GL_NAMES("framebuffer", glGenFramebuffers, glDeleteFramebuffers)
+GL_NAMES("texture", glGenTextures, glDeleteTextures)
+ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (Name("program", id), name),
+      Located("attribute", id, name, next(id, name)), -1)
+ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (Const(what)), next(what, value),
+      void(*value = static_cast<GLint>(function.result)))
+ENTRY(void, glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Name("program", id)),
+      (next(id, size, length, log), Remember(log)), void())
+GL(glGetProgramiv, (GLuint program, GLenum what, GLint* value), (program, what, value),
+   (Name("program", program), Const(what)))
+ENTRY(void, glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Name("shader", id)),
+      (next(id, size, length, log), Remember(log)), void())
+GL(glGetShaderiv, (GLuint shader, GLenum what, GLint* value), (shader, what, value),
+   (Name("shader", shader), Const(what)))
+ENTRY(const GLubyte*, glGetString, (GLenum what), (Const(what)), Remembered(next(what)), nullptr)
+ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (Name("program", id), name),
+      Located("uniform", id, name, next(id, name)), -1)
+ENTRY(GLboolean, glIsProgram, (GLuint name), ("object"), next(name), GL_FALSE)
+ENTRY(GLboolean, glIsShader, (GLuint name), ("object"), next(name), GL_FALSE)
+GL(glLinkProgram, (GLuint program), (program), (Name("program", program)))
+GL(glPixelStorei, (GLenum what, GLint value), (what, value), (Const(what), value))
+GL(glShaderSource, (GLuint shader, GLsizei n, const GLchar* const* parts, const GLint* lengths),
+   (shader, n, parts, lengths), (Name("shader", shader), n, lengths) + Source(n, parts))
+ENTRY(void, glTexImage2D, (GLenum target, GLint level, GLint internal, GLsizei width, GLsizei height, GLint border,
+                           GLenum format, GLenum type, const void* data),
+      (Const(target), level, Const(internal), width, height, border, Const(format), Const(type), data),
+      (seen.textures[seen.texture] = {width, height},
+       next(target, level, internal, width, height, border, format, type, data)), void())
+GL(glTexParameteri, (GLenum target, GLenum what, GLint value), (target, what, value),
+   (Const(target), Const(what), Const(value)))
+GL(glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
+                     GLenum format, GLenum type, const void* data),
+   (target, level, x, y, width, height, format, type, data),
+   (Const(target), level, x, y, width, height, Const(format), Const(type), Pixels(data, width, height)))
+GL(glUniform1i, (GLint location, GLint value), (location, value), (Uniform(location), value))
+GL(glUniform4fv, (GLint location, GLsizei n, const GLfloat* values), (location, n, values),
+   (Uniform(location), n, Color(values)))
+ENTRY(void, glUseProgram, (GLuint program), (Name("program", program)), (seen.program = program, next(program)), void())
+GL(glVertexAttribPointer, (GLuint index, GLint size, GLenum type, GLboolean normalised, GLsizei stride,
+                           const void* offset), (index, size, type, normalised, stride, offset),
+   (Attribute(index), size, Const(type), normalised == GL_FALSE ? "GL_FALSE" : "GL_TRUE", stride, offset))
+ENTRY(void, glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height),
+      (seen.viewport = {width, height}, next(x, y, width, height)), void())
+
+EGL(eglChooseConfig, (EGLDisplay display, const EGLint* list, EGLConfig* configs, EGLint size, EGLint* n),
+    (display, list, configs, size, n), ("display", size) + Attributes(list))
+ENTRY(EGLContext, eglCreateContext,
+      (EGLDisplay display, EGLConfig config, EGLContext share, const EGLint* list),
+      ("display", "config", Context(share)) + Attributes(list),
+      Born("context", next(display, config, share, list)), BadAlloc(EGL_NO_CONTEXT))
+ENTRY(EGLSurface, eglCreatePbufferSurface, (EGLDisplay display, EGLConfig config, const EGLint* list),
+      ("display", "config") + Attributes(list), Born("surface", next(display, config, list)),
+      BadAlloc(EGL_NO_SURFACE))
+ENTRY(EGLSurface, eglCreateWindowSurface,
+      (EGLDisplay display, EGLConfig config, EGLNativeWindowType window, const EGLint* list),
+      ("display", "config", "window") + Attributes(list), Born("surface", next(display, config, window, list)),
+      BadAlloc(EGL_NO_SURFACE))
+ENTRY(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), ("display", Context(context)),
+      (SetGone(context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
+ENTRY(EGLBoolean, eglDestroySurface, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
+      (Gone("surface", surface), next(display, surface)), BadAlloc<EGLBoolean>(EGL_FALSE))
+ENTRY(EGLDisplay, eglGetDisplay, (EGLNativeDisplayType id),
+      (id == EGL_DEFAULT_DISPLAY ? "EGL_DEFAULT_DISPLAY" : "another"), next(id), BadAlloc(EGL_NO_DISPLAY))
+ENTRY(EGLint, eglGetError, (), (), LastError(next()), EGL_SUCCESS)
+EGL(eglInitialize, (EGLDisplay display, EGLint* major, EGLint* minor), (display, major, minor), ("display"))
+EGL(eglMakeCurrent, (EGLDisplay display, EGLSurface draw, EGLSurface read, EGLContext context),
+    (display, draw, read, context), ("display", Surface(draw), Surface(read), Context(context)))
+EGL(eglQuerySurface, (EGLDisplay display, EGLSurface surface, EGLint what, EGLint* value),
+    (display, surface, what, value), ("display", Surface(surface), Const(what)))
+EGL(eglReleaseThread, (), (), ())
+ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
+      IsRecordingPictures() ? (RecordPicture(display, surface), SwapAndArrive(next, display, surface))
+               : next(display, surface),
+      BadAlloc<EGLBoolean>(EGL_FALSE))
+EGL(eglTerminate, (EGLDisplay display), (display), ("display"))
+
+WALK(FT_Error, FT_Bitmap_Convert,
+     (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
+     next(library, source, target, alignment), FT_Err_Out_Of_Memory)
+WALK(FT_Error, FT_Bitmap_Done, (FT_Library library, FT_Bitmap* bitmap), next(library, bitmap), FT_Err_Out_Of_Memory)
+WALK(void, FT_Bitmap_Init, (FT_Bitmap* bitmap), next(bitmap), void())
+ENTRY(FT_Error, FT_Done_Face, (FT_Face face), (Name("face", face)),
+      (seen.glyph = nullptr, Gone("face", face), next(face)), FT_Err_Out_Of_Memory)
+ENTRY(FT_Error, FT_Done_FreeType, (FT_Library library), (Name("library", library)),
+      (Gone("library", library), next(library)), FT_Err_Out_Of_Memory)
+WALK(FT_ULong, FT_Get_First_Char, (FT_Face face, FT_UInt* n), next(face, n), *n = 0)
+WALK(FT_ULong, FT_Get_Next_Char, (FT_Face face, FT_ULong code, FT_UInt* index), next(face, code, index), *index = 0)
+ENTRY(FT_Error, FT_Init_FreeType, (FT_Library* library), (),
+      BornOrNull("library", next(library), library), BornOrNull("library", FT_Err_Out_Of_Memory, library))
+WALK(FT_Error, FT_Load_Char, (FT_Face face, FT_ULong code, FT_Int32 flags), next(face, code, flags),
+     FT_Err_Out_Of_Memory)
+ENTRY(FT_Error, FT_New_Face, (FT_Library library, const char* path, FT_Long index, FT_Face* face),
+      (Name("library", library), path, index), BornOrNull("face", next(library, path, index, face), face),
+      BornOrNull("face", FT_Err_Out_Of_Memory, face))
+WALK(FT_Error, FT_Outline_Embolden, (FT_Outline* outline, FT_Pos strength), next(outline, strength),
+     FT_Err_Out_Of_Memory)
+WALK(FT_Error, FT_Render_Glyph, (FT_GlyphSlot glyph, FT_Render_Mode mode), (seen.glyph = glyph, next(glyph, mode)),
+     FT_Err_Out_Of_Memory)
+FT(FT_Set_Pixel_Sizes, (FT_Face face, FT_UInt width, FT_UInt height), (face, width, height),
+   (Name("face", face), width, height))
+GL(FT_Set_Transform, (FT_Face face, FT_Matrix* matrix, FT_Vector* delta), (face, matrix, delta),
+   (Name("face", face), Matrix(matrix), delta))
+
+}  // extern "C"
+// clang-format on
