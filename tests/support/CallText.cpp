@@ -57,6 +57,9 @@ std::string Texel(float s, float t) {
 std::string Quad(const float* first, std::ptrdiff_t n) {
     const float* const second = first + 4;
     const float* const third = first + 8;
+    const bool goesUp = first[1] <= third[1];
+    const float* const upper = goesUp ? third : first;
+    const float* const lower = goesUp ? first : third;
     std::string corners = "\n";
     bool isFlat = true;
     for (const float* v = first; v != first + n; v += 4) {
@@ -64,11 +67,11 @@ std::string Quad(const float* first, std::ptrdiff_t n) {
             return v[axis] == corner[axis] && v[axis + 2] == corner[axis + 2];
         };
         corners += has(first, 0) ? "l" : has(second, 0) ? "r" : "?";
-        corners += has(first, 1) ? "t " : has(third, 1) ? "b " : "? ";
+        corners += has(lower, 1) ? "b " : has(upper, 1) ? "t " : "? ";
         isFlat = isFlat && v[2] == 0 && v[3] == 1;
     }
-    return corners + "at " + Place(first[0], first[1]) + " " + Place(second[0], third[1]) +
-           (isFlat ? "" : " from " + Texel(first[2], first[3]) + " " + Texel(second[2], third[3]));
+    return corners + "at " + Place(first[0], upper[1]) + " " + Place(second[0], lower[1]) +
+           (isFlat ? "" : " from " + Texel(first[2], upper[3]) + " " + Texel(second[2], lower[3]));
 }
 // A centre and 37 points at every ten degrees around it, the last being the first.
 bool IsFan(const float* v) {

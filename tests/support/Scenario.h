@@ -12,7 +12,11 @@
 //
 // What is written like a call and has a contract of that name in tests/scenarios/contracts stands for the
 // contract's lines with these values in place of {parameters}, and the lines below it for the contract's
-// `...`. Everything else is a call or a log line itself. ScenarioClient.cpp lists the operations.
+// `...`. Everything else is a call or a log line itself; what is listed in a call (attributes, vertices, rows
+// of a shader's source) stands in lines of its own below it. An object is called what it is called in the
+// line that makes it: `glGenTextures(1) = atlas`. ScenarioClient.cpp lists the operations.
+//
+// What is queued is waited for by Init(0), which may add the line that there is no context.
 
 #include <string>
 #include <vector>

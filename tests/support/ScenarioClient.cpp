@@ -212,25 +212,25 @@ int LoseWindow(ScenarioClient& client, std::istream& words) {
 }
 
 using Surface = KivGLDrawSurface;
+// Those without readers here take what stands behind them, in brackets what may be missing.
 const std::map<std::string, Verb> VERBS = {
     {"create", Plain(&Surface::KivCreateGLContext)},
     {"destroy", {false, Destroy}},
-    {"connect", {false, Connect}},                          // WINDOW, a number or `none`
-    {"init", Plain(&Surface::Init, ReadMask)},              // MASK
-    {"font", {false, LoadFont}},                            // FILE [SIZE]
-    {"measure", {false, Measure}},                          // TEXT
-    {"layer", {false, MakeLayer}},                          // NAME [WIDTH HEIGHT [FORMAT]]
-    {"drop", {false, DropLayer}},                           // LAYER
-    {"clear", Queued(&Surface::KivClearGLFBO, ReadLayer)},  // LAYER
-    {"rect", Queued(&Surface::KivDrawRect, ReadLayer, ReadRect, ReadShapeColor)},  // LAYER RECTANGLE [COLOR]
-    {"round",
-     Queued(&Surface::KivDrawRound, ReadLayer, ReadRound, ReadShapeColor)},   // LAYER CENTRE RADII [COLOR]
-    {"text", {true, DrawText}},                                               // LAYER RECTANGLE TEXT
-    {"bitmap", Plain(&Surface::KivDrawBitmap, ReadLayer, ReadBitmap)},        // LAYER BITMAP
-    {"blend", Plain(&Surface::KivDrawBitmapByBlend, ReadLayer, ReadBitmap)},  // LAYER BITMAP
-    {"show", Plain(&Surface::KivDisplayBitmap, ReadBitmap)},                  // BITMAP
-    {"blit", Queued(&Surface::KivBlit, ReadBlit)},  // LAYER LAYER RECTANGLE RECTANGLE
-    {"display", Queued(&Surface::KivDisplayFBO, ReadLayer, ReadRect, ReadRect)},  // LAYER RECTANGLE RECTANGLE
+    {"connect", {false, Connect}},  // WINDOW, a number or `none`
+    {"init", Plain(&Surface::Init, ReadMask)},
+    {"font", {false, LoadFont}},    // FILE [SIZE]
+    {"measure", {false, Measure}},  // TEXT
+    {"layer", {false, MakeLayer}},  // NAME [WIDTH HEIGHT [FORMAT]]
+    {"drop", {false, DropLayer}},   // LAYER
+    {"clear", Queued(&Surface::KivClearGLFBO, ReadLayer)},
+    {"rect", Queued(&Surface::KivDrawRect, ReadLayer, ReadRect, ReadShapeColor)},
+    {"round", Queued(&Surface::KivDrawRound, ReadLayer, ReadRound, ReadShapeColor)},
+    {"text", {true, DrawText}},  // LAYER RECTANGLE TEXT
+    {"bitmap", Plain(&Surface::KivDrawBitmap, ReadLayer, ReadBitmap)},
+    {"blend", Plain(&Surface::KivDrawBitmapByBlend, ReadLayer, ReadBitmap)},
+    {"show", Plain(&Surface::KivDisplayBitmap, ReadBitmap)},
+    {"blit", Queued(&Surface::KivBlit, ReadBlit)},
+    {"display", Queued(&Surface::KivDisplayFBO, ReadLayer, ReadRect, ReadRect)},
     {"refresh", Queued(&Surface::KivRefreshOnSrceen)},
     // Around the surface.
     {"shows", {false, Shows}},     // X Y RRGGBB, of the window connected: 0 if it does
@@ -250,8 +250,8 @@ std::vector<TraceLine> Trace() {
             if (path != std::string::npos) {
                 line.replace(path, FONTS.size(), "FONTS");
             }
-            if (!line.empty() &&
-                line != "W GLDrawThread: DrawCmd is empty") {  // depends on where a stop finds the thread
+            // Whether that is logged depends on where a stop finds the thread.
+            if (!line.empty() && line != "W GLDrawThread: DrawCmd is empty") {
                 trace.push_back({line, ""});
             }
         }
