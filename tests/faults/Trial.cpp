@@ -2,8 +2,8 @@
 //
 // For each line, which it repeats after a '#', plays the scenario with that fault, or without, and looks at
 // everything in between and afterwards. Prints a line for each effect that the fault has; without a fault,
-// for each step what it is, after a '>', and each function's name and number of calls. What is not well
-// begins with '!', and makes it fail.
+// for each step what it is, after a '>', and the name and number of calls of each function that the scenario
+// itself does not let fail. What is not well begins with '!', and makes it fail.
 
 #include <algorithm>
 #include <cstdio>
@@ -14,6 +14,7 @@
 #include <android/log.h>
 
 #include "bounds_checked.h"
+#include "support/MostLive.h"
 #include "support/Process.h"
 #include "support/Recorder.h"
 #include "support/ScenarioClient.h"
@@ -65,55 +66,43 @@ bool MayLeave(const std::string& function, const std::string& kind) {
     return IsAmong(kinds, kind);
 }
 
-// What a step logs as errors.
-std::vector<std::string> Errors(const Step& step) {
-    std::vector<std::string> errors;
+// The lines of a step's trace that begin so: "E " its errors, "y " the rows of the picture that it shows.
+std::vector<std::string> Lines(const Step& step, const char* beginning) {
+    std::vector<std::string> lines;
     for (const TraceLine& line : step.trace) {
-        if (line.text.compare(0, 2, "E ") == 0) {
-            errors.push_back(line.text);
+        if (line.text.compare(0, 2, beginning) == 0) {
+            lines.push_back(line.text);
         }
     }
-    return errors;
-}
-
-// What a refresh shows: the rows below the call.
-std::vector<std::string> Picture(const Step& refresh) {
-    std::vector<std::string> rows;
-    for (const TraceLine& line : refresh.trace) {
-        if (line.text.compare(0, 2, "y ") == 0) {
-            rows.push_back(line.text);
-        }
-    }
-    return rows;
-}
-
-std::string Change(const Step& kept, const Step& now) {
-    if (now.answer == kept.answer) {
-        return "as without";
-    }
-    return now.Result() == kept.Result() ? "another size" : std::to_string(now.Result());
+    return lines;
 }
 
 // What a step does: "bitmap", "bitmap=101" where it is refused, with '!' where it logs a failure.
 std::string Name(const Step& kept) {
-    const std::string answer = kept.Result() == 0 ? "" : "=" + kept.answer;
-    const std::vector<std::string> errors = Errors(kept);
-    const bool failed = std::any_of(errors.begin(), errors.end(), [](const std::string& error) {
+    const std::vector<std::string> errors = Lines(kept, "E ");
+    const bool logsFailure = std::any_of(errors.begin(), errors.end(), [](const std::string& error) {
         return error.find(" fail ") != std::string::npos;
     });
-    return kept.Verb() + answer + (failed ? "!" : "");
+    return kept.Verb() + (kept.Result() == 0 ? "" : "=" + kept.answer) + (logsFailure ? "!" : "");
 }
 
-// What the fault has changed, as effects.txt has it: first what the operation is. `first` is the call in the
-// step that failed first.
+// What the fault has changed, as rules.py reads it. `first` is the call in the step that failed first.
 std::string Effect(const Step& kept, const Step& now, const Fault& fault, int first) {
-    std::string effect = Name(kept) + " " + fault.function + " " + std::to_string(std::min(first, 3)) + ": " +
-                         Change(kept, now);
-    const std::vector<std::string> usual = Errors(kept);
-    for (const std::string& error : Errors(now)) {
+    std::string effect = Name(kept) + " " + fault.function + " " + std::to_string(std::min(first, 3)) + ": ";
+    effect += now.answer == kept.answer       ? "as without"
+              : now.Result() == kept.Result() ? "another size"
+                                              : std::to_string(now.Result());
+    const std::vector<std::string> usual = Lines(kept, "E ");
+    for (const std::string& error : Lines(now, "E ")) {
         effect += std::count(usual.begin(), usual.end(), error) == 0 ? " | " + error : "";
     }
     return effect;
+}
+
+bool Says(const Scenario& scenario, const std::string& words) {
+    return std::any_of(scenario.steps.begin(), scenario.steps.end(), [&words](const Step& step) {
+        return (step.command + " ").find(words) != std::string::npos;
+    });
 }
 
 class Trial {
@@ -123,14 +112,13 @@ class Trial {
 
  private:
     void Play();
-    static void Survey(const Step& step, std::map<std::string, int>& before);
+    void Survey(const Step& step, std::map<std::string, int>& before) const;
     Step Take(const std::string& command);
     void ExpectSame(const Step& step, const Step& now);
     void Retry(const Step& step);
     bool CanDrawPicture() const;
     void DrawPicture(const std::string& when, bool inNewContext);
     void ExpectNoLeftovers();
-    void Recover();
     void Check(bool well, const std::string& complaint);
 
     const Scenario& scenario;
@@ -148,7 +136,14 @@ bool Trial::Run() {
     recorder::Fail(fault.function, fault.nth, fault.forGood);
     Play();
     Check(faultCame || fault.function.empty(), "the fault does not come");
-    Recover();
+
+    // The same surface or a new one works as if nothing had happened.
+    if (fault.forGood) {
+        client.surface = std::make_unique<KivGLDrawSurface>();
+    } else {
+        (void)client.surface->KivDestoryGLContext();  // if the scenario has not
+    }
+    DrawPicture("afterwards", true);
 
     client.surface.reset();
     client.layers.clear();
@@ -188,10 +183,10 @@ void Trial::Play() {
 }
 
 // The calls that a step has made.
-void Trial::Survey(const Step& step, std::map<std::string, int>& before) {
+void Trial::Survey(const Step& step, std::map<std::string, int>& before) const {
     std::printf("> %s\n", Name(step).c_str());
     for (const auto& [function, count] : recorder::Counts()) {
-        if (count != before[function]) {
+        if (count != before[function] && !Says(scenario, "fail " + function + " ")) {
             std::printf("%s %d\n", function.c_str(), count - before[function]);
         }
     }
@@ -221,11 +216,8 @@ void Trial::Retry(const Step& step) {
 
 // In a window of its size, with room for two layers, and what failed once is not in the way.
 bool Trial::CanDrawPicture() const {
-    const bool alwaysFails = std::any_of(scenario.steps.begin(), scenario.steps.end(), [](const Step& step) {
-        return step.command.find(" always") != std::string::npos;
-    });
     const bool fits = client.window != nullptr && client.window == client.windows[0].get();
-    return faultCame && !fault.forGood && !alwaysFails && !Lasts(fault.function) && fits &&
+    return faultCame && !fault.forGood && !Says(scenario, " always ") && !Lasts(fault.function) && fits &&
            client.layers.size() < 14;
 }
 
@@ -236,7 +228,7 @@ void Trial::DrawPicture(const std::string& when, bool inNewContext) {
         const std::string verb = step.Verb();
         if (inNewContext || (verb != "create" && verb != "connect" && verb != "destroy")) {
             const Step now = Take(verb == "connect" ? "connect 4" : step.command);
-            Check(now.answer == step.answer && (verb != "refresh" || Picture(now) == Picture(step)),
+            Check(now.answer == step.answer && (verb != "refresh" || Lines(now, "y ") == Lines(step, "y ")),
                   when + ", the picture is not drawn");
         }
     }
@@ -246,25 +238,12 @@ void Trial::DrawPicture(const std::string& when, bool inNewContext) {
 // Afterwards there are none.
 void Trial::ExpectNoLeftovers() {
     const bool alive = client.surface != nullptr;
-    const std::size_t layers = client.layers.size();
-    const std::pair<const char*, std::size_t> limits[] = {
-        {"texture", layers + 2}, {"framebuffer", layers}, {"buffer", 6}, {"program", 6}, {"shader", 0},
-        {"context", 1},          {"surface", 1},          {"face", 2},   {"library", 1}};
-    for (const auto& [kind, limit] : limits) {
+    for (const char* kind :
+         {"texture", "framebuffer", "buffer", "program", "shader", "context", "surface", "face", "library"}) {
         const std::size_t live = recorder::LiveNum(kind);
-        Check(live <= (alive ? limit : 0) || MayLeave(fault.function, kind),
+        Check(live <= (alive ? MostLive(kind, client.layers.size()) : 0) || MayLeave(fault.function, kind),
               std::to_string(live) + " objects are left: " + kind);
     }
-}
-
-// The same surface or a new one works as if nothing had happened.
-void Trial::Recover() {
-    if (fault.forGood) {
-        client.surface = std::make_unique<KivGLDrawSurface>();
-    } else {
-        (void)client.surface->KivDestoryGLContext();  // if the scenario has not
-    }
-    DrawPicture("afterwards", true);
 }
 
 void Trial::Check(bool well, const std::string& complaint) {

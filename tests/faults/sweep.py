@@ -2,56 +2,27 @@
 each call whose failure could have an effect of its own, both ways.
 
 A process makes many trials, one after the other, and looks after each at what is left. What an operation that meets a
-fault answers and logs must be in effects.txt beside this file.
+fault answers and logs must be what rules.py says.
 """
 import argparse
 import collections
 import concurrent.futures
 import os
 import pathlib
-import re
 import select
 import subprocess
 import sys
 
-HERE = pathlib.Path(__file__).parent
+import rules
+
+SCENARIOS = pathlib.Path(__file__).parents[1] / "scenarios"
 BATCH = 40  # trials a process
-SPINS = 60  # seconds of a processor, for a step of a trial that takes a tenth of one
-SLEEPS = 60  # seconds, all threads of the process asleep
+SILENCE = 600  # seconds without a line from a trial, which has several in a tenth of one
 NEVER_FAIL = set(
     "FT_Bitmap_Init FT_Set_Transform glActiveTexture glBindBuffer glBindFramebuffer glBindTexture glBlendFunc glClear "
     "glClearColor glDeleteBuffers glDeleteFramebuffers glDeleteProgram glDeleteShader glDeleteTextures glDisable "
     "glDisableVertexAttribArray glDrawArrays glDrawElements glEnable glEnableVertexAttribArray glPixelStorei "
     "glTexParameteri glUniform1i glUniform4fv glUseProgram glVertexAttribPointer glViewport".split())
-
-
-def used(pid):
-    """Seconds of a processor that the process has used so far."""
-    fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rpartition(")")[2].split()
-    return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
-
-
-def is_asleep(pid):
-    """Whether all its threads are: those that wait for a processor are not."""
-    try:
-        states = [stat.read_text().rpartition(")")[2].split()[0]
-                  for stat in pathlib.Path(f"/proc/{pid}/task").glob("*/stat")]
-    except OSError:  # one has just ended
-        return False
-    return "R" not in states
-
-
-def makes_no_progress(process):
-    """Waits for output, for as long as the process works towards it, however slow the machine. Whether it hangs."""
-    begin = former = used(process.pid)
-    asleep = 0
-    while not select.select([process.stdout], [], [], 1)[0]:
-        now = used(process.pid)
-        asleep = asleep + 1 if now == former and is_asleep(process.pid) else 0
-        former = now
-        if asleep > SLEEPS or now - begin > SPINS:
-            return True
-    return False
 
 
 def output(command, trials):
@@ -60,14 +31,14 @@ def output(command, trials):
         process.stdin.write("".join(trial + "\n" for trial in trials).encode())
         process.stdin.close()
         text = b""
-        while True:
-            if makes_no_progress(process):
-                process.kill()
-                return text.decode() + "! hangs\n"
+        while select.select([process.stdout], [], [], SILENCE)[0]:
             more = os.read(process.stdout.fileno(), 1 << 16)
             if not more:
                 break
             text += more
+        else:
+            process.kill()
+            text += b"! hangs\n"
     text = text.decode()
     return text if process.returncode == 0 or "\n!" in text else text + f"! ends with {process.returncode}\n"
 
@@ -82,37 +53,27 @@ def run(command, trials):
         trials = trials[max(len(parts), 1):]  # without the one at which the process went down
 
 
-def operations(lines):
-    """What each operation of a trial without a fault is, and its calls of each function."""
-    for line in lines:
-        if line.startswith("> "):
-            calls = {}
-            yield line, calls
-        elif not line.startswith("!"):
-            function, count = line.split()
-            calls[function] = int(count)
-
-
 def sites(scenario, lines):
-    """Each fallible call of a scenario that the scenario does not let fail anyway: what it is like, its trial.
+    """Each fallible call of a scenario: what it is like, its trial.
 
     Two calls are alike if operations of one kind make them that make the same calls, as the same, or if neither is
     among the first twelve nor the last of its function there."""
-    failing = {line.split()[2] for line in scenario.read_text().splitlines() if line.startswith("> fail ")}
+    operations = []
+    for line in lines:
+        if line.startswith("> "):
+            operations.append((line, {}))
+        elif not line.startswith("!"):
+            function, count = line.split()
+            operations[-1][1][function] = int(count)
+
     before = collections.Counter()
-    for name, calls in list(operations(lines)):
+    for name, calls in operations:
         kind = name, tuple((function, min(count, 3)) for function, count in calls.items())
-        for function in calls.keys() - NEVER_FAIL - failing:
+        for function in calls.keys() - NEVER_FAIL:
             for nth in range(1, calls[function] + 1):
                 position = "last" if nth == calls[function] else min(nth, 13)
-                yield (function, kind, position), f"{scenario.stem} {function} {before[function] + nth}"
+                yield (function, kind, position), f"{scenario} {function} {before[function] + nth}"
         before.update(calls)
-
-
-def without_characters(effect):
-    """What is said of several characters is said once, and starred."""
-    lines = collections.Counter(re.sub("(character|: Char) [0-9]+", r"\1 ...", effect).split(" | "))
-    return " | ".join(line + (" *" if count > 1 else "") for line, count in lines.items())
 
 
 def batches(trials):
@@ -131,14 +92,13 @@ def main():
     command = arguments.command + ["--quiet"]
     os.environ["LP_NUM_THREADS"] = "0"  # of a driver whose threads only get into one another's way here
     complaints = []
-    effects = {}
 
-    scenarios = [scenario for scenario in sorted((HERE.parent / "scenarios").glob("*.txt"))
+    scenarios = [scenario.stem for scenario in sorted(SCENARIOS.glob("*.txt"))
                  if "not swept" not in scenario.read_text()]
     found = {}
-    for trial, lines in run(command, [scenario.stem for scenario in scenarios]):
-        complaints += [f"{trial}: {line}" for line in lines if line.startswith("!")]
-        for alike, site in sites(HERE.parent / f"scenarios/{trial}.txt", lines):
+    for scenario, lines in run(command, scenarios):
+        complaints += [f"{scenario}: {line}" for line in lines if line.startswith("!")]
+        for alike, site in sites(scenario, lines):
             found.setdefault(alike, site)
     functions = sorted({function for function, _, _ in found})
     if arguments.all:
@@ -149,12 +109,8 @@ def main():
 
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         for results in pool.map(lambda batch: list(run(command, batch)), batches(trials)):
-            for trial, lines in results:
-                complaints += [f"{trial}: {line}" for line in lines if line.startswith("!")]
-                effects |= {without_characters(line): trial for line in lines if not line.startswith("!")}
-
-    kept = set((HERE / "effects.txt").read_text().splitlines())
-    complaints += [f"{effects[line]}: not in effects.txt: {line}" for line in effects.keys() - kept]
+            complaints += [f"{trial}: {line}" for trial, lines in results for line in lines
+                           if line.startswith("!") or not rules.admit(line, trial.endswith("forGood"))]
 
     for complaint in complaints:
         print("faults:", complaint)
