@@ -57,7 +57,7 @@ TEST(Handlers, RefuseWhatTheyCannotExecuteAndSayWhy) {
         {CMD_DRAW_RECT, 0, 102, {"E GLDrawThread: rectInfo is null\n"}},
         {CMD_DRAW_ROUND, 0, 102, {"E GLDrawThread: roundInfo is null\n"}},
         {CMD_CONNECT_WINDOW_SURFACE, 0, 102, {"E GLDrawThread: native window is NULL\n"}},
-        {16, 0, 100, {"E GLDrawThread: unknown cmd is 16\n"}},
+        {INT32_MAX, 0, 100, {"E GLDrawThread: unknown cmd is 2147483647\n"}},
     };
     GLDrawThread drawThread;
     ASSERT_EQ(drawThread.SetupGLESConext(), 0);
