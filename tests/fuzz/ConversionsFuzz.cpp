@@ -9,8 +9,8 @@
 #include <GLES2/gl2.h>
 #include <android/log.h>
 
-#include "StubGL.h"
 #include "kivgles/KivGLDrawSurface.h"
+#include "support/StubGL.h"
 
 namespace {
 

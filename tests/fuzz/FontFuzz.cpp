@@ -11,7 +11,7 @@
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "StubGL.h"
+#include "support/StubGL.h"
 #include "text/OSDText.h"
 
 namespace {
@@ -80,6 +80,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
             (void)text.DrawText(TARGET, request, -0.5F, 0.0F);
         }
     }
-    Expect(stubgl::CountLive() == 0, "GL objects are left behind");
+    Expect(stubgl::LiveNum() == 0, "GL objects are left behind");
     return 0;
 }

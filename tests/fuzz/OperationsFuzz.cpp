@@ -11,19 +11,17 @@
 #include <android/log.h>
 #include <fuzzer/FuzzedDataProvider.h>
 
-#include "StubGL.h"
 #include "kivgles/KivGLDrawSurface.h"
+#include "support/MostLive.h"
+#include "support/StubGL.h"
 
 namespace {
 
 using namespace kivgles;
-using stubgl::CountLive;
 using stubgl::Expect;
-using stubgl::Kind;
+using stubgl::LiveNum;
 
 constexpr std::size_t LAYERS = 15;
-constexpr std::size_t RENDERERS = 6;
-constexpr std::size_t ATLASES = 2;
 constexpr std::size_t LARGEST_TEXT = 140;     // units
 constexpr std::size_t LARGEST_BITMAP = 4096;  // pixels
 constexpr int FONT_LOADS = 2;                 // by one input: what takes longest, and has a target of its own
@@ -93,7 +91,7 @@ struct Bitmap {
 };
 
 // A surface, and what its answers have told about it.
-struct Client {
+struct FuzzedClient {
     // Even if it failed.
     static bool HasContext() { return drawThread.joinable(); }
 
@@ -104,7 +102,7 @@ struct Client {
         if (HasContext()) {
             drawThread.join();
         }
-        Expect(CountLive() == 0, "EGL or GL objects are left behind");
+        Expect(LiveNum() == 0, "EGL or GL objects are left behind");
         layers.clear();
         return NO_CONTEXT;  // from now on
     }
@@ -171,22 +169,25 @@ struct Client {
     std::set<unsigned int> layers{};
 };
 
-using Operation = int (Client::*)();
+using Operation = int (FuzzedClient::*)();
 constexpr Operation OPERATIONS[] = {
-    &Client::CreateContext, &Client::DestroyContext, &Client::ConnectWindow, &Client::Init,
-    &Client::LoadFont,      &Client::Refresh,        &Client::CreateLayer,
-    &Client::CreateLayer,  // twice as often as it is destroyed
-    &Client::DestroyLayer,  &Client::ClearLayer,     &Client::DisplayLayer,  &Client::Blit,
-    &Client::DrawText,      &Client::MeasureText,    &Client::DrawRect,      &Client::DrawRound,
-    &Client::DisplayBitmap, &Client::DrawBitmap};
+    &FuzzedClient::CreateContext, &FuzzedClient::DestroyContext, &FuzzedClient::ConnectWindow,
+    &FuzzedClient::Init,          &FuzzedClient::LoadFont,       &FuzzedClient::Refresh,
+    &FuzzedClient::CreateLayer,
+    &FuzzedClient::CreateLayer,  // twice as often as it is destroyed
+    &FuzzedClient::DestroyLayer,  &FuzzedClient::ClearLayer,     &FuzzedClient::DisplayLayer,
+    &FuzzedClient::Blit,          &FuzzedClient::DrawText,       &FuzzedClient::MeasureText,
+    &FuzzedClient::DrawRect,      &FuzzedClient::DrawRound,      &FuzzedClient::DisplayBitmap,
+    &FuzzedClient::DrawBitmap};
 
-void Operate(Client& client) {
+void Operate(FuzzedClient& client) {
     client.handle = client.input.Handle();
     const Operation operation = client.input.PickValueInArray(OPERATIONS);
     const int result = (client.*operation)();
     Expect(std::find(std::begin(RESULTS), std::end(RESULTS), result) != std::end(RESULTS),
            "a result code that is not documented");
-    Expect((result == NO_CONTEXT) == !Client::HasContext(), "102 does not tell whether there is a context");
+    Expect((result == NO_CONTEXT) == !FuzzedClient::HasContext(),
+           "102 does not tell whether there is a context");
 }
 
 }  // namespace
@@ -200,16 +201,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     const std::uint8_t failure = input.Byte();
     stubgl::Reset(2048, failure < 0x80 ? failure : UINT_MAX);
 
-    Client client{input};
+    FuzzedClient client{input};
     while (input.remaining_bytes() != 0) {
         Operate(client);
     }
     if (client.surface.Init(0) == 0) {  // everything queued has been executed
-        const std::size_t layers = client.layers.size();
-        Expect(CountLive(Kind::TEXTURE) <= layers + ATLASES && CountLive(Kind::FRAMEBUFFER) <= layers &&
-                   CountLive(Kind::BUFFER) <= RENDERERS && CountLive(Kind::PROGRAM) <= RENDERERS &&
-                   CountLive(Kind::SHADER) == 0,
-               "GL objects are left behind");
+        for (const char* kind : {"texture", "buffer", "framebuffer", "program", "shader"}) {
+            Expect(LiveNum(kind) <= MostLive(kind, client.layers.size()), "GL objects are left behind");
+        }
     }
     (void)client.DestroyContext();
     return 0;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "races/Clients.h"
+#include "races/BusyClient.h"
 #include "support/Recorder.h"
 #include "support/X11Window.h"
 
@@ -17,7 +17,7 @@ TEST(EGLRaces, LastRectangleOfEachOfEightClientsAtOnceIsTheOneShown) {
     EXPECT_EQ(surface.KivDisplayFBO(canvas, CANVAS, CANVAS), 0);
     EXPECT_EQ(surface.KivRefreshOnSrceen(), 0);
     EXPECT_EQ(surface.KivDestoryGLContext(), 0);
-    for (const Client& client : clients) {
+    for (const BusyClient& client : clients) {
         const TagKivColorRGBA& color = client.lastRect;
         EXPECT_EQ(client.failures, 0U);
         EXPECT_TRUE(window.Shows(0x10000UL * color.r + 0x100UL * color.g + color.b,

@@ -13,7 +13,7 @@
 #include <unistd.h>
 
 #include "bounds_checked.h"
-#include "races/Clients.h"
+#include "races/BusyClient.h"
 #include "support/Process.h"
 #include "support/Recorder.h"
 #include "support/X11Window.h"
@@ -98,7 +98,7 @@ struct Life {
     }
 
     KivGLDrawSurface surface;
-    Client client;
+    BusyClient client;
 };
 
 void Run(unsigned int cycles, unsigned int commands, const char* font) {
@@ -106,7 +106,7 @@ void Run(unsigned int cycles, unsigned int commands, const char* font) {
     Watch("lives", cycles, [&](unsigned int cycle) { Life(window, font).Round(cycle); });
 
     Life life(window, font);
-    const unsigned int rounds = (commands + Client::ROUND - 1) / Client::ROUND;
+    const unsigned int rounds = (commands + BusyClient::ROUND - 1) / BusyClient::ROUND;
     Watch("rounds of 50 commands", rounds, [&](unsigned int round) { life.Round(round); });
     std::printf("soak: passed, %u lives and %u commands\n", cycles, commands);
 }

@@ -1,4 +1,4 @@
-#include "StubGL.h"
+#include "support/StubGL.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -14,12 +14,11 @@
 namespace {
 
 using stubgl::Expect;
-using stubgl::Kind;
 
 constexpr std::size_t ATTRIBUTE_SIZE = 4;  // floats a vertex
 
 struct Object {
-    Kind kind;
+    std::string_view kind;
     GLsizei width = 0;  // a texture's
     GLsizei height = 0;
     std::vector<GLsizei> filledTo;  // a texture's: per column, the row below the lowest upload
@@ -56,7 +55,7 @@ bool IsCurrent() {
 bool Fails() { return state.callsBeforeFailure-- == 0; }
 
 // 0 if it is this call that fails.
-GLuint Make(Kind kind) {
+GLuint Make(std::string_view kind) {
     if (!IsCurrent() || Fails()) {
         return 0;
     }
@@ -64,25 +63,25 @@ GLuint Make(Kind kind) {
     return state.lastName;
 }
 
-void Generate(Kind kind, GLsizei count, GLuint* names) {
+void Generate(std::string_view kind, GLsizei count, GLuint* names) {
     std::generate_n(names, count, [kind] { return Make(kind); });
 }
 
 // Null without a context, too.
-Object* Find(Kind kind, GLuint name) {
+Object* Find(std::string_view kind, GLuint name) {
     const auto found = state.objects.find(name);
     const bool exists = IsCurrent() && found != state.objects.end() && found->second.kind == kind;
     return exists ? &found->second : nullptr;
 }
 
-void Delete(Kind kind, GLsizei count, const GLuint* names) {
+void Delete(std::string_view kind, GLsizei count, const GLuint* names) {
     for (GLsizei i = 0; IsCurrent() && i < count; ++i) {
         Expect(Find(kind, names[i]) != nullptr, "a GL name that does not exist is deleted");
         state.objects.erase(names[i]);
     }
 }
 
-Object* BoundTexture() { return Find(Kind::TEXTURE, state.boundTextures[state.unit]); }
+Object* BoundTexture() { return Find("texture", state.boundTextures[state.unit]); }
 
 // Reads the rows where GL finds them, to the last byte of the last one.
 void ReadPixels(const void* pixels, GLsizei width, GLsizei height, GLenum format) {
@@ -111,11 +110,11 @@ void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure, Drawing drawin
 
 void MakeCurrent() { context = Context::CURRENT; }
 
-std::size_t CountLive(Kind kind) {
-    return static_cast<std::size_t>(std::count_if(state.objects.begin(), state.objects.end(),
-                                                  [kind](const auto& it) { return it.second.kind == kind; }));
+std::size_t LiveNum(std::string_view kind) {
+    const auto isOfKind = [kind](const auto& it) { return kind.empty() || it.second.kind == kind; };
+    const auto found = std::count_if(state.objects.begin(), state.objects.end(), isOfKind);
+    return static_cast<std::size_t>(found) + (kind.empty() ? state.eglObjects.size() : 0);
 }
-std::size_t CountLive() { return state.objects.size() + state.eglObjects.size(); }
 
 void Expect(bool holds, const char* finding) {
     if (!holds) {
@@ -130,8 +129,8 @@ extern "C" {
 
 // Textures.
 
-void glGenTextures(GLsizei n, GLuint* names) { Generate(Kind::TEXTURE, n, names); }
-void glDeleteTextures(GLsizei n, const GLuint* names) { Delete(Kind::TEXTURE, n, names); }
+void glGenTextures(GLsizei n, GLuint* names) { Generate("texture", n, names); }
+void glDeleteTextures(GLsizei n, const GLuint* names) { Delete("texture", n, names); }
 void glActiveTexture(GLenum unit) { state.unit = unit; }
 void glBindTexture(GLenum, GLuint name) { state.boundTextures[state.unit] = name; }
 void glPixelStorei(GLenum, GLint value) { state.alignment = static_cast<std::size_t>(value); }
@@ -165,22 +164,22 @@ void glTexSubImage2D(GLenum, GLint, GLint x, GLint y, GLsizei width, GLsizei hei
 
 // Vertices.
 
-void glGenBuffers(GLsizei n, GLuint* names) { Generate(Kind::BUFFER, n, names); }
-void glDeleteBuffers(GLsizei n, const GLuint* names) { Delete(Kind::BUFFER, n, names); }
+void glGenBuffers(GLsizei n, GLuint* names) { Generate("buffer", n, names); }
+void glDeleteBuffers(GLsizei n, const GLuint* names) { Delete("buffer", n, names); }
 void glBindBuffer(GLenum, GLuint name) { state.arrayBuffer = name; }
 void glVertexAttribPointer(GLuint, GLint size, GLenum, GLboolean, GLsizei, const void*) {
     Expect(size == ATTRIBUTE_SIZE, "vertices of another size");
     state.attributeBuffer = state.arrayBuffer;
 }
 void glBufferData(GLenum, GLsizeiptr size, const void* data, GLenum) {
-    Object* const buffer = Find(Kind::BUFFER, state.arrayBuffer);
+    Object* const buffer = Find("buffer", state.arrayBuffer);
     if (buffer != nullptr) {
         const auto* const first = static_cast<const GLfloat*>(data);
         buffer->vertices.assign(first, first + static_cast<std::size_t>(size) / sizeof(GLfloat));
     }
 }
 void glDrawArrays(GLenum, GLint first, GLsizei count) {
-    const Object* const buffer = Find(Kind::BUFFER, state.attributeBuffer);
+    const Object* const buffer = Find("buffer", state.attributeBuffer);
     if (buffer == nullptr) {
         return;
     }
@@ -200,8 +199,8 @@ void glDrawElements(GLenum, GLsizei count, GLenum, const void* indices) {
 
 // Framebuffers and state.
 
-void glGenFramebuffers(GLsizei n, GLuint* names) { Generate(Kind::FRAMEBUFFER, n, names); }
-void glDeleteFramebuffers(GLsizei n, const GLuint* names) { Delete(Kind::FRAMEBUFFER, n, names); }
+void glGenFramebuffers(GLsizei n, GLuint* names) { Generate("framebuffer", n, names); }
+void glDeleteFramebuffers(GLsizei n, const GLuint* names) { Delete("framebuffer", n, names); }
 GLenum glCheckFramebufferStatus(GLenum) {
     return Fails() ? GL_FRAMEBUFFER_UNSUPPORTED : GL_FRAMEBUFFER_COMPLETE;
 }
@@ -209,14 +208,14 @@ void glGetIntegerv(GLenum, GLint* value) { *value = IsCurrent() ? state.maxTextu
 
 // Programs.
 
-GLuint glCreateShader(GLenum) { return Make(Kind::SHADER); }
-void glDeleteShader(GLuint name) { Delete(Kind::SHADER, 1, &name); }
+GLuint glCreateShader(GLenum) { return Make("shader"); }
+void glDeleteShader(GLuint name) { Delete("shader", 1, &name); }
 void glGetShaderiv(GLuint, GLenum what, GLint* value) { *value = what == GL_COMPILE_STATUS && !Fails(); }
-GLboolean glIsShader(GLuint name) { return Find(Kind::SHADER, name) != nullptr; }
-GLuint glCreateProgram() { return Make(Kind::PROGRAM); }
-void glDeleteProgram(GLuint name) { Delete(Kind::PROGRAM, 1, &name); }
+GLboolean glIsShader(GLuint name) { return Find("shader", name) != nullptr; }
+GLuint glCreateProgram() { return Make("program"); }
+void glDeleteProgram(GLuint name) { Delete("program", 1, &name); }
 void glGetProgramiv(GLuint, GLenum what, GLint* value) { *value = what == GL_LINK_STATUS && !Fails(); }
-GLboolean glIsProgram(GLuint name) { return Find(Kind::PROGRAM, name) != nullptr; }
+GLboolean glIsProgram(GLuint name) { return Find("program", name) != nullptr; }
 GLint glGetAttribLocation(GLuint, const GLchar*) { return Fails() ? -1 : 0; }
 GLint glGetUniformLocation(GLuint, const GLchar*) { return Fails() ? -1 : 0; }
 void glUniform4fv(GLint, GLsizei, const GLfloat* value) {

@@ -1,8 +1,9 @@
-#ifndef KIVGLES_TESTS_FUZZ_STUBGL_H
-#define KIVGLES_TESTS_FUZZ_STUBGL_H
+#ifndef KIVGLES_TESTS_SUPPORT_STUBGL_H
+#define KIVGLES_TESTS_SUPPORT_STUBGL_H
 
 #include <climits>
 #include <cstddef>
+#include <string_view>
 
 #include <GLES2/gl2.h>
 
@@ -29,14 +30,13 @@ void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure = UINT_MAX, Dra
 // Gives this thread a context, for renderers without EGL.
 void MakeCurrent();
 
-// How many there are of GL's, and of all with EGL's. A context takes those of GL with it when it is released.
-enum class Kind { TEXTURE, BUFFER, FRAMEBUFFER, PROGRAM, SHADER };
-std::size_t CountLive(Kind kind);
-std::size_t CountLive();
+// How many there are of "texture", "buffer", "framebuffer", "program" or "shader", or of all with EGL's. A
+// context takes those of GL with it when it is released.
+std::size_t LiveNum(std::string_view kind = "");
 
 // Ends the process as a finding, and says which, unless `holds`.
 void Expect(bool holds, const char* finding);
 
 }  // namespace stubgl
 
-#endif  // KIVGLES_TESTS_FUZZ_STUBGL_H
+#endif  // KIVGLES_TESTS_SUPPORT_STUBGL_H

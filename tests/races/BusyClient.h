@@ -1,5 +1,5 @@
-#ifndef KIVGLES_TESTS_RACES_CLIENTS_H
-#define KIVGLES_TESTS_RACES_CLIENTS_H
+#ifndef KIVGLES_TESTS_RACES_BUSYCLIENT_H
+#define KIVGLES_TESTS_RACES_BUSYCLIENT_H
 
 // Clients that use all there is of a surface: one, or eight at once, each on a thread of its own.
 
@@ -27,7 +27,7 @@ inline TagKivColorRGBA CommandColor(unsigned int client, unsigned int nth) {
 }
 
 // Draws shapes, texts and bitmaps, measures texts, loads a font, makes and destroys layers.
-struct Client {
+struct BusyClient {
     static constexpr unsigned int ROUND = 50;  // commands
 
     KivGLDrawSurface* surface;
@@ -104,12 +104,12 @@ void OnClientThreads(Run run) {
 
 // Lets all clients do so many rounds at once, and returns what has become of them. `canvas` is set to a layer
 // that they share.
-inline std::vector<Client> RunClients(KivGLDrawSurface& surface, const char* font, unsigned int& canvas,
-                                      unsigned int rounds) {
+inline std::vector<BusyClient> RunClients(KivGLDrawSurface& surface, const char* font, unsigned int& canvas,
+                                          unsigned int rounds) {
     (void)surface.KivCreateGLFBO(canvas, CANVAS.width, CANVAS.height, KIV_COLOR_FORMAT_RGBA8888);
-    std::vector<Client> clients(CLIENTS, Client{&surface, font, canvas});
+    std::vector<BusyClient> clients(CLIENTS, BusyClient{&surface, font, canvas});
     OnClientThreads([&clients, rounds](unsigned int number) {
-        Client& client = clients[number];
+        BusyClient& client = clients[number];
         client.number = number;
         client.Start();
         for (unsigned int round = 0; round < rounds; ++round) {
@@ -121,4 +121,4 @@ inline std::vector<Client> RunClients(KivGLDrawSurface& surface, const char* fon
 
 }  // namespace kivgles
 
-#endif  // KIVGLES_TESTS_RACES_CLIENTS_H
+#endif  // KIVGLES_TESTS_RACES_BUSYCLIENT_H
