@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # setup.sh [GROUP|PACKAGE]...
-# Installs the Debian packages of the groups and the further ones named, as far as they are missing; those of all
-# groups if none is named. Works as root or with sudo; asks for nothing but a password that sudo may want.
+# Installs the Debian packages of the groups and the further ones named (PACKAGE:ARCHITECTURE for another machine's),
+# as far as they are missing; those of all groups if none is named. Removes none. Works as root or with sudo; asks for
+# nothing but a password that sudo may want.
 #
 # build   compiles the library        checks  looks at the sources, with clang and the tools around it
 # demo    build, and the examples     bench   Google Benchmark
@@ -54,8 +55,12 @@ installed() {
 }
 
 missing=()
+declare -A architectures=()
 for package in "${packages[@]}"; do
-    installed "$package" || missing+=("$package")
+    if ! installed "$package"; then
+        missing+=("$package")
+        [[ $package != *:* ]] || architectures[${package#*:}]=1
+    fi
 done
 
 if ((${#missing[@]} == 0)); then
@@ -73,7 +78,10 @@ if ((EUID != 0)); then
 fi
 
 echo "setup: installing ${missing[*]}"
+for architecture in "${!architectures[@]}"; do
+    "${as_root[@]}" dpkg --add-architecture "$architecture"
+done
 "${as_root[@]}" apt-get update
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install --yes --no-install-recommends "${missing[@]}" </dev/null
+    apt-get install --yes --no-install-recommends --no-remove "${missing[@]}" </dev/null
 echo "setup: installed ${#missing[@]} packages"
