@@ -3,8 +3,8 @@
 # Runs the command in a fresh clone of the last commit, inside a minimal Debian of that suite (bookworm, trixie, ...)
 # that sees nothing of this machine's packages, and exits with its status. Needs root or sudo.
 # The minimal system is kept for the next time, and so are the packages that were fetched, in $KIVGLES_DEBIAN_CACHE
-# (~/.cache/kivgles unless said otherwise); each run gets a copy of its own. The mirror is the one that this
-# machine's apt uses.
+# (~/.cache/kivgles unless said otherwise); each run gets a copy of its own. Runs in one suite follow one another. The
+# mirror is the one that this machine's apt uses.
 set -euo pipefail
 
 fail() {
@@ -20,7 +20,8 @@ suite=$1
 shift
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
-cache=$(realpath -m "${KIVGLES_DEBIAN_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/kivgles}")
+home=~ # known where HOME is not
+cache=$(realpath -m "${KIVGLES_DEBIAN_CACHE:-${XDG_CACHE_HOME:-$home/.cache}/kivgles}")
 if ((EUID != 0)); then
     command -v sudo >/dev/null || fail "run this as root, or install sudo"
     exec sudo KIVGLES_DEBIAN_CACHE="$cache" "$PWD/scripts/in_debian.sh" "$suite" "$@"
@@ -35,24 +36,29 @@ mirror=$(apt-get indextargets --format '$(ORIGIN) $(REPO_URI)' 'Created-By: Pack
 [[ -n $mirror ]] || fail "this machine's apt has no mirror of Debian"
 
 mkdir -p "$cache"
+exec {lock}>"$cache/$suite.lock"
+flock --nonblock "$lock" || { echo "in_debian: waiting for another run in $suite" && flock "$lock"; }
+rm -rf --one-file-system "$cache/$suite".run.* # of a run that was killed
 system=$(mktemp -d "$cache/$suite.run.XXXXXX")
 inner=
 
-# Everything that runs inside dies with its first process, and what is mounted inside is gone with the last one.
+# What runs inside dies with the process that waits for it here, shortly after, and what is mounted inside is gone then.
 clean_up() {
     if [[ -n $inner ]]; then
-        kill -KILL "$inner" 2>/dev/null || true
-        wait "$inner" 2>/dev/null || true
-    fi
-    rm -rf --one-file-system "$system"
+        kill -KILL "$inner" || true
+        wait "$inner" || true
+    fi 2>/dev/null
+    rm -rf --one-file-system "$system" 2>/dev/null || { sleep 2 && rm -rf --one-file-system "$system"; }
 }
 trap clean_up EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 
-# contained COMMAND...: with processes and mounts of its own; waits in a way that a signal interrupts.
+# contained COMMAND...: with processes and mounts of its own, which end with this script however it ends; waits in a way
+# that a signal interrupts.
 contained() {
-    unshare --mount --propagation private --pid --fork --kill-child --mount-proc "$@" </dev/null &
+    setpriv --pdeathsig KILL \
+        unshare --mount --propagation private --pid --fork --kill-child --mount-proc "$@" </dev/null &
     inner=$!
     local status=0
     wait "$inner" || status=$?
@@ -73,7 +79,8 @@ cp -a "$base" "$system/tree"
 cp /etc/resolv.conf "$system/tree/etc/"
 # It is thrown away: nothing waits for the disk.
 echo force-unsafe-io >"$system/tree/etc/dpkg/dpkg.cfg.d/unsafe-io"
-git clone -q --no-hardlinks . "$system/tree/srv/kivgles"
+git clone -q --no-hardlinks . "$system/tree/srv/kivgles" 2>"$system/log" ||
+    fail "git could not clone $PWD: $(head -n 1 "$system/log")"
 
 # shellcheck disable=SC2016  # the variables are the inner shell's
 contained bash -c '
