@@ -7,10 +7,10 @@ namespace {
 
 using testing::AllOf, testing::ContainsRegex, testing::EndsWith, testing::HasSubstr;
 
-// Runs EXIT_CLIENT, but not for ever, and returns what it wrote, its log included, with its status at the
-// end.
+// Runs EXIT_CLIENT, a shell's words, but not for ever, and returns what it wrote, its log included, with its
+// status at the end.
 std::string RunClient(const std::string& environment, const std::string& way) {
-    FILE* const pipe = popen((environment + " timeout 60 '" EXIT_CLIENT "' " + way + " 2>&1").c_str(), "r");
+    FILE* const pipe = popen((environment + " timeout 60 " EXIT_CLIENT " " + way + " 2>&1").c_str(), "r");
     std::string output;
     for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
         output += static_cast<char>(c);

@@ -45,8 +45,9 @@ TEST(Signals, AreTakenByNoThreadOfTheLibraryAndTheCallersMaskIsKept) {
             continue;
         }
         const std::uint64_t blocked = Blocked(thread);
+        // An emulator of processes has the first two of the real-time ones for itself.
         for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM, SIGCHLD, SIGALRM, SIGUSR1, SIGUSR2,
-                                 SIGPIPE, SIGPROF, SIGTSTP, SIGRTMIN, SIGRTMAX}) {
+                                 SIGPIPE, SIGPROF, SIGTSTP, SIGRTMIN + 2, SIGRTMAX}) {
             EXPECT_FALSE(Takes(blocked, signal)) << signal;
         }
         bool takesFaults = true;
