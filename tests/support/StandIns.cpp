@@ -1,6 +1,7 @@
 // The functions of GL, EGL and FreeType that the library calls. Each one here stands between the library and
 // the real one: tells the recorder of the call, fails if it has to, and calls the real one otherwise.
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -68,6 +69,24 @@ const GLubyte* Remembered(const GLubyte* words) {
 }
 GLint Located(const char* kind, GLuint program, const char* name, GLint location) {
     return seen.variables[{kind, program, location}] = name, location;
+}
+
+// --- What is drawn ---
+
+// How many vertices the indices reach.
+GLsizei VertexNum(const GLushort* indices, GLsizei n) {
+    return n == 0 ? 0 : 1 + *std::max_element(indices, indices + n);
+}
+// Whether the bound buffer holds so many, each of four floats. A call that failed may have left it without; a
+// driver may crash when it draws from such a one, which is no fault of the library.
+bool HoldsVertices(GLsizei n) {
+    GLint buffer = 0;
+    GLint size = 0;
+    glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &buffer);
+    if (buffer != 0) {
+        glGetBufferParameteriv(GL_ARRAY_BUFFER, GL_BUFFER_SIZE, &size);
+    }
+    return size >= n * static_cast<GLint>(4 * sizeof(GLfloat));
 }
 
 // --- What a window is about to show ---
@@ -152,9 +171,12 @@ ENTRY(void, glDeleteShader, (GLuint name), (Name("shader", name)),
       (SetNames("shader", 1, &name, false), next(name)), void())
 GL(glDisable, (GLenum what), (what), (Const(what)))
 GL(glDisableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
-GL(glDrawArrays, (GLenum mode, GLint first, GLsizei n), (mode, first, n), (Mode(mode), first, n))
-GL(glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* indices), (mode, n, type, indices),
-   (Mode(mode), n, Const(type), List(static_cast<const GLushort*>(indices), n)))
+ENTRY(void, glDrawArrays, (GLenum mode, GLint first, GLsizei n), (Mode(mode), first, n),
+      HoldsVertices(first + n) ? next(mode, first, n) : void(), void())
+ENTRY(void, glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* indices),
+      (Mode(mode), n, Const(type), List(static_cast<const GLushort*>(indices), n)),
+      HoldsVertices(VertexNum(static_cast<const GLushort*>(indices), n)) ? next(mode, n, type, indices) : void(),
+      void())
 GL(glEnable, (GLenum what), (what), (Const(what)))
 GL(glEnableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
 GL(glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint texture, GLint level),
