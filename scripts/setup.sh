@@ -12,13 +12,14 @@ set -euo pipefail
 build=(
     g++ cmake ninja-build pkg-config
     libegl-dev libgles-dev libfreetype-dev
+    libutfcpp-dev # headers, for the kit
 )
 demo=(
     "${build[@]}"
     # The software renderer and the virtual X server
     libegl-mesa0 libgles2 libgl1-mesa-dri xvfb x11-utils
     # Examples
-    libx11-dev libpng-dev libcli11-dev libutfcpp-dev
+    libx11-dev libpng-dev libcli11-dev
     # Fonts: outlines with Latin, Greek and Cyrillic; Chinese, Japanese and Korean
     fonts-dejavu-core fonts-wqy-microhei
 )

@@ -141,30 +141,20 @@ class ImagePainter {
         const Size window = layer.device->WindowSize();
         if (ForBitmap(to, layer.Bounds(), window, bitmap.dstRect)) {
             DrawInto(layer.handle);
-        } else {
-            DrawByWayOfScratch(to, window);
+            return;
         }
+        const auto draw = [&](unsigned int handle, const Size& size) {
+            (void)ForBitmap({0, 0, to.width, to.height}, size, window,
+                            bitmap.dstRect);  // even for these sizes
+            DrawInto(handle);
+        };
+        layer.DrawBeyondEdges(to, blended, draw, operation);
     }
 
  private:
     void DrawInto(unsigned int handle) {
         Check(blended ? surface.KivDrawBitmapByBlend(handle, bitmap) : surface.KivDrawBitmap(handle, bitmap),
               operation);
-    }
-
-    // Into the top-left corner of a layer where it comes out even, and from there, cut off, to where it goes.
-    void DrawByWayOfScratch(const Rect& to, const Size& window) {
-        Size size = {to.width, to.height};
-        const unsigned int scratch = layer.device->Scratch(size, operation);
-        const Rect visible = layer.Visible(to);
-        const Rect part = {visible.x - to.x, visible.y - to.y, visible.width, visible.height};
-        if (blended) {
-            Check(surface.KivBlit({layer.handle, scratch, Unsigned(visible), Unsigned(part)}), operation);
-        }
-        (void)ForBitmap({0, 0, to.width, to.height}, size, window,
-                        bitmap.dstRect);  // even for each scratch layer
-        DrawInto(scratch);
-        Check(surface.KivBlit({scratch, layer.handle, Unsigned(part), Unsigned(visible)}), operation);
     }
 
     LayerState& layer;
@@ -184,9 +174,8 @@ void DrawImage(LayerState& layer, const Image& image, const Rect& to, bool blend
         throw Error(operation, Error::TOO_LARGE);
     }
     const auto lock = layer.device->Lock();
-    ImagePainter painter(layer, image, blended, operation);
     if (!IsEmpty(layer.Visible(to))) {
-        painter.Draw(to);
+        ImagePainter(layer, image, blended, operation).Draw(to);
     }
 }
 

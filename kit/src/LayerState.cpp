@@ -41,6 +41,25 @@ void LayerState::Fill(const Rect& rect, const Color& color, const char* operatio
     }
 }
 
+void LayerState::DrawBeyondEdges(const Rect& region, bool blended,
+                                 const std::function<void(unsigned int, const Size&)>& draw,
+                                 const char* operation) {
+    const Rect visible = Visible(region);
+    if (IsEmpty(visible)) {
+        return;
+    }
+    KivGLDrawSurface& surface = device->Surface(operation);
+    Size size = {region.width, region.height};
+    const unsigned int scratch = device->Scratch(size, operation);
+    const TagKivRectInfo there =
+        Unsigned({visible.x - region.x, visible.y - region.y, visible.width, visible.height});
+    if (blended) {
+        Check(surface.KivBlit({handle, scratch, Unsigned(visible), there}), operation);
+    }
+    draw(scratch, size);
+    Check(surface.KivBlit({scratch, handle, there, Unsigned(visible)}), operation);
+}
+
 TagKivRectInfo Unsigned(const Rect& rect) {
     return {static_cast<std::uint32_t>(rect.x), static_cast<std::uint32_t>(rect.y),
             static_cast<std::uint32_t>(rect.width), static_cast<std::uint32_t>(rect.height)};

@@ -1,8 +1,8 @@
 #ifndef KIVGLES_KIT_LAYERSTATE_H
 #define KIVGLES_KIT_LAYERSTATE_H
 
+#include <functional>
 #include <memory>
-#include <vector>
 
 #include "Device.h"
 #include "kivgles/kit/Geometry.h"
@@ -29,6 +29,12 @@ class LayerState {
     Size Bounds() const { return {width, height}; }
     // The part of a rectangle that is in the layer.
     Rect Visible(const Rect& rect) const;
+
+    // Draws where the core does not reach, beyond the left and upper edge: into another layer with `region`
+    // in its top-left corner, from where the visible part comes here. `draw` gets that layer's handle and
+    // size. With `blended` it draws over what is here.
+    void DrawBeyondEdges(const Rect& region, bool blended,
+                         const std::function<void(unsigned int, const Size&)>& draw, const char* operation);
 
     void Fill(const Rect& rect, const Color& color, const char* operation);
 

@@ -205,18 +205,24 @@ Rect MissingBox(int x, int baseline, int width, int size) {
 
 // Splits a line where the pen has to be placed anew.
 void PlaceCells(const Cells& cells, const LayoutRules& rules, TextLine& line) {
-    int pen = line.x;
+    std::int64_t pen = line.x;
     bool goesOn = false;  // the core's pen is where the next character goes
     for (const Cell& cell : cells) {
-        if (cell.kind == Cell::MISSING) {
-            line.boxes.push_back(MissingBox(pen, line.baseline, cell.width, rules.size));
-        } else if (cell.kind == Cell::CHARACTER) {
+        const bool begun = pen >= rules.visibleBegin;
+        // The ink of a character reaches beyond its advance, but not by more than the text is high.
+        const bool visible =
+            pen + cell.width + rules.size > rules.visibleBegin && pen - rules.size < rules.visibleEnd;
+        const int x = static_cast<int>(pen) + cell.inset;
+        if (visible && cell.kind == Cell::MISSING) {
+            line.boxes.push_back(MissingBox(x, line.baseline, cell.width, rules.size));
+        } else if (visible && cell.kind == Cell::CHARACTER) {
             if (!goesOn || cell.inset != 0 || line.runs.back().units.size() == MAX_UNITS) {
-                line.runs.push_back({pen + cell.inset, {}});
+                line.runs.push_back({x, 0, {}});
             }
             line.runs.back().units += static_cast<char16_t>(cell.character);
+            line.runs.back().width += cell.width;
         }
-        goesOn = cell.kind == Cell::CHARACTER && cell.isAdvance;
+        goesOn = visible && begun && cell.kind == Cell::CHARACTER && cell.isAdvance;
         pen += cell.width;
     }
 }

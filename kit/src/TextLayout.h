@@ -2,6 +2,7 @@
 #define KIVGLES_KIT_TEXTLAYOUT_H
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -29,11 +30,16 @@ struct LayoutRules {
     bool tabular = false;
     Align align = Align::LEFT;
     VerticalAlign verticalAlign = VerticalAlign::TOP;
+    // What of the box can be seen, from its left edge. A character that begins before it, which the core
+    // cannot do, is a run of its own; what is nowhere near is left out of the runs.
+    int visibleBegin = std::numeric_limits<int>::min();
+    int visibleEnd = std::numeric_limits<int>::max();
 };
 
 // Units that are drawn in one request, at most 127.
 struct TextRun {
-    int x;  // of the pen, from the left edge of the box
+    int x = 0;  // of the pen, from the left edge of the box
+    int width = 0;
     std::u16string units;
 };
 

@@ -11,10 +11,7 @@
 namespace kivgles::kit {
 
 class Layer;
-class LayerState;
 struct LayoutRules;
-struct TextLine;
-struct TextRun;
 
 /// Where a text stands between the left and the right edge of its box.
 enum class Align {
@@ -173,9 +170,7 @@ class Text {
 
  private:
     int PixelSize() const;
-    LayoutRules Rules(const Size& box, int factor) const;
-    void DrawLine(LayerState& target, const TextLine& line, const LayoutRules& rules, int x, int y) const;
-    void DrawRun(LayerState& target, const TextRun& run, int pixels, int x, int baseline) const;
+    LayoutRules Rules(const Rect& box, int factor, int layerWidth) const;
 
     int size = 40;
     Color color = {255, 255, 255, 255};
