@@ -1,0 +1,191 @@
+// Where the characters of a text go, in a font of which the widths are known.
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "TextLayout.h"
+#include "Utf8.h"
+
+namespace kivgles::kit {
+namespace {
+
+// Ten pixels wide, but "i" is four; the pen is not sure of "j"; there is no "#" and nothing above U+FFFF.
+CharacterWidth FindInTestFont(char32_t character) {
+    if (character == U'#' || character > 0xFFFF) {
+        return {};
+    }
+    return {true, character == U'i' || character == U'1' ? 4 : 10, character != U'j'};
+}
+
+// A text of 20 pixels: a space is 6, the box for a missing character 12 wide. Lines are 25 high, the baseline
+// 20 below their top.
+LayoutRules Box(int width, int height = 25) {
+    LayoutRules rules;
+    rules.box = {width, height};
+    rules.size = 20;
+    rules.lineHeight = 25;
+    return rules;
+}
+
+LayoutRules Wrapped(int width, int height = 1000) {
+    LayoutRules rules = Box(width, height);
+    rules.wrapped = true;
+    return rules;
+}
+
+LayoutRules With(LayoutRules rules, Align align) {
+    rules.align = align;
+    return rules;
+}
+
+LayoutRules With(LayoutRules rules, VerticalAlign align) {
+    rules.verticalAlign = align;
+    return rules;
+}
+
+LayoutRules Tabular(LayoutRules rules) {
+    rules.tabular = true;
+    return rules;
+}
+
+LayoutRules Visible(LayoutRules rules, int begin, int end) {
+    rules.visibleBegin = begin;
+    rules.visibleEnd = end;
+    return rules;
+}
+
+// "0:ab 26:c" are two runs with their pens, "[8]" is a box at 8, " / " is between lines, "+" at the end says
+// that something was left out.
+std::string Describe(const TextLayout& layout) {
+    std::string text;
+    for (const TextLine& line : layout.lines) {
+        text += &line == &layout.lines.front() ? "" : " / ";
+        std::string separator;
+        for (const TextRun& run : line.runs) {
+            const std::u16string& units = run.units;
+            text += separator + std::to_string(run.x) + ":";
+            for (const char16_t unit : units) {
+                text += unit == u'\u2026'   ? "~"
+                        : unit == u'\u6771' ? "E"
+                        : unit == u'\u3002' ? "o"
+                        : unit == u'\uFFFD' ? "?"
+                                            : std::string(1, static_cast<char>(unit));
+            }
+            separator = " ";
+        }
+        for (const Rect& box : line.boxes) {
+            text += separator + "[" + std::to_string(box.x) + "]";
+            separator = " ";
+        }
+    }
+    return text + (layout.whole ? "" : "+");
+}
+
+struct Case {
+    const char* name;
+    const char* text;
+    LayoutRules rules;
+    const char* expected;
+};
+
+std::ostream& operator<<(std::ostream& out, const Case& row) { return out << row.name; }
+
+class TextLayoutTest : public testing::TestWithParam<Case> {};
+
+TEST_P(TextLayoutTest, PlacesCharacters) {
+    const Case& row = GetParam();
+    EXPECT_EQ(Describe(LayOut(DecodeUtf8(row.text), row.rules, FindInTestFont)), row.expected);
+}
+
+const Case CASES[] = {
+    {"Word", "abc", Box(100), "0:abc"},
+    {"Empty", "", Box(100), ""},
+    {"Spaces", "ab c", Box(100), "0:ab 26:c"},
+    {"SpacesInARowCountEach", " a  b", Box(100), "6:a 28:b"},
+    {"SpacesAtTheEndDoNotCount", "ab   ", With(Box(100), Align::RIGHT), "80:ab"},
+    {"IdeographicSpace", "a\u3000b", Box(100), "0:a 30:b"},
+    {"Center", "ab", With(Box(101), Align::CENTER), "40:ab"},
+    {"Right", "ai", With(Box(100), Align::RIGHT), "86:ai"},
+    {"Missing", "a#b", Box(100), "0:a 22:b [11]"},
+    {"BeyondUnits", "a\U0001F600b", Box(100), "0:a 22:b [11]"},
+    {"PenIsPlacedAnewAfterADoubtfulCharacter", "ajb", Box(100), "0:aj 20:b"},
+    {"Invisible", "a\u200D\uFE0F\u00ADb\x01", Box(100), "0:ab"},
+    {"BadBytes", "a\xFF\xE6\x9D", Box(100), "0:a??"},
+    {"ProportionalDigits", "210", Box(100), "0:210"},
+    {"TabularDigits", "210a1", Tabular(Box(100)), "0:2 13:1 20:0a 43:1"},
+    {"LinesOfFeeds", "a\n\nb", Box(100, 75), "0:a /  / 0:b"},
+    {"CarriageReturnsAreNotSeen", "a\r\nb", Box(100, 75), "0:a / 0:b"},
+
+    {"JustFits", "abc", Box(30), "0:abc"},
+    {"TooLong", "abcd", Box(39), "0:ab~+"},
+    {"NoSpaceBeforeAnEllipsis", "ab cdef", Box(40), "0:ab~+"},
+    {"RoomForTheEllipsisAlone", "ab", Box(10), "0:~+"},
+    {"NoRoomForTheEllipsis", "ab", Box(9), "+"},
+    {"NoWidth", "ab", Box(0), "+"},
+    {"NoHeight", "ab", Box(100, 0), "+"},
+    {"NegativeSize", "ab", Box(-5, -5), "+"},
+    {"LowBoxHasALineAllTheSame", "ab", Box(100, 1), "0:ab"},
+    {"LinesThatDoNotFit", "a\nb\nc", Box(100, 50), "0:a / 0:b~+"},
+    {"EachLineIsShortenedOnItsOwn", "abcd\nb", Box(39, 50), "0:ab~ / 0:b+"},
+
+    {"WrapsAtSpaces", "ab cd ef", Wrapped(50), "0:ab 26:cd / 0:ef"},
+    {"SpacesHangOverTheEnd", "abc   de", Wrapped(30), "0:abc / 0:de"},
+    {"NoBreakSpaceDoesNotWrap", "a b\u00A0c", Wrapped(40), "0:a / 0:b 16:c"},
+    {"LongWordBreaksAnywhere", "abcdef", Wrapped(25), "0:ab / 0:cd / 0:ef"},
+    {"LongWordBeginsALineOfItsOwn", "a bcdef", Wrapped(35), "0:a / 0:bcd / 0:ef"},
+    {"WrapsBetweenIdeographs", "\u6771\u6771\u6771", Wrapped(25), "0:EE / 0:E"},
+    {"WrapsBetweenIdeographAndLatin", "ab\u6771", Wrapped(25), "0:ab / 0:E"},
+    {"ClosingMarkDoesNotBeginALine", "\u6771\u6771\u3002", Wrapped(25), "0:E / 0:Eo"},
+    {"LastLineIsShortened", "ab cd ef", Wrapped(40, 50), "0:ab / 0:cd~+"},
+    {"LastLineThatFitsIsWhole", "ab cd", Wrapped(40, 50), "0:ab / 0:cd"},
+    {"NotEvenOneCharacterFits", "ab cd", Wrapped(9), "+"},
+    {"WrappedLinesAreAlignedEach", "abc d", With(Wrapped(30), Align::RIGHT), "0:abc / 20:d"},
+
+    {"CharactersBeforeTheVisibleAreRunsOfTheirOwn", "abcdefgh", Visible(Box(200), 35, 200),
+     "10:b 20:c 30:d 40:efgh"},
+    {"CharactersBehindTheVisibleAreLeftOut", "abcdefgh", Visible(Box(200), 0, 25), "0:abcde"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Cases, TextLayoutTest, testing::ValuesIn(CASES),
+                         [](const auto& row) { return std::string(row.param.name); });
+
+TEST(TextLayout, SplitsWhatIsLongerThanARequest) {
+    const TextLayout layout = LayOut(std::u32string(300, U'a'), Box(3000), FindInTestFont);
+    ASSERT_EQ(layout.lines.size(), 1U);
+    ASSERT_EQ(layout.lines[0].runs.size(), 3U);
+    EXPECT_EQ(layout.lines[0].runs[1].units.size(), 127U);
+    EXPECT_EQ(layout.lines[0].runs[1].x, 1270);
+    EXPECT_EQ(layout.lines[0].runs[2].units.size(), 46U);
+    EXPECT_EQ(layout.lines[0].width, 3000);
+}
+
+TEST(TextLayout, PutsLinesIntoTheHeight) {
+    struct {
+        VerticalAlign align;
+        int top;
+        int secondBaseline;
+    } const rows[] = {{VerticalAlign::TOP, 0, 45},
+                      {VerticalAlign::MIDDLE, 25, 70},
+                      {VerticalAlign::BOTTOM, 50, 95},
+                      {VerticalAlign::BASELINE, 55, 100}};
+    for (const auto& row : rows) {
+        const TextLayout layout = LayOut(U"a\nb", With(Box(100, 100), row.align), FindInTestFont);
+        ASSERT_EQ(layout.lines.size(), 2U);
+        EXPECT_EQ(layout.lines[0].top, row.top);
+        EXPECT_EQ(layout.lines[1].baseline, row.secondBaseline);
+    }
+    const TextLayout low = LayOut(U"a", With(Box(100, 10), VerticalAlign::MIDDLE), FindInTestFont);
+    EXPECT_EQ(low.lines[0].baseline, -7 + 20)
+        << "a line that is higher than its box reaches over both edges alike";
+}
+
+TEST(TextLayout, DrawsAnEllipsisOfFullStopsWhereTheFontHasNone) {
+    const auto findWithoutEllipsis = [](char32_t character) {
+        return character == U'\u2026' ? CharacterWidth{} : FindInTestFont(character);
+    };
+    EXPECT_EQ(Describe(LayOut(U"abcdef", Box(50), findWithoutEllipsis)), "0:ab...+");
+}
+
+}  // namespace
+}  // namespace kivgles::kit
