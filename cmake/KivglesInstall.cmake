@@ -30,6 +30,15 @@ configure_package_config_file(cmake/kivglesConfig.cmake.in ${PROJECT_BINARY_DIR}
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/kivglesConfigVersion.cmake
     COMPATIBILITY SameMinorVersion)
 install(EXPORT kivglesTargets NAMESPACE kivgles:: DESTINATION ${KIVGLES_CMAKE_DIR} COMPONENT development)
+if(TARGET kivgles_kit)
+    # A component of the package: who does not ask for it does not get it.
+    install(TARGETS kivgles_kit EXPORT kivglesKitTargets
+        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+    install(EXPORT kivglesKitTargets NAMESPACE kivgles::
+        FILE kivgles-kit.cmake DESTINATION ${KIVGLES_CMAKE_DIR} COMPONENT development)
+    install(DIRECTORY kit/include/kivgles DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+        COMPONENT development FILES_MATCHING PATTERN "*.h")
+endif()
 install(FILES
     ${PROJECT_BINARY_DIR}/kivglesConfig.cmake ${PROJECT_BINARY_DIR}/kivglesConfigVersion.cmake
     DESTINATION ${KIVGLES_CMAKE_DIR} COMPONENT development)
@@ -38,9 +47,15 @@ install(FILES
 if(NOT ANDROID AND NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
     file(RELATIVE_PATH KIVGLES_PREFIX_FROM_PC "/${KIVGLES_PKGCONFIG_DIR}" /)
     string(REGEX REPLACE "/$" "" KIVGLES_PREFIX_FROM_PC "${KIVGLES_PREFIX_FROM_PC}")
-    configure_file(cmake/kivgles.pc.in ${PROJECT_BINARY_DIR}/kivgles.pc @ONLY)
-    install(FILES ${PROJECT_BINARY_DIR}/kivgles.pc
-        DESTINATION ${KIVGLES_PKGCONFIG_DIR} COMPONENT development)
+    set(packages kivgles)
+    if(TARGET kivgles_kit)
+        list(APPEND packages kivgles-kit)
+    endif()
+    foreach(package IN LISTS packages)
+        configure_file(cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
+        install(FILES ${PROJECT_BINARY_DIR}/${package}.pc
+            DESTINATION ${KIVGLES_PKGCONFIG_DIR} COMPONENT development)
+    endforeach()
 endif()
 
 # Prefab: one folder an ABI; several installs into one prefix make one package.

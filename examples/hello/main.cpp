@@ -20,7 +20,7 @@ int main() {
     kivgles::kit::Layer layer(screen, screen.Size());
     layer.Clear({24, 40, 64});
     layer.Disc({70, 100}, 24, {255, 186, 84});
-    kivgles::kit::Text(40, {240, 244, 250}).Middle().Draw(layer, "Grüße, 世界", {120, 0, 480, 200});
+    kivgles::kit::Text(40, {240, 244, 250}).Middle().Draw(layer, "Hello, grüezi, γεια!", {120, 0, 480, 200});
     screen.Present(layer);
     screen.Finish();
 

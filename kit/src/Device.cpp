@@ -7,6 +7,7 @@ namespace kivgles::kit {
 
 namespace {
 
+constexpr int MAX_QUEUED = 4096;        // some 2.5 MB
 constexpr unsigned int FONT_SIZE = 40;  // pixels: the standard style is drawn as large as it says
 
 }  // namespace
@@ -21,7 +22,18 @@ KivGLDrawSurface& Device::Surface(const char* operation) {
     if (surface == nullptr) {
         throw Error(operation, Error::NOT_CONNECTED);
     }
+    if (++queued > MAX_QUEUED) {
+        Wait(operation);
+    }
     return *surface;
+}
+
+void Device::Wait(const char* operation) {
+    if (surface == nullptr) {
+        throw Error(operation, Error::NOT_CONNECTED);
+    }
+    queued = 0;
+    Check(surface->Init(0), operation);
 }
 
 bool Device::SwitchWindow(ANativeWindow* another, const char* operation) {

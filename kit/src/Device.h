@@ -32,8 +32,12 @@ class Device {
 
     [[nodiscard]] std::unique_lock<std::mutex> Lock() { return std::unique_lock(mutex); }
 
-    // Throws NOT_CONNECTED for `operation` if there is none.
+    // For one more request. Throws NOT_CONNECTED for `operation` if there is none. The core's queue has no
+    // bound: where a client has queued very much without ever waiting, this waits until it is done.
     KivGLDrawSurface& Surface(const char* operation);
+
+    // Until everything queued is done.
+    void Wait(const char* operation);
 
     // Another window for the same surface; false if a new surface has to be made.
     bool SwitchWindow(ANativeWindow* another, const char* operation);
@@ -70,6 +74,7 @@ class Device {
     std::set<LayerState*> layers;               // they take themselves out
     std::string fontPath;                       // of the font that a new surface gets; empty: none
     bool fontLoaded = false;
+    int queued = 0;            // requests since the last wait, at most
     unsigned int scratch = 0;  // 0: none
     Size scratchSize;
     CharacterWidths widths;

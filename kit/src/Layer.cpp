@@ -75,15 +75,17 @@ void FillDisc(LayerState& layer, const Point& center, double radius, const Color
           operation);
 }
 
+// A place from 0 to `from`, in what is scaled to reach from 0 to `to`.
+int Share(std::int64_t place, int from, int to) { return static_cast<int>((place * to + from / 2) / from); }
+
 // Where `visible`, a part of `whole`, lies in what is scaled to fill `whole`.
 Rect PartOf(const Rect& scaled, const Rect& whole, const Rect& visible) {
-    const auto at = [](std::int64_t position, int from, int to) {
-        return static_cast<int>((position * to + from / 2) / from);
-    };
-    const int left = at(std::int64_t{visible.x} - whole.x, whole.width, scaled.width);
-    const int top = at(std::int64_t{visible.y} - whole.y, whole.height, scaled.height);
-    const int right = at(std::int64_t{visible.x} - whole.x + visible.width, whole.width, scaled.width);
-    const int bottom = at(std::int64_t{visible.y} - whole.y + visible.height, whole.height, scaled.height);
+    const std::int64_t x = std::int64_t{visible.x} - whole.x;
+    const std::int64_t y = std::int64_t{visible.y} - whole.y;
+    const int left = Share(x, whole.width, scaled.width);
+    const int top = Share(y, whole.height, scaled.height);
+    const int right = Share(x + visible.width, whole.width, scaled.width);
+    const int bottom = Share(y + visible.height, whole.height, scaled.height);
     return {scaled.x + left, scaled.y + top, right - left, bottom - top};
 }
 

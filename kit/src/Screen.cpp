@@ -13,7 +13,7 @@ namespace kivgles::kit {
 
 namespace {
 
-void RefuseNull(ANativeWindow* window, const char* operation) {
+void RefuseNull(const ANativeWindow* window, const char* operation) {
     if (window == nullptr) {
         throw Error(operation, Error::INVALID_ARGUMENT);
     }
@@ -80,7 +80,7 @@ void Screen::Present(const Layer& layer) {
     const auto height = static_cast<std::uint32_t>(layer.state->height);
 
     // Until the frame before has been shown: this one is the only one in flight.
-    Check(surface.Init(0), OPERATION);
+    device->Wait(OPERATION);
     Check(surface.KivBlit({layer.state->handle,
                            FBO_HANDLE_BASE,
                            {0, 0, width, height},
@@ -91,7 +91,7 @@ void Screen::Present(const Layer& layer) {
 
 void Screen::Finish() {
     const auto lock = device->Lock();
-    Check(device->Surface("Screen::Finish").Init(0), "Screen::Finish");
+    device->Wait("Screen::Finish");
 }
 
 kit::Size Screen::Size() const {

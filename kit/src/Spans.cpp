@@ -163,9 +163,9 @@ std::vector<Rect> LineSpans(const Point& from, const Point& to, double thickness
     }
     std::vector<Rect> spans =
         WideLineSpans({from.y, from.x}, {to.y, to.x}, thickness, {bounds.height, bounds.width});
-    for (Rect& span : spans) {
-        span = {span.y, span.x, span.height, span.width};
-    }
+    std::transform(spans.begin(), spans.end(), spans.begin(), [](const Rect& span) {
+        return Rect{span.y, span.x, span.height, span.width};
+    });
     return spans;
 }
 

@@ -1,4 +1,4 @@
-# The library as programs outside meet it: its exported names, and a consumer built in three ways.
+# The library as programs outside meet it: its exported names, and consumers built in three ways.
 # A sanitized library asks for sanitized programs, so it is left to the ordinary builds.
 if(KIVGLES_SANITIZER)
     return()

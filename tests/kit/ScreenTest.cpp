@@ -52,6 +52,16 @@ TEST(Screen, KeepsOneFrameInFlight) {
     EXPECT_EQ(recorder::Counts()["eglSwapBuffers"], 20);
 }
 
+TEST(Screen, LetsNoClientQueueWithoutBound) {
+    Stage stage;
+    Layer layer(stage.screen, {120, 60});
+    recorder::Reset();
+    for (int i = 0; i < 20000; ++i) {
+        layer.Rectangle({0, 0, 1, 1}, RED);
+    }
+    EXPECT_GE(recorder::Counts()["glDrawArrays"], 20000 - 2 * 4096);
+}
+
 TEST(Screen, ScalesALayerToTheWindow) {
     Stage stage({120, 60});
     Layer layer(stage.screen, {4, 2});
@@ -177,6 +187,7 @@ TEST(Screen, ShowsNoHalfOfWhatThreadsHandOver) {
             sheet.Rectangle({0, 0, 40, 20}, color);
             sheet.Rectangle({0, 20, 40, 20}, color);
             canvas.Copy(sheet, x, 0);
+            stage.screen.Finish();
         }
     };
     std::array<std::future<void>, 2> painters = {std::async(std::launch::async, paint, 0),
