@@ -81,6 +81,15 @@ def in_process_table(results):
     return table(["in process", "ns", "range"], rows)
 
 
+def burst_table(bursts):
+    """Of the ticks of a burst, which the draw thread takes while more are queued."""
+    def middle(values, counter, factor=1):
+        return f"{factor * statistics.median(value[counter] for value in values):.0f}"
+    rows = [[name, middle(values, "cpu_ns"), middle(values, "system_ns"), middle(values, "switches", 1000)]
+            for name, values in bursts.items()]
+    return table(["in process", "CPU, ns a tick", "of it in the system", "context switches in 1,000"], rows)
+
+
 def plot_measures(measures, path):
     figure, axes = pyplot.subplots(figsize=(9, 5))
     width = 0.8 / len(NAMES)
@@ -130,7 +139,7 @@ def write(results, folder):
     if "font load" in measures:
         parts.append(memory_line(measures))
     if results["in process"]:
-        parts.append(in_process_table(results["in process"]))
+        parts += [in_process_table(results["in process"]), burst_table(results["bursts"])]
     (folder / "table.md").write_text("\n".join(parts), encoding="utf-8")
     print("\n".join(parts))
 

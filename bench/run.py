@@ -173,17 +173,22 @@ def run(measure, effort, rounds):
 
 
 def run_in_process(effort):
-    """The Google Benchmark results by name, in nanoseconds."""
+    """The Google Benchmark results by name: nanoseconds, and what the system had to do for a tick of a burst."""
     output = subprocess.run(
         [effort.programs / "bench_inprocess", "--benchmark_format=json",
          f"--benchmark_min_time={IN_PROCESS_SECONDS}", f"--benchmark_repetitions={effort.rounds}", DEJAVU],
         env=ENVIRONMENT, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
     results = {}
+    bursts = {}
     for line in json.loads(output)["benchmarks"]:
-        if line["run_type"] == "iteration":
-            items = line.get("items_per_second")
-            results.setdefault(line["run_name"], []).append(1e9 / items if items else line["real_time"])
-    return results
+        if line["run_type"] != "iteration":
+            continue
+        items = line.get("items_per_second")
+        results.setdefault(line["run_name"], []).append(1e9 / items if items else line["real_time"])
+        if "switches" in line:
+            bursts.setdefault(line["run_name"], []).append(
+                {counter: line[counter] for counter in ("cpu_ns", "system_ns", "switches")})
+    return results, bursts
 
 
 def main():
@@ -197,7 +202,7 @@ def main():
     effort = parser.parse_args()
     effort.output.mkdir(parents=True, exist_ok=True)
 
-    results = {"machine": report.machine(), "measures": {}, "growth": {}, "in process": {}}
+    results = {"machine": report.machine(), "measures": {}, "growth": {}, "in process": {}, "bursts": {}}
     for measure in MEASURES:
         if effort.only is None or effort.only in measure.name:
             print(f"bench: {measure.name}", flush=True)
@@ -210,7 +215,7 @@ def main():
                 {"x": x, "samples": run(measure, effort, min(effort.rounds, GROWTH_ROUNDS))}
                 for x, measure in points]
         print("bench: in process", flush=True)
-        results["in process"] = run_in_process(effort)
+        results["in process"], results["bursts"] = run_in_process(effort)
 
     (effort.output / "samples.json").write_text(json.dumps(results, indent=1), encoding="utf-8")
     report.write(results, effort.output)
