@@ -26,7 +26,8 @@ inline unsigned int PixelHeight(const TagFrameBuffObject& fbo) {
 // Queues a command, of a kind whose sender does not wait.
 void SendToQueue(GLDrawThread& drawThread, std::shared_ptr<DrawCmd>& cmd);
 
-// Send a command, of a kind whose sender waits, until it has been executed and return its public result code.
+// Send a command, of a kind whose sender waits, wait until it has been executed and return its public result
+// code.
 int SendAndWait(GLDrawThread& drawThread, std::shared_ptr<DrawCmd>& cmd);
 int SendAndWait(GLDrawThread& drawThread, TagCmd kind);
 
