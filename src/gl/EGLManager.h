@@ -42,7 +42,7 @@ class EGLManager {
     // EGL_FALSE on failure, which is not logged.
     EGLBoolean SwapBuffers() const;
 
-    // Both: everything back to the state of construction, but for the window's size.
+    // Both bring everything back to the state of construction, but for the window's size.
     void EGLRelease();
     void Release() { EGLRelease(); }
 

@@ -47,7 +47,7 @@ class FBOManager {
     // Sets a record to the free state.
     void InitFBO(TagFrameBuffObject& fbo) const;
 
-    // Another window was connected.
+    // Takes the size of another window that was connected.
     void UpdateSurfaceWidthHeight(int width, int height);
 
  private:

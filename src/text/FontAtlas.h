@@ -12,8 +12,9 @@ namespace kivgles {
 // Every character of a font in one texture, at one size: the standard style.
 //
 // Owner:  OSDText. Owns the texture; FreeType's objects live only for a load.
-// Thread: draw thread, GL context current. GetGlyphs also on client threads, kept apart from loads and from
-//         the destructor by GLDrawThread's component lock.
+// Thread: draw thread, GL context current. GetGlyphs also on client threads: GLDrawThread's textMutex keeps
+// it
+//         apart from loads and the destructor.
 // Units:  pixels; the map's texture coordinates are parts of the texture's size.
 //
 // A font with more rows than GL's largest texture has (any Chinese, Japanese or Korean one) keeps the glyphs

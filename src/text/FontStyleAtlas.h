@@ -13,7 +13,7 @@ namespace kivgles {
 //
 // Owner:  OSDText. Owns the FreeType library, both faces (of one file) and the texture.
 // Thread: draw thread, GL context current. GetFontGlyphs on client threads: it uses a face of its own, so it
-//         may overlap drawing; GLDrawThread's component lock keeps it apart from loads and the destructor.
+//         may overlap drawing; GLDrawThread's textMutex keeps it apart from loads and the destructor.
 // Units:  pixels; the map's texture coordinates are parts of the texture's size.
 //
 // Operations return 0 or a status of StatusCode.h.

@@ -24,13 +24,13 @@ struct GlyphAtlas {
     GlyphMap glyphs;
 };
 
-// What GL accepts here.
+// The largest atlas that the current context takes.
 AtlasLimits QueryAtlasLimits();
 
-// Back to the empty atlas.
+// Deletes the texture and forgets its glyphs.
 void DiscardAtlas(GlyphAtlas& atlas);
 
-// Takes the size in pixels. Returns 0, or STATUS_ATLAS_EMPTY logged under `tag`.
+// Sets the size in pixels. Returns 0, or STATUS_ATLAS_EMPTY logged under `tag`.
 int SetAtlasSize(const char* tag, unsigned int width, unsigned int height, GlyphAtlas& atlas);
 
 // Makes the texture, undefined inside, and leaves it bound on `unit`, set up for tightly packed uploads.

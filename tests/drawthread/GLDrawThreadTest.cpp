@@ -106,7 +106,7 @@ TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFont) {
     ASSERT_EQ(surface.KivCreateGLContext(), 0);
     ASSERT_EQ(surface.KivCreateGLFBO(layer, 8, 8, KIV_COLOR_FORMAT_RGBA8888), 0);
     recorder::Fail("glCreateProgram");
-    ASSERT_EQ(surface.KivLoadFont(KIVGLES_TEST_FONTS "/bearings.ttf", 40), 20);  // named, and not yet loaded
+    ASSERT_EQ(surface.KivLoadFont(FONT, 40), 20);  // named, and not yet loaded
 
     std::promise<void> loads;
     std::promise<void> goesOn;
