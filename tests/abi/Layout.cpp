@@ -11,31 +11,24 @@
 namespace kivgles {
 namespace {
 
-// Fields of 4 bytes, one after the other.
-constexpr std::size_t FIELD = 4;
-
 #define EXPECT_RECORD(Record, size) \
     static_assert(sizeof(Record) == (size) && std::is_standard_layout_v<Record> && std::is_trivial_v<Record>)
 #define EXPECT_FIELD(Record, field, Type, offset) \
     static_assert(offsetof(Record, field) == (offset) && std::is_same_v<decltype(Record::field), Type>)
+// A record of four fields of one type.
+#define EXPECT_FOUR(Record, Type, first, second, third, fourth) \
+    EXPECT_RECORD(Record, 4 * sizeof(Type));                    \
+    EXPECT_FIELD(Record, first, Type, 0);                       \
+    EXPECT_FIELD(Record, second, Type, sizeof(Type));           \
+    EXPECT_FIELD(Record, third, Type, 2 * sizeof(Type));        \
+    EXPECT_FIELD(Record, fourth, Type, 3 * sizeof(Type))
 
-EXPECT_RECORD(TagKivRectInfo, 4 * FIELD);
-EXPECT_FIELD(TagKivRectInfo, x, std::uint32_t, 0);
-EXPECT_FIELD(TagKivRectInfo, y, std::uint32_t, 4);
-EXPECT_FIELD(TagKivRectInfo, width, std::uint32_t, 8);
-EXPECT_FIELD(TagKivRectInfo, height, std::uint32_t, 12);
-
-EXPECT_RECORD(TagKivRoundInfo, 4 * FIELD);
-EXPECT_FIELD(TagKivRoundInfo, centerX, std::uint32_t, 0);
-EXPECT_FIELD(TagKivRoundInfo, centerY, std::uint32_t, 4);
-EXPECT_FIELD(TagKivRoundInfo, radiusX, std::uint32_t, 8);
-EXPECT_FIELD(TagKivRoundInfo, radiusY, std::uint32_t, 12);
-
-EXPECT_RECORD(TagKivColorRGBA, 4);
-EXPECT_FIELD(TagKivColorRGBA, r, std::uint8_t, 0);
-EXPECT_FIELD(TagKivColorRGBA, g, std::uint8_t, 1);
-EXPECT_FIELD(TagKivColorRGBA, b, std::uint8_t, 2);
-EXPECT_FIELD(TagKivColorRGBA, a, std::uint8_t, 3);
+EXPECT_FOUR(TagKivRectInfo, std::uint32_t, x, y, width, height);
+EXPECT_FOUR(TagKivRoundInfo, std::uint32_t, centerX, centerY, radiusX, radiusY);
+EXPECT_FOUR(TagKivColorRGBA, std::uint8_t, r, g, b, a);
+EXPECT_FOUR(TagGLRectInfo, float, x, y, width, height);
+EXPECT_FOUR(TagGLRoundInfo, float, centerX, centerY, radiusX, radiusY);
+EXPECT_FOUR(TagColorRGBA, float, r, g, b, a);
 
 EXPECT_RECORD(TagKivTextInfo, 32);
 EXPECT_FIELD(TagKivTextInfo, text, const char16_t*, 0);
@@ -63,24 +56,6 @@ EXPECT_FIELD(TagKivBlitInfo, dstFboHandle, std::uint32_t, 4);
 EXPECT_FIELD(TagKivBlitInfo, srcRect, TagKivRectInfo, 8);
 EXPECT_FIELD(TagKivBlitInfo, dstRect, TagKivRectInfo, 24);
 
-EXPECT_RECORD(TagGLRectInfo, 4 * FIELD);
-EXPECT_FIELD(TagGLRectInfo, x, float, 0);
-EXPECT_FIELD(TagGLRectInfo, y, float, 4);
-EXPECT_FIELD(TagGLRectInfo, width, float, 8);
-EXPECT_FIELD(TagGLRectInfo, height, float, 12);
-
-EXPECT_RECORD(TagGLRoundInfo, 4 * FIELD);
-EXPECT_FIELD(TagGLRoundInfo, centerX, float, 0);
-EXPECT_FIELD(TagGLRoundInfo, centerY, float, 4);
-EXPECT_FIELD(TagGLRoundInfo, radiusX, float, 8);
-EXPECT_FIELD(TagGLRoundInfo, radiusY, float, 12);
-
-EXPECT_RECORD(TagColorRGBA, 4 * FIELD);
-EXPECT_FIELD(TagColorRGBA, r, float, 0);
-EXPECT_FIELD(TagColorRGBA, g, float, 4);
-EXPECT_FIELD(TagColorRGBA, b, float, 8);
-EXPECT_FIELD(TagColorRGBA, a, float, 12);
-
 EXPECT_RECORD(TagGLTextInfo, 56);
 EXPECT_FIELD(TagGLTextInfo, text, const char16_t*, 0);
 EXPECT_FIELD(TagGLTextInfo, textLength, std::uint32_t, 8);
@@ -100,7 +75,7 @@ EXPECT_FIELD(TagGLBitmapInfo, height, std::uint32_t, 28);
 EXPECT_FIELD(TagGLBitmapInfo, glFormat, std::uint32_t, 32);
 EXPECT_FIELD(TagGLBitmapInfo, blend, std::uint8_t, 36);
 
-EXPECT_RECORD(TagFrameBuffObject, 5 * FIELD);
+EXPECT_RECORD(TagFrameBuffObject, 20);
 EXPECT_FIELD(TagFrameBuffObject, fboHandleIndex, std::uint32_t, 0);
 EXPECT_FIELD(TagFrameBuffObject, textureId, std::uint32_t, 4);
 EXPECT_FIELD(TagFrameBuffObject, fboId, std::uint32_t, 8);
@@ -119,34 +94,23 @@ static_assert(sizeof(KivGLDrawSurface) == 4 * sizeof(void*) + sizeof(std::mutex)
 static_assert(alignof(KivGLDrawSurface) == alignof(void*) && !std::is_polymorphic_v<KivGLDrawSurface>);
 
 // What functions return, which their exported names do not tell.
+using Surface = KivGLDrawSurface;
 template <typename Result, typename... Arguments>
-Result ResultOf(Result (KivGLDrawSurface::*)(Arguments...));
+Result ResultOf(Result (Surface::*)(Arguments...));
 template <typename Result, typename... Arguments>
-Result ResultOf(Result (KivGLDrawSurface::*)(Arguments...) const);
-#define EXPECT_RESULT(Type, function) \
-    static_assert(std::is_same_v<decltype(ResultOf(&KivGLDrawSurface::function)), Type>)
+Result ResultOf(Result (Surface::*)(Arguments...) const);
+template <typename Expected, auto... functions>
+constexpr bool ALL_RETURN = (std::is_same_v<decltype(ResultOf(functions)), Expected> && ...);
 
-EXPECT_RESULT(int, KivCreateGLContext);
-EXPECT_RESULT(int, KivDestoryGLContext);
-EXPECT_RESULT(int, KivConnectWindowSurface);
-EXPECT_RESULT(int, Init);
-EXPECT_RESULT(int, KivLoadFont);
-EXPECT_RESULT(std::uint32_t, KivGetWindowWidth);
-EXPECT_RESULT(std::uint32_t, KivGetWindowHeight);
-EXPECT_RESULT(int, KivRefreshOnSrceen);
-EXPECT_RESULT(int, KivCreateGLFBO);
-EXPECT_RESULT(int, KivDestoryGLFBO);
-EXPECT_RESULT(int, KivClearGLFBO);
-EXPECT_RESULT(int, KivDisplayFBO);
-EXPECT_RESULT(int, KivBlit);
-EXPECT_RESULT(int, KivDrawText);
-EXPECT_RESULT(int, KivGetTextSize);
-EXPECT_RESULT(int, KivDrawRect);
-EXPECT_RESULT(int, KivDrawRound);
-EXPECT_RESULT(int, KivDisplayBitmap);
-EXPECT_RESULT(int, KivDrawBitmap);
-EXPECT_RESULT(int, KivDrawBitmapByBlend);
-EXPECT_RESULT(std::uint32_t, ConvertFormatToGLES);
+static_assert(
+    ALL_RETURN<int, &Surface::KivCreateGLContext, &Surface::KivDestoryGLContext, &Surface::Init,
+               &Surface::KivConnectWindowSurface, &Surface::KivLoadFont, &Surface::KivRefreshOnSrceen,
+               &Surface::KivCreateGLFBO, &Surface::KivDestoryGLFBO, &Surface::KivClearGLFBO,
+               &Surface::KivDisplayFBO, &Surface::KivBlit, &Surface::KivDrawText, &Surface::KivGetTextSize,
+               &Surface::KivDrawRect, &Surface::KivDrawRound, &Surface::KivDisplayBitmap,
+               &Surface::KivDrawBitmap, &Surface::KivDrawBitmapByBlend>);
+static_assert(ALL_RETURN<std::uint32_t, &Surface::KivGetWindowWidth, &Surface::KivGetWindowHeight,
+                         &Surface::ConvertFormatToGLES>);
 
 }  // namespace
 }  // namespace kivgles
