@@ -142,21 +142,21 @@ struct FuzzedClient {
     int ClearLayer() { return surface.KivClearGLFBO(handle); }
     int DisplayLayer() { return surface.KivDisplayFBO(handle, input.Rect(), input.Rect()); }
     int Blit() { return surface.KivBlit({handle, input.Handle(), input.Rect(), input.Rect()}); }
-    int DrawText() { return NamesLayer(surface.KivDrawText(handle, Text(input).info, input.Rect())); }
+    int DrawText() { return ExpectKnown(surface.KivDrawText(handle, Text(input).info, input.Rect())); }
     int MeasureText() {
         unsigned int width = 0;
         unsigned int height = 0;
         return surface.KivGetTextSize(Text(input).info, width, height);
     }
-    int DrawRect() { return NamesLayer(surface.KivDrawRect(handle, input.Rect(), input.Color())); }
-    int DrawRound() { return NamesLayer(surface.KivDrawRound(handle, input.Round(), input.Color())); }
+    int DrawRect() { return ExpectKnown(surface.KivDrawRect(handle, input.Rect(), input.Color())); }
+    int DrawRound() { return ExpectKnown(surface.KivDrawRound(handle, input.Round(), input.Color())); }
     int DisplayBitmap() { return surface.KivDisplayBitmap(Bitmap(input).info); }
     int DrawBitmap() {
         return input.ConsumeBool() ? surface.KivDrawBitmapByBlend(handle, Bitmap(input).info)
                                    : surface.KivDrawBitmap(handle, Bitmap(input).info);
     }
     // The result of an operation that depends on nothing but whether there is such a layer.
-    int NamesLayer(int result) const {
+    int ExpectKnown(int result) const {
         const bool known = handle == FBO_HANDLE_BASE || layers.count(handle) != 0;
         Expect(!HasContext() || result == (known ? 0 : 1), "a layer is not known by its handle");
         return result;

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
 #include <map>
-#include <set>
 #include <utility>
 #include <vector>
 
@@ -31,7 +31,6 @@ struct State {
     stubgl::Drawing drawing = nullptr;
     GLuint lastName = 0;
     std::map<GLuint, Object> objects{};
-    std::set<void*> eglObjects{};
     GLenum unit = GL_TEXTURE0;
     std::map<GLenum, GLuint> boundTextures{};  // by unit
     GLuint arrayBuffer = 0;
@@ -56,7 +55,7 @@ bool Fails() { return state.callsBeforeFailure-- == 0; }
 
 // 0 if it is this call that fails.
 GLuint Make(std::string_view kind) {
-    if (!IsCurrent() || Fails()) {
+    if (Fails()) {
         return 0;
     }
     state.objects[++state.lastName].kind = kind;
@@ -64,7 +63,7 @@ GLuint Make(std::string_view kind) {
 }
 
 void Generate(std::string_view kind, GLsizei count, GLuint* names) {
-    std::generate_n(names, count, [kind] { return Make(kind); });
+    std::generate_n(names, count, [kind] { return IsCurrent() ? Make(kind) : 0; });
 }
 
 // Null without a context, too.
@@ -93,11 +92,10 @@ void ReadPixels(const void* pixels, GLsizei width, GLsizei height, GLenum format
     }
 }
 
-void* MakeEGLObject() {
-    if (Fails()) {
-        return nullptr;
-    }
-    return *state.eglObjects.insert(reinterpret_cast<void*>(std::uintptr_t{++state.lastName})).first;
+// Of EGL's objects the pointer is the name.
+void* MakeEGLObject() { return reinterpret_cast<void*>(std::uintptr_t{Make("EGL")}); }
+EGLBoolean DestroyEGLObject(void* object) {
+    return state.objects.erase(static_cast<GLuint>(reinterpret_cast<std::uintptr_t>(object))) != 0;
 }
 
 }  // namespace
@@ -112,8 +110,7 @@ void MakeCurrent() { context = Context::CURRENT; }
 
 std::size_t LiveNum(std::string_view kind) {
     const auto isOfKind = [kind](const auto& it) { return kind.empty() || it.second.kind == kind; };
-    const auto found = std::count_if(state.objects.begin(), state.objects.end(), isOfKind);
-    return static_cast<std::size_t>(found) + (kind.empty() ? state.eglObjects.size() : 0);
+    return static_cast<std::size_t>(std::count_if(state.objects.begin(), state.objects.end(), isOfKind));
 }
 
 void Expect(bool holds, const char* finding) {
@@ -208,11 +205,11 @@ void glGetIntegerv(GLenum, GLint* value) { *value = IsCurrent() ? state.maxTextu
 
 // Programs.
 
-GLuint glCreateShader(GLenum) { return Make("shader"); }
+GLuint glCreateShader(GLenum) { return IsCurrent() ? Make("shader") : 0; }
 void glDeleteShader(GLuint name) { Delete("shader", 1, &name); }
 void glGetShaderiv(GLuint, GLenum what, GLint* value) { *value = what == GL_COMPILE_STATUS && !Fails(); }
 GLboolean glIsShader(GLuint name) { return Find("shader", name) != nullptr; }
-GLuint glCreateProgram() { return Make("program"); }
+GLuint glCreateProgram() { return IsCurrent() ? Make("program") : 0; }
 void glDeleteProgram(GLuint name) { Delete("program", 1, &name); }
 void glGetProgramiv(GLuint, GLenum what, GLint* value) { *value = what == GL_LINK_STATUS && !Fails(); }
 GLboolean glIsProgram(GLuint name) { return Find("program", name) != nullptr; }
@@ -237,15 +234,15 @@ EGLSurface eglCreatePbufferSurface(EGLDisplay, EGLConfig, const EGLint*) { retur
 EGLSurface eglCreateWindowSurface(EGLDisplay, EGLConfig, EGLNativeWindowType, const EGLint*) {
     return MakeEGLObject();
 }
-EGLBoolean eglDestroySurface(EGLDisplay, EGLSurface surface) { return state.eglObjects.erase(surface) != 0; }
-EGLBoolean eglDestroyContext(EGLDisplay, EGLContext object) { return state.eglObjects.erase(object) != 0; }
+EGLBoolean eglDestroySurface(EGLDisplay, EGLSurface object) { return DestroyEGLObject(object); }
+EGLBoolean eglDestroyContext(EGLDisplay, EGLContext object) { return DestroyEGLObject(object); }
 EGLBoolean eglMakeCurrent(EGLDisplay, EGLSurface, EGLSurface, EGLContext object) {
     if (object != nullptr && Fails()) {
         return EGL_FALSE;
     }
     context = object != nullptr ? Context::CURRENT : Context::RELEASED;  // with or without a surface
-    if (object == nullptr) {
-        state.objects.clear();
+    for (auto it = state.objects.begin(); object == nullptr && it != state.objects.end();) {
+        it = it->second.kind == "EGL" ? std::next(it) : state.objects.erase(it);
     }
     return EGL_TRUE;
 }
