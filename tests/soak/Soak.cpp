@@ -8,7 +8,6 @@
 #include <fstream>
 
 #include <android/log.h>
-#include <dlfcn.h>
 #include <malloc.h>
 #include <unistd.h>
 
@@ -32,11 +31,6 @@ void Expect(bool holds, const char* failure) {
         std::printf("soak: FAILED, %s\n", failure);
         std::exit(EXIT_FAILURE);
     }
-}
-
-// A sanitizer's heap keeps what is freed: there the memory says nothing.
-bool HasSanitizer() {
-    return dlsym(RTLD_DEFAULT, "__asan_init") != nullptr || dlsym(RTLD_DEFAULT, "__tsan_init") != nullptr;
 }
 
 // One heap, in memory from the start, so that what the process holds of it is not a matter of where its gaps
@@ -75,8 +69,7 @@ void Watch(const char* steps, unsigned int total, const Step& step) {
         std::printf("soak: %8u %s:", done, steps);
         for (std::size_t i = 0; i < HELD_NUM; ++i) {
             std::printf(" %zu %s%s", now[i], NAMES[i], i == OBJECTS ? "\n" : ",");
-            const bool counts = done > total / 10 && (i > HEAP || !HasSanitizer());
-            grown = counts && now[i] > reference[i] + ALLOWED_GROWTH[i] ? NAMES[i] : grown;
+            grown = done > total / 10 && now[i] > reference[i] + ALLOWED_GROWTH[i] ? NAMES[i] : grown;
         }
         Expect(grown == nullptr, grown);
         if (done <= total / 10) {
