@@ -21,7 +21,8 @@ class Names {
  public:
     std::string In(std::string line) const {
         for (const auto& [object, name] : names) {
-            for (std::size_t at = line.find(object); at != std::string::npos; at = line.find(object)) {
+            for (std::size_t at = line.find(object); at != std::string::npos;
+                 at = line.find(object, at + name.size())) {
                 line.replace(at, object.size(), name);
             }
         }
@@ -104,7 +105,7 @@ void ScenarioTest::TestBody() {
 [[maybe_unused]] const bool areRegistered = [] {
     for (const std::string& name : ScenarioNames()) {
         testing::RegisterTest("Scenarios", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                              [name]() -> testing::Test* { return new ScenarioTest(name); });
+                              [name]() -> ScenarioTest* { return new ScenarioTest(name); });
     }
     return true;
 }();

@@ -130,7 +130,7 @@ std::string Name(const std::string& kind, GLuint name) {
 std::string Name(const std::string& kind, const void* object) {
     char address[24];
     (void)std::snprintf(address, sizeof(address), " %p>", object);
-    return "<" + kind + address;
+    return object == nullptr ? "null" : "<" + kind + address;
 }
 std::string Names(const std::string& kind, GLsizei n, const GLuint* names) {
     std::string text;

@@ -197,7 +197,9 @@ int Measure(ScenarioClient& client, std::istream& words) {
 int Fail(ScenarioClient&, std::istream& words) {
     const std::string function = ReadWord(words);
     const unsigned int result = ReadNumber(words);
-    recorder::Fail(function, 1, ReadWord(words) == "always", result);
+    const std::string which = ReadWord(words, "1");
+    const bool isForGood = which == "always";
+    recorder::Fail(function, isForGood ? 1 : std::stoi(which), isForGood, result);
     return 0;
 }
 int Renew(ScenarioClient& client, std::istream&) {
@@ -236,7 +238,7 @@ const std::map<std::string, Verb> VERBS = {
     {"shows", {false, Shows}},     // X Y RRGGBB, of the window connected: 0 if it does
     {"new", {false, Renew}},       // surface in place of the former one
     {"lose", {true, LoseWindow}},  // WINDOW, which goes under the surface's hands
-    {"fail", {false, Fail}},       // FUNCTION [RESULT [always]]
+    {"fail", {false, Fail}},       // FUNCTION [RESULT [`always` or WHICH of its next calls]]
 };
 
 // Line by line, without what another machine has otherwise.
