@@ -18,7 +18,7 @@ using namespace kivgles;
 using stubgl::Expect;
 
 // Any bytes will do: a conversion does not look where a pointer leads.
-struct Input {
+struct Arguments {
     std::uint32_t target[2];  // width and height
     TagKivRectInfo rect;
     TagKivRoundInfo round;
@@ -32,10 +32,11 @@ constexpr TagGLRectInfo UNTOUCHED_RECT{UNTOUCHED, UNTOUCHED, UNTOUCHED, UNTOUCHE
 
 unsigned int logLines = 0;
 
-bool IsRefused(const Input& input) { return input.target[0] == 0 || input.target[1] == 0; }
+bool IsRefused(const Arguments& input) { return input.target[0] == 0 || input.target[1] == 0; }
 
 // The target extends over so many units: 2 of NDC, whose origin is its centre, or 1 of texture coordinates.
-void ExpectRect(const Input& input, const TagKivRectInfo& rect, double extent, const TagGLRectInfo& glRect) {
+void ExpectRect(const Arguments& input, const TagKivRectInfo& rect, double extent,
+                const TagGLRectInfo& glRect) {
     const std::uint32_t pixels[] = {rect.x, rect.y, rect.width, rect.height};
     const float actual[] = {glRect.x, glRect.y, glRect.width, glRect.height};
     const double offsets[] = {1 - extent, 1, 0, 0};
@@ -65,7 +66,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
     static const KivGLDrawSurface surface;
     __android_log_set_logger([](const __android_log_message*) { ++logLines; });
     logLines = 0;
-    Input input{};
+    Arguments input{};
     std::memcpy(&input, bytes, std::min(size, sizeof(input)));
     const auto& [target, rect, round, bitmap, text] = input;
 

@@ -51,8 +51,9 @@ struct Input : FuzzedDataProvider {
 };
 
 // A text that ends with a 0, or where its length says. Its memory is gone as soon as the call returns.
-struct Text {
-    explicit Text(Input& input) : units(input.ConsumeIntegralInRange<std::size_t>(0, LARGEST_TEXT), u'A') {
+struct FuzzedText {
+    explicit FuzzedText(Input& input)
+        : units(input.ConsumeIntegralInRange<std::size_t>(0, LARGEST_TEXT), u'A') {
         if (!units.empty()) {
             units[units.size() / 2] = input.ConsumeIntegral<std::uint16_t>();
         }
@@ -75,8 +76,8 @@ struct Text {
 };
 
 // The same for a bitmap, without pixels if it were large.
-struct Bitmap {
-    explicit Bitmap(Input& input) {
+struct FuzzedBitmap {
+    explicit FuzzedBitmap(Input& input) {
         info.format = input.ConsumeBool() ? KIV_COLOR_FORMAT_RGBA8888 : input.ConsumeIntegral<std::int32_t>();
         info.width = input.Number();
         info.height = input.Number();
@@ -142,18 +143,18 @@ struct FuzzedClient {
     int ClearLayer() { return surface.KivClearGLFBO(handle); }
     int DisplayLayer() { return surface.KivDisplayFBO(handle, input.Rect(), input.Rect()); }
     int Blit() { return surface.KivBlit({handle, input.Handle(), input.Rect(), input.Rect()}); }
-    int DrawText() { return ExpectKnown(surface.KivDrawText(handle, Text(input).info, input.Rect())); }
+    int DrawText() { return ExpectKnown(surface.KivDrawText(handle, FuzzedText(input).info, input.Rect())); }
     int MeasureText() {
         unsigned int width = 0;
         unsigned int height = 0;
-        return surface.KivGetTextSize(Text(input).info, width, height);
+        return surface.KivGetTextSize(FuzzedText(input).info, width, height);
     }
     int DrawRect() { return ExpectKnown(surface.KivDrawRect(handle, input.Rect(), input.Color())); }
     int DrawRound() { return ExpectKnown(surface.KivDrawRound(handle, input.Round(), input.Color())); }
-    int DisplayBitmap() { return surface.KivDisplayBitmap(Bitmap(input).info); }
+    int DisplayBitmap() { return surface.KivDisplayBitmap(FuzzedBitmap(input).info); }
     int DrawBitmap() {
-        return input.ConsumeBool() ? surface.KivDrawBitmapByBlend(handle, Bitmap(input).info)
-                                   : surface.KivDrawBitmap(handle, Bitmap(input).info);
+        return input.ConsumeBool() ? surface.KivDrawBitmapByBlend(handle, FuzzedBitmap(input).info)
+                                   : surface.KivDrawBitmap(handle, FuzzedBitmap(input).info);
     }
     // The result of an operation that depends on nothing but whether there is such a layer.
     int ExpectKnown(int result) const {

@@ -21,31 +21,31 @@ namespace {
 constexpr unsigned int QUEUED = 2000;  // by each client
 
 // What the draws tell, on the draw thread.
-struct Seen {
+struct Drawn {
     unsigned int executed[CLIENTS] = {};
     unsigned int misplaced = 0;
     KivGLSemaphore* holdsFirst = nullptr;  // the first draw waits for it
 };
-Seen seen;
+Drawn drawn;
 
 void SeeDraw(const GLfloat*, std::size_t, const GLfloat* color) {
-    if (seen.holdsFirst != nullptr) {
-        std::exchange(seen.holdsFirst, nullptr)->Wait();
+    if (drawn.holdsFirst != nullptr) {
+        std::exchange(drawn.holdsFirst, nullptr)->Wait();
     }
     if (color != nullptr && color[3] == 1.0F) {
         unsigned int number = 0;
         for (int i = 0; i < 3; ++i) {
             number = number * 128 + static_cast<unsigned int>(std::lround(color[i] * 255)) - 2;
         }
-        unsigned int& executed = seen.executed[number >> 18 & (CLIENTS - 1)];
-        seen.misplaced += (number & 0x3FFFF) == executed++ ? 0 : 1;
+        unsigned int& executed = drawn.executed[number >> 18 & (CLIENTS - 1)];
+        drawn.misplaced += (number & 0x3FFFF) == executed++ ? 0 : 1;
     }
 }
 
 void Reset() {
     __android_log_set_logger([](const __android_log_message*) {});
     stubgl::Reset(2048, UINT_MAX, SeeDraw);
-    seen = Seen();
+    drawn = Drawn();
 }
 
 // 40,000 commands, or with RACE_ROUNDS=2500 a million.
@@ -62,10 +62,10 @@ TEST(Races, CommandsOfEightClientsAreExecutedInTheOrderOfEach) {
     EXPECT_EQ(surface.KivDestoryGLContext(), 0);
     for (const BusyClient& client : clients) {
         EXPECT_EQ(client.failures, 0U);
-        EXPECT_EQ(seen.executed[client.number], client.coloured);
+        EXPECT_EQ(drawn.executed[client.number], client.coloured);
         commands += client.commands;
     }
-    EXPECT_EQ(seen.misplaced, 0U);
+    EXPECT_EQ(drawn.misplaced, 0U);
     EXPECT_EQ(stubgl::LiveNum(), 0U);
     EXPECT_GE(commands, CLIENTS * BusyClient::ROUND * rounds);
     if (!HasFailure()) {
@@ -120,9 +120,9 @@ TEST(Teardown, StopAmongTheLastCommandsExecutesTheFirstOfEachClientAndReleasesTh
         });
         runner.join();
         drawThread.reset();
-        EXPECT_EQ(seen.misplaced, 0U);              // so what was executed has no gap
-        EXPECT_LE(seen.executed[0], LAST / 2 + 2);  // the stop came then, during one more command
-        executed = std::accumulate(std::begin(seen.executed), std::end(seen.executed), executed);
+        EXPECT_EQ(drawn.misplaced, 0U);              // so what was executed has no gap
+        EXPECT_LE(drawn.executed[0], LAST / 2 + 2);  // the stop came then, during one more command
+        executed = std::accumulate(std::begin(drawn.executed), std::end(drawn.executed), executed);
         for (const std::weak_ptr<DrawCmd>& cmd : sent) {
             EXPECT_TRUE(cmd.expired());
         }
@@ -138,7 +138,7 @@ void LiveWithAFullQueue(bool destroys) {
     static KivGLDrawSurface* surface = nullptr;                   // may outlive main
     surface = new KivGLDrawSurface;
     Reset();
-    seen.holdsFirst = &queueIsFull;
+    drawn.holdsFirst = &queueIsFull;
     ASSERT_EQ(surface->KivCreateGLContext(), 0);
     OnClientThreads([](unsigned int client) {
         for (unsigned int nth = 0; nth < QUEUED; ++nth) {
@@ -148,8 +148,8 @@ void LiveWithAFullQueue(bool destroys) {
     queueIsFull.Signal();
     if (destroys) {
         delete surface;
-        EXPECT_THAT(seen.executed, testing::Each(QUEUED));
-        EXPECT_EQ(seen.misplaced + stubgl::LiveNum(), 0U);
+        EXPECT_THAT(drawn.executed, testing::Each(QUEUED));
+        EXPECT_EQ(drawn.misplaced + stubgl::LiveNum(), 0U);
     }
 }
 

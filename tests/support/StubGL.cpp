@@ -25,7 +25,7 @@ struct Object {
     std::vector<GLfloat> vertices;  // a buffer's
 };
 
-struct State {
+struct GLState {
     GLint maxTextureSize = 0;
     unsigned int callsBeforeFailure = UINT_MAX;
     stubgl::Drawing drawing = nullptr;
@@ -43,7 +43,7 @@ struct State {
 
 enum class Context { NEVER, RELEASED, CURRENT };
 
-State& state = *new State;  // never destroyed: a draw thread may outlive main
+GLState& state = *new GLState;  // never destroyed: a draw thread may outlive main
 thread_local Context context = Context::NEVER;
 
 bool IsCurrent() {
@@ -103,7 +103,7 @@ EGLBoolean DestroyEGLObject(void* object) {
 namespace stubgl {
 
 void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure, Drawing drawing) {
-    state = State{maxTextureSize, callsBeforeFailure, drawing};
+    state = GLState{maxTextureSize, callsBeforeFailure, drawing};
 }
 
 void MakeCurrent() { context = Context::CURRENT; }
