@@ -9,5 +9,4 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 scripts/setup.sh tests
 cmake --preset release -DKIVGLES_TEST_CLIENTS=ON
 cmake --build --preset release --target Soak
-LIBGL_ALWAYS_SOFTWARE=1 scripts/with_xvfb.sh \
-    build/release/tests/Soak "${1:-1000}" "${2:-1000000}" build/release/tests/fonts/bearings.ttf
+LIBGL_ALWAYS_SOFTWARE=1 scripts/with_xvfb.sh build/release/tests/Soak "${1:-1000}" "${2:-1000000}"

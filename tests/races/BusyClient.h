@@ -31,7 +31,6 @@ struct BusyClient {
     static constexpr unsigned int ROUND = 50;  // commands
 
     KivGLDrawSurface* surface;
-    const char* font;     // bearings.ttf of the tests
     unsigned int canvas;  // a layer shared by all
     unsigned int number = 0;
     unsigned int layer = 0;      // its own
@@ -45,7 +44,7 @@ struct BusyClient {
         failures += result == 0 ? 0 : 1;
     }
     TagKivColorRGBA NextColor() { return CommandColor(number, coloured++); }
-    void LoadFont() { Sent(surface->KivLoadFont(font, 40)); }
+    void LoadFont() { Sent(surface->KivLoadFont(RACE_FONT, 40)); }
     void MakeLayer() { Sent(surface->KivCreateGLFBO(layer, 64, 64, KIV_COLOR_FORMAT_RGBA8888)); }
     void Start() {
         MakeLayer();
@@ -104,10 +103,10 @@ void OnClientThreads(Run run) {
 
 // Lets all clients do so many rounds at once, and returns what has become of them. `canvas` is set to a layer
 // that they share.
-inline std::vector<BusyClient> RunClients(KivGLDrawSurface& surface, const char* font, unsigned int& canvas,
+inline std::vector<BusyClient> RunClients(KivGLDrawSurface& surface, unsigned int& canvas,
                                           unsigned int rounds) {
     (void)surface.KivCreateGLFBO(canvas, CANVAS.width, CANVAS.height, KIV_COLOR_FORMAT_RGBA8888);
-    std::vector<BusyClient> clients(CLIENTS, BusyClient{&surface, font, canvas});
+    std::vector<BusyClient> clients(CLIENTS, BusyClient{&surface, canvas});
     OnClientThreads([&clients, rounds](unsigned int number) {
         BusyClient& client = clients[number];
         client.number = number;

@@ -13,7 +13,7 @@ TEST(EGLRaces, LastRectangleOfEachOfEightClientsAtOnceIsTheOneShown) {
     unsigned int canvas = 0;
     ASSERT_EQ(surface.KivCreateGLContext(), 0);
     ASSERT_EQ(surface.KivConnectWindowSurface(window.Native()), 0);
-    const auto clients = RunClients(surface, RACE_FONT, canvas, 50);  // 20,000 commands
+    const auto clients = RunClients(surface, canvas, 50);  // 20,000 commands
     EXPECT_EQ(surface.KivDisplayFBO(canvas, CANVAS, CANVAS), 0);
     EXPECT_EQ(surface.KivRefreshOnSrceen(), 0);
     EXPECT_EQ(surface.KivDestoryGLContext(), 0);

@@ -58,7 +58,7 @@ TEST(Races, CommandsOfEightClientsAreExecutedInTheOrderOfEach) {
     unsigned int commands = 0;
     ASSERT_EQ(surface.KivCreateGLContext(), 0);
     ASSERT_EQ(surface.KivConnectWindowSurface(reinterpret_cast<ANativeWindow*>(1)), 0);
-    const auto clients = RunClients(surface, RACE_FONT, canvas, rounds);
+    const auto clients = RunClients(surface, canvas, rounds);
     EXPECT_EQ(surface.KivDestoryGLContext(), 0);
     for (const BusyClient& client : clients) {
         EXPECT_EQ(client.failures, 0U);
@@ -81,7 +81,7 @@ TEST(Races, FirstTextOfALifeIsDrawnWhileOthersMeasure) {
         KivGLDrawSurface surface;
         ASSERT_EQ(surface.KivCreateGLContext(), 0);
         OnClientThreads([&surface, &text, life](unsigned int number) {
-            BusyClient client{&surface, RACE_FONT, FBO_HANDLE_BASE, number};
+            BusyClient client{&surface, FBO_HANDLE_BASE, number};
             if (number == CLIENTS - 1) {
                 client.Sent(surface.KivDrawText(FBO_HANDLE_BASE, text, CANVAS));
                 life % 2 != 0 ? client.LoadFont() : void();

@@ -1,4 +1,4 @@
-// Soak CYCLES COMMANDS FONT: what months in a service come to. So many lives of a surface, then so many
+// Soak CYCLES COMMANDS: what months in a service come to. So many lives of a surface, then so many
 // commands in one life. Prints what the process holds along the way; fails when that does not stay flat.
 
 #include <array>
@@ -80,7 +80,7 @@ void Watch(const char* steps, unsigned int total, const Step& step) {
 
 // A surface on a window, and its client.
 struct Life {
-    Life(const X11Window& window, const char* font) : client{&surface, font, FBO_HANDLE_BASE} {
+    explicit Life(const X11Window& window) : client{&surface, FBO_HANDLE_BASE} {
         client.Sent(surface.KivCreateGLContext());
         client.Sent(surface.KivConnectWindowSurface(window.Native()));
         client.Start();
@@ -94,11 +94,11 @@ struct Life {
     BusyClient client;
 };
 
-void Run(unsigned int cycles, unsigned int commands, const char* font) {
+void Run(unsigned int cycles, unsigned int commands) {
     const X11Window window(CANVAS.width, CANVAS.height);
-    Watch("lives", cycles, [&](unsigned int cycle) { Life(window, font).Round(cycle); });
+    Watch("lives", cycles, [&](unsigned int cycle) { Life(window).Round(cycle); });
 
-    Life life(window, font);
+    Life life(window);
     const unsigned int rounds = (commands + BusyClient::ROUND - 1) / BusyClient::ROUND;
     Watch("rounds of 50 commands", rounds, [&](unsigned int round) { life.Round(round); });
     std::printf("soak: passed, %u lives and %u commands\n", cycles, commands);
@@ -108,8 +108,8 @@ void Run(unsigned int cycles, unsigned int commands, const char* font) {
 }  // namespace kivgles
 
 int main(int argc, char** argv) {
-    if (argc != 4) {
-        std::fprintf(stderr, "usage: %s CYCLES COMMANDS FONT\n", argv[0]);
+    if (argc != 3) {
+        std::fprintf(stderr, "usage: %s CYCLES COMMANDS\n", argv[0]);
         return 2;
     }
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
@@ -118,6 +118,6 @@ int main(int argc, char** argv) {
     const auto number = [](const char* text) {
         return static_cast<unsigned int>(std::strtoul(text, nullptr, 10));
     };
-    kivgles::Run(number(argv[1]), number(argv[2]), argv[3]);
+    kivgles::Run(number(argv[1]), number(argv[2]));
     return EXIT_SUCCESS;
 }
