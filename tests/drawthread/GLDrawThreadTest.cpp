@@ -1,11 +1,16 @@
+#include <atomic>
 #include <functional>
 #include <future>
+#include <thread>
 #include <utility>
 
 #include <dlfcn.h>
 #include <ft2build.h>
 #include FT_OUTLINE_H
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "drawthread/GLDrawThread.h"
 #include "kivgles/KivGLDrawSurface.h"
@@ -21,6 +26,14 @@ extern "C" void FT_Outline_Get_CBox(const FT_Outline* outline, FT_BBox* box) {
     static const auto next =
         reinterpret_cast<decltype(&FT_Outline_Get_CBox)>(dlsym(RTLD_NEXT, "FT_Outline_Get_CBox"));
     next(outline, box);
+}
+
+// How often this process has given its turn away.
+static std::atomic<int> yields{0};
+
+extern "C" int sched_yield() noexcept {
+    ++yields;
+    return static_cast<int>(syscall(SYS_sched_yield));
 }
 
 namespace kivgles {
@@ -130,6 +143,26 @@ TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFont) {
     goesOn.set_value();
     EXPECT_EQ(surface.Init(0), 0);
     onOutline = nullptr;
+}
+
+// A thread that yields is not woken ahead of those that are busy.
+TEST(Semaphore, SleepsUntilItIsSignalledAndDoesNotYield) {
+    constexpr int ROUNDS = 1000;
+    KivGLSemaphore there(0);
+    KivGLSemaphore back(0);
+    yields = 0;
+    std::thread answering([&] {
+        for (int round = 0; round < ROUNDS; ++round) {
+            there.Wait();
+            back.Signal();
+        }
+    });
+    for (int round = 0; round < ROUNDS; ++round) {
+        there.Signal();
+        back.Wait();
+    }
+    answering.join();
+    EXPECT_EQ(yields, 0);
 }
 
 TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {

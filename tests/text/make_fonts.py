@@ -164,7 +164,7 @@ def main():
 
     for name, size in (("map", 16), ("size", 10000)):
         damaged_font(size).save(damaged / name)
-    for name in ("bearings.ttf", "outlines.otf", "bits1.bdf", "bits2.bdf", "bits8.bdf"):
+    for name in ("bearings.ttf", "outlines.otf", "bits1.bdf", "bits2.bdf", "bits8.bdf", "pictures.ttf"):
         (seeds / name).write_bytes((directory / name).read_bytes() + PARAMETERS)
     (seeds / "empty").write_bytes(PARAMETERS)
 
