@@ -1,11 +1,15 @@
 #include "common/ExampleWindow.h"
 
+#include <array>
+#include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 
 #include <EGL/egl.h>
 #include <EGL/eglext.h>
+#include <X11/Xlib.h>
 #include <X11/Xutil.h>
+#include <poll.h>
 
 namespace examples {
 
@@ -79,8 +83,10 @@ std::uint8_t Channel(unsigned long pixel, unsigned long mask) {
 
 }  // namespace
 
-ExampleWindow::ExampleWindow(std::uint32_t width, std::uint32_t height, const std::string& title)
-    : display(XOpenDisplay(nullptr)) {
+void ExampleWindow::Closer::operator()(Display* connection) const { XCloseDisplay(connection); }
+
+ExampleWindow::ExampleWindow(const kivgles::kit::Size& size, const std::string& title)
+    : display(XOpenDisplay(nullptr)), known(size) {
     if (display == nullptr) {
         const char* const name = std::getenv("DISPLAY");
         throw std::runtime_error(name == nullptr ? std::string("no X server: DISPLAY is not set")
@@ -95,9 +101,13 @@ ExampleWindow::ExampleWindow(std::uint32_t width, std::uint32_t height, const st
     XSetWindowAttributes attributes{};
     attributes.colormap = XCreateColormap(connection, root, visual->visual, AllocNone);
     attributes.event_mask = StructureNotifyMask;
-    window = XCreateWindow(connection, root, 0, 0, width, height, 0, visual->depth, InputOutput,
+    window = XCreateWindow(connection, root, 0, 0, static_cast<unsigned int>(size.width),
+                           static_cast<unsigned int>(size.height), 0, visual->depth, InputOutput,
                            visual->visual, CWBorderPixel | CWColormap | CWEventMask, &attributes);
     XStoreName(connection, window, title.c_str());
+    // The window manager asks to close it, instead of ending the program.
+    Atom closing = XInternAtom(connection, "WM_DELETE_WINDOW", False);
+    XSetWMProtocols(connection, window, &closing, 1);
     XWindowAttributes made{};
     if (XGetWindowAttributes(connection, window, &made) == 0) {
         throw std::runtime_error("the X server refuses the window");
@@ -107,6 +117,43 @@ ExampleWindow::ExampleWindow(std::uint32_t width, std::uint32_t height, const st
     XEvent event;
     XIfEvent(connection, &event, IsMapped, reinterpret_cast<XPointer>(&window));
 }
+
+ExampleWindow::Event ExampleWindow::Wait() {
+    for (;;) {
+        while (XPending(display.get()) > 0) {
+            XEvent event;
+            XNextEvent(display.get(), &event);
+            if (event.type == DestroyNotify || event.type == ClientMessage) {
+                return Event::LOST;
+            }
+            const XConfigureEvent& now = event.xconfigure;
+            if (event.type == ConfigureNotify && (now.width != known.width || now.height != known.height)) {
+                known = {now.width, now.height};
+                return Event::RESIZED;
+            }
+        }
+        std::array<pollfd, 2> sources = {
+            {{ConnectionNumber(display.get()), POLLIN, 0}, {fileno(stdin), POLLIN, 0}}};
+        (void)poll(sources.data(), sources.size(), -1);  // interrupted: looked at once more
+        if (sources[1].revents != 0) {
+            (void)std::getchar();  // Enter, or the end: the same
+            return Event::ENTER;
+        }
+    }
+}
+
+void ExampleWindow::WaitForEnd() {
+    std::puts("Press Enter to end.");
+    while (Wait() == Event::RESIZED) {
+    }
+}
+
+void ExampleWindow::Resize(const kivgles::kit::Size& size) {
+    XResizeWindow(display.get(), window, static_cast<unsigned int>(size.width),
+                  static_cast<unsigned int>(size.height));
+}
+
+void ExampleWindow::Destroy() { XDestroyWindow(display.get(), window); }
 
 Image ExampleWindow::Read() const {
     Display* const connection = display.get();

@@ -48,7 +48,8 @@ void SavePicture(const ExampleWindow& window, const Panel& panel, const std::str
 
 void Run(const DemoOptions& options) {
     const Image logo = options.logo.empty() ? MakeLogo(4 * LOGO_BOX.width) : ReadPng(options.logo);
-    const ExampleWindow window(options.width, options.height, options.title);
+    const ExampleWindow window({static_cast<int>(options.width), static_cast<int>(options.height)},
+                               options.title);
 
     Surface surface;
     Connect(surface, window);

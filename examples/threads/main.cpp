@@ -34,7 +34,7 @@ bool IsDone(const std::future<Job>& job) {
 
 // Shows frames for as long as a producer draws, and then the last one.
 void Run(unsigned int frames) {
-    const ExampleWindow window(CANVAS_WIDTH, CANVAS_HEIGHT, "threads");
+    const ExampleWindow window({CANVAS_WIDTH, CANVAS_HEIGHT}, "threads");
     Surface surface;
     Check(surface.KivCreateGLContext(), "creating the GL context");
     Check(surface.KivConnectWindowSurface(window.Native()), "connecting the window");

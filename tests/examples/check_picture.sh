@@ -29,7 +29,7 @@ else
     example=$!
     until
         import -silent -window root -crop "$size+0+0" +repage "$actual"
-        is_as_kept || ((SECONDS > 20)) || ! kill -0 "$example" 2>/dev/null
+        is_as_kept || ((SECONDS > 60)) || ! kill -0 "$example" 2>/dev/null
     do
         :
     done
