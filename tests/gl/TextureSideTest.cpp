@@ -14,8 +14,8 @@ TEST(TextureSides, BeyondEveryGLAreRefusedByGLAsOthersBeyondItsLimitAre) {
     ASSERT_EQ(surface.KivCreateGLContext(), 0);
     unsigned int target = 0;
     ASSERT_EQ(surface.KivCreateGLFBO(target, 8, 8, KIV_COLOR_FORMAT_RGBA8888), 0);
-    std::vector<std::uint32_t> sides = {0x7FFFFFFF};
-    for (int power = 15; power <= 30; ++power) {
+    std::vector<std::uint32_t> sides = {0xFFFFFFFF};
+    for (int power = 15; power <= 31; ++power) {
         sides.insert(sides.end(), {(1U << power) - 1, 1U << power, (1U << power) + 1});
     }
     const std::uint8_t pixel[] = {0, 255, 0, 255};  // a bitmap that is refused is not read
