@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
 # fuzz.sh TARGET SECONDS [ARGUMENT OF LIBFUZZER]...
-# Builds a fuzz target (font, operations, conversions) with clang and the address and undefined-behaviour
+# Builds a fuzz target (font, operations) with clang and the address and undefined-behaviour
 # sanitizers, and runs it for so long from the inputs kept in tests/fuzz/corpus. What it learns stays in
 # build/fuzz/corpus; an input that fails is left in build/fuzz.
 set -euo pipefail
 
 if (($# < 2)); then
-    echo "usage: ${0##*/} font|operations|conversions SECONDS [ARGUMENT OF LIBFUZZER]..." >&2
+    echo "usage: ${0##*/} font|operations SECONDS [ARGUMENT OF LIBFUZZER]..." >&2
     exit 2
 fi
 target=$1
@@ -31,11 +31,8 @@ fi
 # The rest is for speed.
 export ASAN_OPTIONS=${ASAN_OPTIONS:-hard_rss_limit_mb=1024:quarantine_size_mb=1:malloc_context_size=8:allocator_release_to_os_interval_ms=-1}
 
-corpora=("$build/corpus/$target")
+corpora=("$build/corpus/$target" "tests/fuzz/corpus/$target")
 mkdir -p "${corpora[0]}"
-if [[ -d tests/fuzz/corpus/$target ]]; then
-    corpora+=("tests/fuzz/corpus/$target")
-fi
 if [[ $target == font ]]; then
     fonts=$build/tests/fuzz/fonts
     corpora+=("$fonts/seeds")

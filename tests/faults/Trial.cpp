@@ -108,18 +108,134 @@ bool Says(const Scenario& scenario, const std::string& words) {
 class Trial {
  public:
     Trial(const Scenario& tried, const Fault& injected) : scenario(tried), fault(injected) {}
-    bool Run();
+
+    bool Run() {
+        const std::size_t descriptors = DescriptorNum();
+        client.threads += MayLeave(fault.function, "thread") ? 16 : 0;  // waits for none
+        recorder::Reset();
+        recorder::Fail(fault.function, fault.nth, fault.forGood);
+        Play();
+        Check(faultCame || fault.function.empty(), "the fault does not come");
+
+        // The same surface or a new one works as if nothing had happened.
+        if (fault.forGood) {
+            client.surface = std::make_unique<KivGLDrawSurface>();
+        } else {
+            (void)client.surface->KivDestoryGLContext();  // if the scenario has not
+        }
+        DrawPicture("afterwards", true);
+
+        client.surface.reset();
+        client.layers.clear();
+        ExpectNoLeftovers();
+        AwaitThreadNum(client.threads);
+        Check(ThreadNum() <= client.threads, "threads are left");
+        Check(DescriptorNum() <= descriptors, "descriptors are left");
+        return allWell;
+    }
 
  private:
-    void Play();
-    void Survey(const Step& step, std::map<std::string, int>& before) const;
-    Step Take(const std::string& command);
-    void ExpectSame(const Step& step, const Step& now);
-    void Retry(const Step& step);
-    bool CanDrawPicture() const;
-    void DrawPicture(const std::string& when, bool inNewContext);
-    void ExpectNoLeftovers();
-    void Check(bool well, const std::string& complaint);
+    // A client tries again what fails once, and gives up at what fails for good.
+    void Play() {
+        for (const Step& step : scenario.steps) {
+            if (&step == &scenario.steps.back() && CanDrawPicture()) {
+                DrawPicture("tried again", false);
+            }
+            std::map<std::string, int> before = recorder::Counts();
+            const int failed = recorder::Failed(fault.function);
+            const Step now = Take(step.command);
+            if (fault.function.empty()) {
+                Survey(step, before);
+            }
+            if (recorder::Failed(fault.function) == failed) {
+                ExpectSame(step, now);
+                continue;
+            }
+            faultCame = true;
+            std::printf("%s\n",
+                        Effect(step, now, fault, std::max(fault.nth - before[fault.function], 1)).c_str());
+            if (now.Result() != step.Result()) {
+                if (fault.forGood) {
+                    return;
+                }
+                Retry(step);
+            }
+        }
+    }
+
+    // The calls that a step has made.
+    void Survey(const Step& step, std::map<std::string, int>& before) const {
+        std::printf("> %s\n", Name(step).c_str());
+        for (const auto& [function, count] : recorder::Counts()) {
+            if (count != before[function] && !Says(scenario, "fail " + function + " ")) {
+                std::printf("%s %d\n", function.c_str(), count - before[function]);
+            }
+        }
+    }
+
+    Step Take(const std::string& next) {
+        command = next;
+        const Step step = client.Take(command);
+        ExpectNoLeftovers();
+        return step;
+    }
+
+    // Of a step in which nothing fails. What failed before may still show.
+    void ExpectSame(const Step& step, const Step& now) {
+        const bool mayDiffer = Lasts(fault.function) || fault.function.compare(0, 3, "FT_") == 0;
+        const bool same = mayDiffer ? now.Result() == step.Result() : now.answer == step.answer;
+        Check(same || (faultCame && step.Verb() == "shows"), "without a fault, answers " + now.answer);
+    }
+
+    void Retry(const Step& step) {
+        if (step.Verb() == "create") {
+            (void)client.surface->KivDestoryGLContext();  // also when there is none
+        }
+        const Step now = Take(step.command);
+        Check(now.Result() == step.Result(), "tried again, answers " + now.answer);
+    }
+
+    // In a window of its size, with room for two layers, and what failed once is not in the way.
+    bool CanDrawPicture() const {
+        const bool fits = client.window != nullptr && client.window == client.windows[0].get();
+        return faultCame && !fault.forGood && !Says(scenario, " always ") && !Lasts(fault.function) && fits &&
+               client.layers.size() < 14;
+    }
+
+    // The fault gone; in a context of its own, on a window that no scenario uses, or in the one that is
+    // there.
+    void DrawPicture(const std::string& when, bool inNewContext) {
+        recorder::Reset();
+        for (const Step& step : ReadScenario("picture").steps) {
+            const std::string verb = step.Verb();
+            if (inNewContext || (verb != "create" && verb != "connect" && verb != "destroy")) {
+                const Step now = Take(verb == "connect" ? "connect 4" : step.command);
+                Check(
+                    now.answer == step.answer && (verb != "refresh" || Lines(now, "y ") == Lines(step, "y ")),
+                    when + ", the picture is not drawn");
+            }
+        }
+    }
+
+    // Of each kind of object there are as many as the client's layers and the library's parts need, at any
+    // time. Afterwards there are none.
+    void ExpectNoLeftovers() {
+        const bool alive = client.surface != nullptr;
+        for (const char* kind : {"texture", "framebuffer", "buffer", "program", "shader", "context",
+                                 "surface", "face", "library"}) {
+            const std::size_t live = recorder::LiveNum(kind);
+            Check(
+                live <= (alive ? MostLive(kind, client.layers.size()) : 0) || MayLeave(fault.function, kind),
+                std::to_string(live) + " objects are left: " + kind);
+        }
+    }
+
+    void Check(bool well, const std::string& complaint) {
+        if (!well) {
+            std::printf("! %s: %s\n", command.c_str(), complaint.c_str());
+            allWell = false;
+        }
+    }
 
     const Scenario& scenario;
     const Fault fault;
@@ -128,130 +244,6 @@ class Trial {
     bool faultCame = false;
     bool allWell = true;
 };
-
-bool Trial::Run() {
-    const std::size_t descriptors = DescriptorNum();
-    client.threads += MayLeave(fault.function, "thread") ? 16 : 0;  // waits for none
-    recorder::Reset();
-    recorder::Fail(fault.function, fault.nth, fault.forGood);
-    Play();
-    Check(faultCame || fault.function.empty(), "the fault does not come");
-
-    // The same surface or a new one works as if nothing had happened.
-    if (fault.forGood) {
-        client.surface = std::make_unique<KivGLDrawSurface>();
-    } else {
-        (void)client.surface->KivDestoryGLContext();  // if the scenario has not
-    }
-    DrawPicture("afterwards", true);
-
-    client.surface.reset();
-    client.layers.clear();
-    ExpectNoLeftovers();
-    AwaitThreadNum(client.threads);
-    Check(ThreadNum() <= client.threads, "threads are left");
-    Check(DescriptorNum() <= descriptors, "descriptors are left");
-    return allWell;
-}
-
-// A client tries again what fails once, and gives up at what fails for good.
-void Trial::Play() {
-    for (const Step& step : scenario.steps) {
-        if (&step == &scenario.steps.back() && CanDrawPicture()) {
-            DrawPicture("tried again", false);
-        }
-        std::map<std::string, int> before = recorder::Counts();
-        const int failed = recorder::Failed(fault.function);
-        const Step now = Take(step.command);
-        if (fault.function.empty()) {
-            Survey(step, before);
-        }
-        if (recorder::Failed(fault.function) == failed) {
-            ExpectSame(step, now);
-            continue;
-        }
-        faultCame = true;
-        std::printf("%s\n",
-                    Effect(step, now, fault, std::max(fault.nth - before[fault.function], 1)).c_str());
-        if (now.Result() != step.Result()) {
-            if (fault.forGood) {
-                return;
-            }
-            Retry(step);
-        }
-    }
-}
-
-// The calls that a step has made.
-void Trial::Survey(const Step& step, std::map<std::string, int>& before) const {
-    std::printf("> %s\n", Name(step).c_str());
-    for (const auto& [function, count] : recorder::Counts()) {
-        if (count != before[function] && !Says(scenario, "fail " + function + " ")) {
-            std::printf("%s %d\n", function.c_str(), count - before[function]);
-        }
-    }
-}
-
-Step Trial::Take(const std::string& next) {
-    command = next;
-    const Step step = client.Take(command);
-    ExpectNoLeftovers();
-    return step;
-}
-
-// Of a step in which nothing fails. What failed before may still show.
-void Trial::ExpectSame(const Step& step, const Step& now) {
-    const bool mayDiffer = Lasts(fault.function) || fault.function.compare(0, 3, "FT_") == 0;
-    const bool same = mayDiffer ? now.Result() == step.Result() : now.answer == step.answer;
-    Check(same || (faultCame && step.Verb() == "shows"), "without a fault, answers " + now.answer);
-}
-
-void Trial::Retry(const Step& step) {
-    if (step.Verb() == "create") {
-        (void)client.surface->KivDestoryGLContext();  // also when there is none
-    }
-    const Step now = Take(step.command);
-    Check(now.Result() == step.Result(), "tried again, answers " + now.answer);
-}
-
-// In a window of its size, with room for two layers, and what failed once is not in the way.
-bool Trial::CanDrawPicture() const {
-    const bool fits = client.window != nullptr && client.window == client.windows[0].get();
-    return faultCame && !fault.forGood && !Says(scenario, " always ") && !Lasts(fault.function) && fits &&
-           client.layers.size() < 14;
-}
-
-// The fault gone; in a context of its own, on a window that no scenario uses, or in the one that is there.
-void Trial::DrawPicture(const std::string& when, bool inNewContext) {
-    recorder::Reset();
-    for (const Step& step : ReadScenario("picture").steps) {
-        const std::string verb = step.Verb();
-        if (inNewContext || (verb != "create" && verb != "connect" && verb != "destroy")) {
-            const Step now = Take(verb == "connect" ? "connect 4" : step.command);
-            Check(now.answer == step.answer && (verb != "refresh" || Lines(now, "y ") == Lines(step, "y ")),
-                  when + ", the picture is not drawn");
-        }
-    }
-}
-
-// Of each kind of object there are as many as the client's layers and the library's parts need, at any time.
-// Afterwards there are none.
-void Trial::ExpectNoLeftovers() {
-    const bool alive = client.surface != nullptr;
-    for (const char* kind :
-         {"texture", "framebuffer", "buffer", "program", "shader", "context", "surface", "face", "library"}) {
-        const std::size_t live = recorder::LiveNum(kind);
-        Check(live <= (alive ? MostLive(kind, client.layers.size()) : 0) || MayLeave(fault.function, kind),
-              std::to_string(live) + " objects are left: " + kind);
-    }
-}
-
-void Trial::Check(bool well, const std::string& complaint) {
-    if (!well) {
-        std::printf("! %s: %s\n", command.c_str(), complaint.c_str());
-        allWell = false;
-    }
-}
 
 }  // namespace
 

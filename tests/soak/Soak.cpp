@@ -20,11 +20,11 @@
 namespace kivgles {
 namespace {
 
-// What is looked at, and how much may be added.
+// What is looked at, and how much may be added. Of the heap the rasteriser has now more, now less.
 enum { RESIDENT, HEAP, DESCRIPTORS, THREADS, OBJECTS, HELD_NUM };
 using Holdings = std::array<std::size_t, HELD_NUM>;
 constexpr const char* NAMES[HELD_NUM] = {"KiB resident", "KiB of heap", "descriptors", "threads", "objects"};
-constexpr Holdings ALLOWED_GROWTH{1024, 1024, 0, 0, 0};
+constexpr Holdings ALLOWED_GROWTH{1024, 2048, 0, 0, 0};
 
 void Expect(bool holds, const char* failure) {
     if (!holds) {
@@ -53,28 +53,25 @@ Holdings Look() {
     return now;
 }
 
-// Does so many steps, and looks at the process along them. After the first tenth nothing may be added.
+// Does so many steps, and looks at the process after each tenth. After the first nothing may be added.
 template <typename Step>
 void Watch(const char* steps, unsigned int total, const Step& step) {
     Holdings reference = Look();
-    unsigned int done = 0;
-    for (const unsigned int stop : {0U, total / 10, total / 4, total / 2, total}) {
-        while (done < stop) {
+    for (unsigned int tenth = 1, done = 0; tenth <= 10; ++tenth) {
+        while (done < total * std::uint64_t{tenth} / 10) {
             step(++done);
             recorder::Reset();  // it collects the log
         }
         AwaitThreadNum(reference[THREADS]);
         const Holdings now = Look();
-        const char* grown = nullptr;
         std::printf("soak: %8u %s:", done, steps);
         for (std::size_t i = 0; i < HELD_NUM; ++i) {
             std::printf(" %zu %s%s", now[i], NAMES[i], i == OBJECTS ? "\n" : ",");
-            grown = done > total / 10 && now[i] > reference[i] + ALLOWED_GROWTH[i] ? NAMES[i] : grown;
         }
-        Expect(grown == nullptr, grown);
-        if (done <= total / 10) {
-            reference = now;
+        for (std::size_t i = 0; tenth > 1 && i < HELD_NUM; ++i) {
+            Expect(now[i] <= reference[i] + ALLOWED_GROWTH[i], NAMES[i]);
         }
+        reference = tenth == 1 ? now : reference;
     }
 }
 
