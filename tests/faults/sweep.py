@@ -109,8 +109,10 @@ def main():
 
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
         for results in pool.map(lambda batch: list(run(command, batch)), batches(trials)):
-            complaints += [f"{trial}: {line}" for trial, lines in results for line in lines
-                           if line.startswith("!") or not rules.admit(line, trial.endswith("forGood"))]
+            for trial, lines in results:
+                complaints += [f"{trial}: {line}" for line in lines if line.startswith("!")]
+                complaints += [f"{trial}: no rule says {line}" for line in lines
+                               if not line.startswith("!") and not rules.admit(line, trial.endswith("forGood"))]
 
     for complaint in complaints:
         print("faults:", complaint)
