@@ -59,22 +59,33 @@ if(NOT ANDROID AND NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
 endif()
 
 # Prefab: one folder an ABI; several installs into one prefix make one package.
+#
+# kivgles_install_prefab(MODULE TARGET HEADERS DESCRIPTION STATIC)
+function(kivgles_install_prefab name target headers description static)
+    set(module prefab/modules/${name})
+    set(made ${PROJECT_BINARY_DIR}/prefab-${name})
+    file(WRITE ${made}/module.json "${description}\n")
+    configure_file(cmake/prefab-abi.json.in ${made}/abi.json @ONLY)
+    install(FILES ${made}/module.json
+        DESTINATION ${module} COMPONENT prefab EXCLUDE_FROM_ALL)
+    install(DIRECTORY ${headers}
+        DESTINATION ${module}/include COMPONENT prefab EXCLUDE_FROM_ALL FILES_MATCHING PATTERN "*.h")
+    install(FILES $<TARGET_FILE:${target}> ${made}/abi.json
+        DESTINATION ${module}/libs/android.${ANDROID_ABI} COMPONENT prefab EXCLUDE_FROM_ALL)
+endfunction()
+
 if(ANDROID)
-    set(module prefab/modules/kivgles)
     foreach(number IN ITEMS ANDROID_NDK_MAJOR ANDROID_PLATFORM_LEVEL)
         if(NOT DEFINED ${number})
             set(${number} 0)  # a toolchain file other than the NDK's
         endif()
     endforeach()
     configure_file(cmake/prefab.json.in ${PROJECT_BINARY_DIR}/prefab.json @ONLY)
-    configure_file(cmake/prefab-abi.json.in ${PROJECT_BINARY_DIR}/abi.json @ONLY)
-    file(WRITE ${PROJECT_BINARY_DIR}/module.json "{ \"export_libraries\": [] }\n")
     install(FILES ${PROJECT_BINARY_DIR}/prefab.json
         DESTINATION prefab COMPONENT prefab EXCLUDE_FROM_ALL)
-    install(FILES ${PROJECT_BINARY_DIR}/module.json
-        DESTINATION ${module} COMPONENT prefab EXCLUDE_FROM_ALL)
-    install(DIRECTORY include/kivgles
-        DESTINATION ${module}/include COMPONENT prefab EXCLUDE_FROM_ALL FILES_MATCHING PATTERN "*.h")
-    install(FILES $<TARGET_FILE:kivgles> ${PROJECT_BINARY_DIR}/abi.json
-        DESTINATION ${module}/libs/android.${ANDROID_ABI} COMPONENT prefab EXCLUDE_FROM_ALL)
+    kivgles_install_prefab(kivgles kivgles include/kivgles "{ \"export_libraries\": [] }" false)
+    if(TARGET kivgles_kit)
+        kivgles_install_prefab(kit kivgles_kit kit/include/kivgles
+            "{ \"export_libraries\": [\":kivgles\"], \"library_name\": \"libkivgles-kit\" }" true)
+    endif()
 endif()

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # android.sh [ABI]...
-# Compiles and links the library for Android (arm64-v8a, armeabi-v7a and x86_64 unless said otherwise) over Debian's
+# Compiles the library and its kit, and links the library, for Android (arm64-v8a, armeabi-v7a and x86_64 unless said otherwise) over Debian's
 # headers, against libraries that have the names which tests/abi/android.txt says are needed and no others, and looks at
 # the result: its name, its pages, what it exports, which libraries it needs. No NDK takes part and nothing is run.
 set -euo pipefail
@@ -36,7 +36,7 @@ make_sysroot() {
     local include=$1/usr/include libcxx=/usr/lib/llvm-14/include/c++/v1 library
     rm -rf "$1"
     mkdir -p "$include/c++" "$1/usr/lib"
-    ln -s /usr/include/{EGL,GLES2,KHR,freetype2} "$include"
+    ln -s /usr/include/{EGL,GLES2,KHR,freetype2,utf8cpp} "$include"
     ln -s "/usr/$3/include" "$include/c"
     ln -s /usr/include/android "$include/android"
 
@@ -102,7 +102,9 @@ for abi in "${abis[@]}"; do
     inspect "$build/libkivgles.so"
 
     cmake --install "$build" --component prefab --prefix "$build_root/package" >/dev/null
-    python3 -m json.tool "$build_root/package/prefab/modules/kivgles/libs/android.$abi/abi.json" >/dev/null
+    for module in kivgles kit; do
+        python3 -m json.tool "$build_root/package/prefab/modules/$module/libs/android.$abi/abi.json" >/dev/null
+    done
 done
 echo "android: the prefab layout is in $build_root/package"
 echo "android: ${abis[*]} passed (compiled and looked at, not run)"
