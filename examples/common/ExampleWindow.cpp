@@ -170,11 +170,11 @@ Image ExampleWindow::Read() const {
             "the X server does not give the window's picture: is all of it on the screen?");
     }
 
-    Image image(static_cast<std::uint32_t>(picture->width), static_cast<std::uint32_t>(picture->height));
+    Image image(picture->width, picture->height);
     for (int y = 0; y < picture->height; ++y) {
         for (int x = 0; x < picture->width; ++x) {
             const unsigned long pixel = XGetPixel(picture.get(), x, y);
-            image.Set(static_cast<std::uint32_t>(x), static_cast<std::uint32_t>(y),
+            image.Set(x, y,
                       {Channel(pixel, picture->red_mask), Channel(pixel, picture->green_mask),
                        Channel(pixel, picture->blue_mask), 255});
         }

@@ -5,29 +5,29 @@
 #include <cstdint>
 #include <vector>
 
-#include "kivgles/KivGLDrawSurface.h"
+#include "kivgles/kit/Geometry.h"
+#include "kivgles/kit/Image.h"
 
 namespace examples {
 
-using Color = kivgles::TagKivColorRGBA;
-using Rect = kivgles::TagKivRectInfo;
-
-// Pixels as the library takes them: R, G, B, A, top row first, no padding, not premultiplied.
+// Pixels of the client's own: R, G, B, A, top row first, no padding, not premultiplied.
 struct Image {
-    std::uint32_t width = 0;
-    std::uint32_t height = 0;
+    kivgles::kit::Size size;
     std::vector<std::uint8_t> rgba;
 
-    Image() = default;
-    Image(std::uint32_t imageWidth, std::uint32_t imageHeight)
-        : width(imageWidth), height(imageHeight), rgba(std::size_t{4} * imageWidth * imageHeight) {}
+    Image(int width, int height)
+        : size{width, height},
+          rgba(std::size_t{4} * static_cast<std::size_t>(width) * static_cast<std::size_t>(height)) {}
 
-    Color Get(std::uint32_t x, std::uint32_t y) const {
+    // As the kit takes it; valid as long as this.
+    kivgles::kit::Image View() const { return {rgba.data(), size}; }
+
+    kivgles::kit::Color Get(int x, int y) const {
         const std::uint8_t* const pixel = &rgba[Offset(x, y)];
         return {pixel[0], pixel[1], pixel[2], pixel[3]};
     }
 
-    void Set(std::uint32_t x, std::uint32_t y, const Color& color) {
+    void Set(int x, int y, const kivgles::kit::Color& color) {
         std::uint8_t* const pixel = &rgba[Offset(x, y)];
         pixel[0] = color.r;
         pixel[1] = color.g;
@@ -36,8 +36,9 @@ struct Image {
     }
 
  private:
-    std::size_t Offset(std::uint32_t x, std::uint32_t y) const {
-        return std::size_t{4} * (std::size_t{y} * width + x);
+    std::size_t Offset(int x, int y) const {
+        return std::size_t{4} * (static_cast<std::size_t>(y) * static_cast<std::size_t>(size.width) +
+                                 static_cast<std::size_t>(x));
     }
 };
 

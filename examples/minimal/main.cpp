@@ -32,7 +32,7 @@ int main() {
     osd.KivDrawRect(layer, {0, 0, 640, 200}, {24, 40, 64, 255});
     osd.KivDrawRound(layer, {70, 100, 24, 24}, {255, 186, 84, 255});
     osd.KivDrawText(layer, text, {120, 74, 480, 50});
-    osd.KivDisplayFBO(layer, {0, 0, 640, 200}, {0, 0, 640, 200});
+    osd.KivBlit({layer, kivgles::FBO_HANDLE_BASE, {0, 0, 640, 200}, {0, 0, 640, 200}});
     osd.KivRefreshOnSrceen();
     osd.Init(0);  // waits until all of this has been done
 

@@ -9,7 +9,7 @@ namespace examples::osd_demo {
 Image MakeBackdrop();
 
 // A sun above the sea in a disc, transparent around it. `side` is its width and height in pixels.
-Image MakeLogo(std::uint32_t side);
+Image MakeLogo(int side);
 
 }  // namespace examples::osd_demo
 

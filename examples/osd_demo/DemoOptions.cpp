@@ -41,10 +41,10 @@ std::optional<DemoOptions> ParseOptions(int argc, char** argv, int& exitCode) {
 
     CLI::App app("Draws an information panel in a window and saves what the window shows.", "osd_demo");
     app.add_option("--width", options.width, "Width of the window in pixels")
-        ->check(CLI::Range(160, 8192))
+        ->check(CLI::Range(160, 4096))
         ->capture_default_str();
     app.add_option("--height", options.height, "Height of the window in pixels")
-        ->check(CLI::Range(90, 8192))
+        ->check(CLI::Range(90, 4096))
         ->capture_default_str();
     app.add_option("--output", options.output, "PNG file for the picture")->capture_default_str();
     app.add_option("--frames", options.frames, "Number of frames in which the progress bar fills")

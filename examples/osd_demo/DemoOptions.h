@@ -1,7 +1,6 @@
 #ifndef EXAMPLES_OSD_DEMO_DEMOOPTIONS_H
 #define EXAMPLES_OSD_DEMO_DEMOOPTIONS_H
 
-#include <cstdint>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,11 +8,11 @@
 namespace examples::osd_demo {
 
 struct DemoOptions {
-    std::uint32_t width = 1280;  // of the window, in pixels
-    std::uint32_t height = 720;
+    int width = 1280;  // of the window, in pixels
+    int height = 720;
     std::string output = "osd.png";
-    unsigned int frames = 44;
-    unsigned int hold = 0;  // seconds
+    int frames = 44;
+    int hold = 0;  // seconds
     std::string font = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
     std::string cjkFont;  // empty: none
     std::string logo;     // empty: a logo of the demo's own

@@ -5,51 +5,49 @@
 
 #include "DemoOptions.h"
 #include "PictureCheck.h"
-#include "common/Layer.h"
-#include "common/TextPainter.h"
+#include "common/Image.h"
+#include "kivgles/kit/Layer.h"
+#include "kivgles/kit/Screen.h"
 
 namespace examples::osd_demo {
 
-// A passenger information panel: header, two cards and the journey's progress, put together in one layer
-// (a display clears the window, so what is shown at a time is one layer).
+// A passenger information panel: header, two cards and the journey's progress.
 //
-// Wants a surface with a context and a connected window; all three arguments must outlive it. Operations
-// throw std::runtime_error.
+// Wants a screen with a window; all three arguments must outlive it. Operations throw kivgles::kit::Error.
 class Panel {
  public:
-    Panel(Surface& panelSurface, const DemoOptions& demoOptions, const Image& logoImage);
+    Panel(kivgles::kit::Screen& panelScreen, const DemoOptions& demoOptions, const Image& logoImage);
 
-    // The logo alone, straight from its bitmap.
+    // The logo alone.
     void ShowLogo();
 
     // Draws all but the progress bar, from two threads.
     void Compose();
 
-    // Draws the progress bar at `permille` of the whole journey, and shows the panel. Returns when the frame
-    // has been handed to the window.
-    void ShowFrame(unsigned int permille);
+    // Draws the progress bar at `permille` of the whole journey, and shows the panel.
+    void ShowFrame(int permille);
 
     // How far the journey has got when the bar has filled.
-    static constexpr unsigned int JOURNEY_DONE = 440;
+    static constexpr int JOURNEY_DONE = 440;
 
     // Where the panel is on the window: as large as fits, in its own proportions, centred.
-    Rect PlaceOnWindow() const;
+    kivgles::kit::Rect PlaceOnWindow() const;
 
     // What the last frame, of JOURNEY_DONE, must look like, in pixels of the panel.
     std::vector<KnownArea> KnownAreas() const;
 
  private:
-    void DrawLogo(const Layer& backdrop);
-    void DrawProgress(unsigned int permille);
-    void WriteTexts(const std::string& font, bool cjk);
-    void WriteHeader(TextPainter& painter) const;
-    void Refresh();
+    void DrawLogo(const kivgles::kit::Layer& backdrop);
+    void DrawProgress(int permille);
+    void WriteTexts();
+    void WriteUsersTexts(bool cjk);
 
-    Surface& surface;
+    kivgles::kit::Screen& screen;
     const DemoOptions& options;
     const Image& logo;
-    Layer canvas;  // what is displayed
-    Layer bar;
+    kivgles::kit::Layer frame;   // of the window's size: what is presented
+    kivgles::kit::Layer canvas;  // the panel in its own pixels
+    kivgles::kit::Layer bar;
 };
 
 }  // namespace examples::osd_demo

@@ -1,36 +1,34 @@
 #ifndef EXAMPLES_OSD_DEMO_PANELCARDS_H
 #define EXAMPLES_OSD_DEMO_PANELCARDS_H
 
-#include <cstddef>
-#include <cstdint>
 #include <string>
-#include <vector>
 
-#include "common/Layer.h"
-#include "common/TextPainter.h"
+#include "kivgles/kit/Geometry.h"
+#include "kivgles/kit/Layer.h"
 
-// The panel's cards: the next stop with lines of text, and the timetable. Their shapes and their texts go
-// into layers of different scales.
+// The cards' contents: first the shapes, in a layer of factor 2, then, over a copy of them, the texts.
 
 namespace examples::osd_demo {
 
-constexpr std::uint32_t STOP_NUM = 5;
-constexpr std::uint32_t NEXT_STOP = 2;
+constexpr int STOP_NUM = 5;
+constexpr int NEXT_STOP = 2;  // the train is between the one before it and this one
 
-// An empty card.
-void DrawCard(Layer& layer, const Rect& card);
+void DrawCard(kivgles::kit::Layer& layer, const kivgles::kit::Rect& card);
 
-// The mark of a stop that is passed, next or to come, at its centre.
-void DrawPip(Layer& layer, std::uint32_t x, std::uint32_t y, std::uint32_t stop);
+// A mark on the timetable's or the progress bar's line, which tells whether the train has been there.
+void DrawPip(kivgles::kit::Layer& layer, int x, int y, int stop);
 
-void DrawLeftCard(Layer& layer, std::size_t lineCount);
-void WriteLeftCard(TextPainter& painter, const std::vector<std::string>& lines);
+// Where a stop's row of the timetable stands, in pixels of the panel.
+int StopBaseline(int stop);
 
-void DrawRightCard(Layer& layer);
-void WriteRightCard(TextPainter& painter);
+// Below the next stop's name there is room for lines of the user's; here only their dots are drawn.
+void DrawLeftCard(kivgles::kit::Layer& layer, int lineCount);
+void DrawRightCard(kivgles::kit::Layer& layer);
 
-// Of a stop's row in the right card, in pixels of the panel.
-std::uint32_t StopBaseline(std::uint32_t stop);
+void WriteNextStop(kivgles::kit::Layer& layer);
+void WriteRightCard(kivgles::kit::Layer& layer);
+// `line` counts from 0.
+void WriteLine(kivgles::kit::Layer& layer, int line, const std::string& text);
 
 }  // namespace examples::osd_demo
 

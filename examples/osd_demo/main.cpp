@@ -1,5 +1,5 @@
-// osd_demo: an information panel on a window, as a client of the library would draw it. Shows every drawing
-// operation once, reads the window back from the X server, saves the picture and checks it.
+// osd_demo: an information panel on a window, as a client of the library would draw it. Reads the window back
+// from the X server, saves the picture and checks it.
 
 #include <chrono>
 #include <exception>
@@ -11,30 +11,21 @@
 #include "DemoOptions.h"
 #include "Panel.h"
 #include "PanelStyle.h"
-#include "PngFile.h"
 #include "common/ExampleWindow.h"
+#include "common/PngFile.h"
 
 namespace examples::osd_demo {
 
 namespace {
 
-void Connect(Surface& surface, const ExampleWindow& window) {
-    Check(surface.KivCreateGLContext(), "creating the GL context");
-    Check(surface.KivConnectWindowSurface(window.Native()), "connecting the window");
-    Check(surface.Init(kivgles::ENABLE_TEXT | kivgles::ENABLE_BLIT | kivgles::ENABLE_BITMAP |
-                       kivgles::ENABLE_RECT | kivgles::ENABLE_FRAME | kivgles::ENABLE_FBO_MANAGER |
-                       kivgles::ENABLE_ROUND),
-          "creating the renderers");
-}
-
 // Saves what the window shows, and throws if that is not the panel's last frame.
 void SavePicture(const ExampleWindow& window, const Panel& panel, const std::string& path) {
     const auto differs = [&panel](const Image& picture) {
-        return FindDifference(picture, panel.PlaceOnWindow(), PANEL_WIDTH, panel.KnownAreas());
+        return FindDifference(picture, panel.PlaceOnWindow(), PANEL_SIZE.width, panel.KnownAreas());
     };
     Image picture = window.Read();
     auto difference = differs(picture);
-    // The library's frames reach the X server by another connection, so the last may come a moment later.
+    // The screen's frames reach the X server by another connection, so the last may come a moment later.
     for (int wait = 0; difference && wait < 100; ++wait) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
         picture = window.Read();
@@ -48,18 +39,17 @@ void SavePicture(const ExampleWindow& window, const Panel& panel, const std::str
 
 void Run(const DemoOptions& options) {
     const Image logo = options.logo.empty() ? MakeLogo(4 * LOGO_BOX.width) : ReadPng(options.logo);
-    const ExampleWindow window({static_cast<int>(options.width), static_cast<int>(options.height)},
-                               options.title);
+    const ExampleWindow window({options.width, options.height}, options.title);
 
-    Surface surface;
-    Connect(surface, window);
-    Panel panel(surface, options, logo);
+    kivgles::kit::Screen screen;
+    screen.Connect(window.Native());
+    Panel panel(screen, options, logo);
     panel.ShowLogo();
     panel.Compose();
-    for (unsigned int frame = 1; frame <= options.frames; ++frame) {
-        panel.ShowFrame(
-            static_cast<unsigned int>(std::uint64_t{Panel::JOURNEY_DONE} * frame / options.frames));
+    for (int frame = 1; frame <= options.frames; ++frame) {
+        panel.ShowFrame(Panel::JOURNEY_DONE * frame / options.frames);
     }
+    screen.Finish();
 
     SavePicture(window, panel, options.output);
     std::cout << "osd_demo: " << options.frames << " frames shown, the window's picture is in "
