@@ -97,7 +97,7 @@ TagKivTextInfo ReadText(ScenarioClient& client, std::istream& words) {
     info.bold = style.find('b') != std::string::npos;
     info.italic = style.find('i') != std::string::npos;
     info.underline = style.find('u') != std::string::npos;
-    info.bgColor = ReadColor(words, "808080ff");
+    info.bgColor = ReadColor(words, "00000000");  // none
     info.fgColor = ReadColor(words, "ffffffff");
     const std::string claimed = ReadWord(words);
     info.textLength = static_cast<std::uint32_t>(claimed.empty() ? units.size() : std::stoul(claimed));
