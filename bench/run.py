@@ -36,7 +36,7 @@ OWN_LIMIT = 2
 PEER_LIMIT = 4
 
 GROWTH_ROUNDS = 3  # curves need less than the table
-IN_PROCESS_SECONDS = 0.05  # of what is measured; what lies between takes a hundred times as long
+IN_PROCESS_SECONDS = 0.01  # of what is measured; what lies between, ticks being drawn, takes a thousand times as long
 
 
 @dataclasses.dataclass
