@@ -69,7 +69,7 @@ MEASURES = [
     Measure("label", "text", {"length": 4}, count=200, targets=(1.05, 1.05)),
     Measure("styled line", "text", {"size": 28, "bold": "true"}, count=20, targets=(1.03, 1.03)),
     Measure("rectangle", "rect", count=400, targets=(1.04, 1.04)),
-    Measure("tick", "rect", {"width": 2, "height": 10}, count=1000, targets=(1.20, 1.15)),
+    Measure("tick", "rect", {"width": 2, "height": 10}, count=1000, targets=(1.05, 1.05)),
     Measure("round", "round", {"width": 40, "height": 40}, count=200, targets=(1.04, 1.04)),
     Measure("bitmap", "bitmap", {"width": 256, "height": 256}, count=20, targets=(1.05, 1.08)),
     Measure("font load", "nothing", request="load", contestants=OWN, targets=(1.02, 1.02)),
