@@ -35,7 +35,7 @@ class EGLManager {
     // Makes context and surface current on this thread, reads the surface's size and logs who GL is.
     int MakeCurrent();
 
-    // As of the last successful MakeCurrent; 0 before, and for the pbuffer.
+    // The surface's size as of the last successful MakeCurrent; 0 before, and for the pbuffer.
     int GetWindowWidth() const { return windowWidth; }
     int GetWindowHeight() const { return windowHeight; }
 

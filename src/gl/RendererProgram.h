@@ -9,7 +9,8 @@
 
 namespace kivgles {
 
-// Position in x and y of "coord", texture coordinates in its z and w: of everything that samples a texture.
+// Everything that samples a texture has this one: "coord" gives the position in x and y and the texture
+// coordinates in z and w.
 constexpr char TEXTURED_VERTEX_SHADER[] =
     "attribute vec4 coord;\n"
     "varying vec2 texpos;\n"
@@ -23,7 +24,7 @@ constexpr char TEXTURED_VERTEX_SHADER[] =
 int MakeRendererProgram(const char* tag, const char* vertexSource, const char* fragmentSource,
                         std::unique_ptr<ShaderProgram>& shaderProgram, GLuint& program);
 
-// For a renderer's destructor. Without a context, which took the GL objects along, GL ignores the calls.
+// Serves a renderer's destructor. Without a context, which took the GL objects along, GL ignores the calls.
 void DeleteRendererProgram(const std::unique_ptr<ShaderProgram>& shaderProgram, GLuint program, GLuint vbo);
 
 }  // namespace kivgles

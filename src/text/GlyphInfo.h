@@ -20,7 +20,8 @@ struct TagGlyphInfo {
     float texY;        // top row, as part of the atlas's height
 };
 
-// By character code: a UTF-16 unit, or for fonts with more the code in their map.
+// Glyphs by character code, which is a UTF-16 unit, or for characters beyond those the code in the font's
+// map.
 using GlyphMap = std::map<unsigned long, TagGlyphInfo>;
 
 // The metrics of the glyph in `slot`, without a place in an atlas.

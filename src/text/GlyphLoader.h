@@ -20,8 +20,8 @@ class GlyphLoader {
  public:
     GlyphLoader(FT_Face loadedFace, bool embolden, const AtlasLimits& atlasLimits);
 
-    // Loads a glyph in the face's current size and style; its metrics are in the slot then, those of its
-    // bitmap as they are when it is rendered. False when the face cannot, or FreeType would not render it.
+    // Loads a glyph in the face's current size and style. The slot then has its metrics, those of the bitmap
+    // being what rendering makes of it. False when the face cannot, or FreeType would not render it.
     bool Load(unsigned long charCode);
 
     // Whether the glyph last loaded has room in an atlas. One that has none is never rendered: a font, or a
@@ -33,7 +33,8 @@ class GlyphLoader {
 
     FT_GlyphSlot Slot() const { return slot; }
 
-    // Of the glyph last rendered. Pixels is null for one without ink; it is valid until the next Load.
+    // These are of the glyph last rendered. Pixels is null for one without ink, and valid until the next
+    // Load.
     unsigned int Width() const { return slot->bitmap.width; }
     unsigned int Rows() const { return slot->bitmap.rows; }
     const unsigned char* Pixels() const { return pixels; }

@@ -44,7 +44,7 @@ class RowPacker {
         return true;
     }
 
-    // Of all rows so far.
+    // The extent of all rows so far.
     unsigned int Width() const { return usedWidth; }
     unsigned int Height() const { return pen.y + rowHeight; }
 
