@@ -119,16 +119,22 @@ std::vector<TraceLine> WrittenOut(const std::vector<Node>& nodes, const Values& 
     return lines;
 }
 
-// "> command = answer  # comment"
+// "> command = answer: first line  # comment"
 Step ReadStep(const Node& node) {
     const std::string& text = node.line.text;
     if (text.compare(0, 2, "> ") != 0) {
         Refuse(node.line, "no operation");
     }
-    const std::string step = text.substr(2, text.find("  #") - 2);
+    const std::string whole = text.substr(2, text.find("  #") - 2);
+    const std::size_t colon = whole.find(": ");
+    const std::string step = whole.substr(0, colon);
     const std::size_t equals = step.find(" = ");
+    std::vector<Node> lines = node.below;
+    if (colon != std::string::npos) {
+        lines.insert(lines.begin(), Node{{whole.substr(colon + 2), node.line.place}, {}});
+    }
     return {step.substr(0, equals), equals == std::string::npos ? "0" : step.substr(equals + 3),
-            WrittenOut(node.below, {}, {}), node.line.place};
+            WrittenOut(lines, {}, {}), node.line.place};
 }
 
 }  // namespace

@@ -2,12 +2,12 @@
 #define KIVGLES_TESTS_SUPPORT_SCENARIO_H
 
 // What a client does, in a file of tests/scenarios, and what has to come of it: an operation a line, its
-// answer if it is not just 0, and below it the calls of EGL, GL and FreeType and the log lines, in their
-// order.
+// answer if it is not just 0, and behind a colon or below it the calls of EGL, GL and FreeType and the log
+// lines, in their order.
 //
-//   > connect 0 = 0, 64 x 48   # a comment
-//     ConnectWindow(pbuffer)
+//   > connect 0 = 0, 64 x 48: ConnectWindow(pbuffer)   # a comment
 //   > rect a 4 2 16 12
+//     MakeFlatRenderer(OSDRect)
 //     FillRectangle(layer a, 64, 48, #ff0000ff, 4 2 20 14)
 //
 // What is written like a call and has a contract of that name in tests/scenarios/contracts stands for the
