@@ -112,24 +112,33 @@ RULES = [
 ]
 
 
+EFFECT = re.compile(r"(?P<operation>\w+)(=(?P<usual>\d+)[^!]*)?(?P<logs_failure>!)? (?P<function>\w+) (?P<nth>\d): "
+                    r"(?P<answer>[^|]*?)( \| (?P<lines>.*))?")
+
+
 def pattern(lines, logged_anyway):
     """The regular expression of a rule's lines."""
-    counts = {"?": "?", "+": "+", "*": "*"}
-    return "".join("(?:%s\n)%s" % (re.escape(line.lstrip("?+*")).replace(r"\{n\}", r"\d+"),
-                                   "*" if logged_anyway else counts.get(line[0], "")) for line in lines)
+    expression = ""
+    for line in lines:
+        text = re.escape(line.lstrip("?+*")).replace(r"\{n\}", r"\d+")
+        expression += f"(?:{text}\n)" + ("*" if logged_anyway else line[0] if line[0] in "?+*" else "")
+    return expression
 
 
 def admit(effect, for_good):
     """Whether the rules say so of an effect as Trial prints it, "rect glGenBuffers 1: as without | E ..."."""
-    name, function, nth, answer, lines = re.fullmatch(r"(.*) (\w+) (\d): ([^|]*?)(?: \| (.*))?", effect).groups()
-    operation, usual_answer = re.match(r"(\w+)=?(\d*)", name).groups()
+    found = EFFECT.fullmatch(effect)
+    if not found:
+        return False
+    operation, usual, function, nth, answer = found.group("operation", "usual", "function", "nth", "answer")
+    logged_anyway = found["logs_failure"] and answer == OK
     rules = []
-    for operations, functions, expected, *expected_lines in RULES:
-        which = re.search(rf"\b{function}\b ?(\d?)", functions)
-        if operation in operations.split() and which and (
-                which[1] in ("", nth) or for_good and which[1] > nth):
-            rules.append((str(expected), pattern(expected_lines, "!" in name and answer == OK)))
-    more = "|".join(lines for expected, lines in rules if operation in QUEUED or expected in (OK, RESIZED))
-    text = "".join(line + "\n" for line in lines.split(" | ")) if lines else ""
-    return any(answer == (OK if operation in QUEUED or expected == usual_answer else expected)
-               and re.fullmatch(f"(?:{more})*{lines}" if for_good else lines, text) for expected, lines in rules)
+    for operations, functions, expected, *lines in RULES:
+        call = re.search(rf"\b{function}\b ?(\d?)", functions)
+        if operation in operations.split() and call and (call[1] in ("", nth) or for_good and call[1] > nth):
+            rules.append((str(expected), pattern(lines, logged_anyway)))
+
+    before = "|".join(lines for expected, lines in rules if operation in QUEUED or expected in (OK, RESIZED))
+    text = found["lines"].replace(" | ", "\n") + "\n" if found["lines"] else ""
+    return any(answer == (OK if operation in QUEUED or expected == usual else expected)
+               and re.fullmatch(f"(?:{before})*{lines}" if for_good else lines, text) for expected, lines in rules)
