@@ -287,8 +287,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
 
     /// Measures a text. Direct: what is still queued has no say, and no GL is called.
     ///
-    /// Measured upright and regular a text is as wide as the pen moves when it is drawn in any style;
-    /// measured bold or slanted, characters that reach left of the pen count more.
+    /// Measured upright and regular a text is as wide as the pen moves when it is drawn in any style, but for
+    /// characters that reach left of the pen and are wider than their advance: those count by their width.
+    /// Measured bold or slanted, more characters do.
     ///
     /// @param text Read during the call. A character that the font lacks, or without ink, counts 30 pixels
     ///     ("Char CODE is not exit"), and so does each where the font did not load. Unlike drawing, measuring

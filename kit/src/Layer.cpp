@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 #include "Device.h"
+#include "ImagePainter.h"
 #include "LayerState.h"
 #include "Pixels.h"
 #include "Spans.h"
@@ -31,18 +31,10 @@ std::unique_ptr<LayerState> MakeState(const std::shared_ptr<Device>& device, con
     return std::make_unique<LayerState>(device, size, factor, OPERATION);
 }
 
-LayerState& StateOf(const std::unique_ptr<LayerState>& state, const char* operation) {
-    if (state == nullptr) {
-        throw Error(operation, Error::INVALID_ARGUMENT);
-    }
-    return *state;
-}
-
 // Several rectangles of one colour, with nothing of other threads' in between.
 void Fill(LayerState& layer, const std::vector<Rect>& rects, const Color& color, const char* operation) {
     const auto lock = layer.device->Lock();
-    (void)layer.device->Surface(
-        operation);  // an error without one, whether or not there is something to fill
+    (void)layer.device->Surface(operation);  // without a window an error, even if there is nothing to fill
     for (const Rect& rect : rects) {
         layer.Fill(rect, color, operation);
     }
@@ -50,8 +42,7 @@ void Fill(LayerState& layer, const std::vector<Rect>& rects, const Color& color,
 
 bool IsWhole(double number) { return number == std::floor(number); }
 
-// Whether the core draws this disc as it should be: its centre is whole and unsigned, its corners are not
-// seen.
+// Whether the core draws this disc as it should be: the centre is whole and unsigned, no corner is seen.
 bool IsRoundOfCore(const Point& center, double radius) {
     constexpr double FAR = 1 << 20;
     return center.x >= 0 && center.x < FAR && center.y >= 0 && center.y < FAR && radius > 0 &&
@@ -112,75 +103,6 @@ void CopyPart(const LayerState& source, const Rect& from, const LayerState& targ
     }
 }
 
-// A rectangle of a target as the core takes it for a bitmap: as if the target had the window's size. False if
-// that does not come out even.
-bool ForBitmap(const Rect& rect, const Size& target, const Size& window, TagKivRectInfo& converted) {
-    bool isEven = rect.x >= 0 && rect.y >= 0;
-    const auto convert = [&isEven](int number, int from, int to) {
-        const std::int64_t product = std::int64_t{number} * to;
-        isEven = isEven && product % from == 0;
-        return static_cast<std::uint32_t>(product / from);
-    };
-    converted = {convert(rect.x, target.width, window.width), convert(rect.y, target.height, window.height),
-                 convert(rect.width, target.width, window.width),
-                 convert(rect.height, target.height, window.height)};
-    return isEven;
-}
-
-// Draws an image into layers, with the lock held.
-class ImagePainter {
- public:
-    ImagePainter(LayerState& targetLayer, const Image& image, bool isBlended, const char* name)
-        : layer(targetLayer), surface(layer.device->Surface(name)), blended(isBlended), operation(name) {
-        bitmap.data = blended ? StraightPixels(image, converted) : PremultipliedPixels(image, converted);
-        bitmap.format = KIV_COLOR_FORMAT_RGBA8888;
-        bitmap.width = static_cast<std::uint32_t>(image.size.width);
-        bitmap.height = static_cast<std::uint32_t>(image.size.height);
-    }
-
-    // In pixels of GL.
-    void Draw(const Rect& to) {
-        const Size window = layer.device->WindowSize();
-        if (ForBitmap(to, layer.Bounds(), window, bitmap.dstRect)) {
-            DrawInto(layer.handle);
-            return;
-        }
-        const auto draw = [&](unsigned int handle, const Size& size) {
-            (void)ForBitmap({0, 0, to.width, to.height}, size, window,
-                            bitmap.dstRect);  // even for these sizes
-            DrawInto(handle);
-        };
-        layer.DrawBeyondEdges(to, blended, draw, operation);
-    }
-
- private:
-    void DrawInto(unsigned int handle) {
-        Check(blended ? surface.KivDrawBitmapByBlend(handle, bitmap) : surface.KivDrawBitmap(handle, bitmap),
-              operation);
-    }
-
-    LayerState& layer;
-    KivGLDrawSurface& surface;
-    bool blended;
-    const char* operation;
-    std::vector<std::uint8_t> converted;  // pixels, if they are not as they are needed
-    TagKivBitmapInfo bitmap{};
-};
-
-void DrawImage(LayerState& layer, const Image& image, const Rect& to, bool blended, const char* operation) {
-    if (image.pixels == nullptr || IsEmpty({0, 0, image.size.width, image.size.height})) {
-        throw Error(operation, Error::INVALID_ARGUMENT);
-    }
-    const int longest = std::max({image.size.width, image.size.height, to.width, to.height});
-    if (longest > layer.device->MaxLayerSide()) {
-        throw Error(operation, Error::TOO_LARGE);
-    }
-    const auto lock = layer.device->Lock();
-    if (!IsEmpty(layer.Visible(to))) {
-        ImagePainter(layer, image, blended, operation).Draw(to);
-    }
-}
-
 }  // namespace
 
 Layer::Layer(Screen& screen, kit::Size size, int factor) : state(MakeState(screen.device, size, factor)) {}
@@ -215,7 +137,7 @@ void Layer::RoundedRectangle(const Rect& rect, double radius, const Color& color
     }
     const int longest = std::min(box.width, box.height) / 2;
     const int r =
-        static_cast<int>(std::lround(std::clamp(radius * layer.factor, 0.0, double{1.0} * longest)));
+        static_cast<int>(std::lround(std::clamp(radius * layer.factor, 0.0, static_cast<double>(longest))));
     Fill(layer,
          {{box.x, box.y + r, box.width, box.height - 2 * r},
           {box.x + r, box.y, box.width - 2 * r, r},
@@ -223,7 +145,7 @@ void Layer::RoundedRectangle(const Rect& rect, double radius, const Color& color
          color, OPERATION);
     for (const int x : {box.x + r, box.x + box.width - r}) {
         for (const int y : {box.y + r, box.y + box.height - r}) {
-            FillDisc(layer, {double{1.0} * x, double{1.0} * y}, r, color, OPERATION);
+            FillDisc(layer, {static_cast<double>(x), static_cast<double>(y)}, r, color, OPERATION);
         }
     }
 }

@@ -5,6 +5,7 @@
 
 #include "Pixels.h"
 #include "Spans.h"
+#include "kivgles/kit/Error.h"
 
 namespace kivgles::kit {
 
@@ -58,6 +59,13 @@ void LayerState::DrawBeyondEdges(const Rect& region, bool blended,
     }
     draw(scratch, size);
     Check(surface.KivBlit({scratch, handle, there, Unsigned(visible)}), operation);
+}
+
+LayerState& StateOf(const std::unique_ptr<LayerState>& state, const char* operation) {
+    if (state == nullptr) {
+        throw Error(operation, Error::INVALID_ARGUMENT);
+    }
+    return *state;
 }
 
 TagKivRectInfo Unsigned(const Rect& rect) {

@@ -45,6 +45,9 @@ class LayerState {
     unsigned int handle = 0;  // changes with the surface
 };
 
+// What a layer stands for. Throws INVALID_ARGUMENT for `operation` if that was moved away.
+LayerState& StateOf(const std::unique_ptr<LayerState>& state, const char* operation);
+
 // As the core takes what has been cut off at the edges, where no number is negative.
 TagKivRectInfo Unsigned(const Rect& rect);
 

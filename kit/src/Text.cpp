@@ -1,14 +1,12 @@
 #include "kivgles/kit/Text.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "Device.h"
 #include "LayerState.h"
 #include "TextLayout.h"
 #include "TextPainter.h"
 #include "Utf8.h"
-#include "kivgles/kit/Error.h"
 #include "kivgles/kit/Layer.h"
 
 namespace kivgles::kit {
@@ -17,13 +15,6 @@ namespace {
 
 constexpr int MAX_SIZE = 1000;          // pixels of what is shown
 constexpr int MAX_LINE_HEIGHT = 10000;  // the same
-
-LayerState& StateOf(const std::unique_ptr<LayerState>& state, const char* operation) {
-    if (state == nullptr) {
-        throw Error(operation, Error::INVALID_ARGUMENT);
-    }
-    return *state;
-}
 
 // The lock is held.
 TextLayout LayOutFor(const LayerState& layer, std::string_view utf8, const LayoutRules& rules,

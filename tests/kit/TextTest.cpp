@@ -156,9 +156,9 @@ TEST(Text, HasABoxForWhatTheFontLacksAndSaysSoOnce) {
 }
 
 TEST(Text, WithoutAnythingToDrawDrawsNothing) {
-    Stage stage({100, 60});
+    Stage stage({120, 60});
     stage.screen.LoadFont(BEARINGS);
-    Layer layer(stage.screen, {100, 60});
+    Layer layer(stage.screen, {120, 60});
     const Text text = Text(40, WHITE).On(RED).Underlined();
     EXPECT_TRUE(text.Draw(layer, "", {0, 0, 100, 60}).whole);
     EXPECT_EQ(text.Draw(layer, "   ", {0, 0, 100, 60}).width, 0);
