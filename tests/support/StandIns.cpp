@@ -19,6 +19,14 @@ using namespace recorder;
 
 namespace {
 
+std::string Program(GLuint name) { return Name("program", name); }
+std::string Shader(GLuint name) { return Name("shader", name); }
+std::string Texture(GLuint name) { return Name("texture", name); }
+std::string Buffer(GLuint name) { return Name("buffer", name); }
+std::string Framebuffer(GLuint name) { return Name("framebuffer", name); }
+std::string Face(FT_Face face) { return Name("face", face); }
+std::string Library(FT_Library library) { return Name("library", library); }
+
 thread_local EGLint injectedError = EGL_SUCCESS;
 
 // --- Objects alive ---
@@ -115,7 +123,7 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 // clang-format off
 #define ENTRY(Result, name, parameters, shown, done, failed)                 \
     Result name parameters {                                                 \
-        static Function& function = Find(#name);                            \
+        static Function& function = Find(#name);                             \
         static const auto next = Next<Result parameters>(#name);             \
         if (EnterRecorded(function, [&] { return CallOf{#name} shown; })) {  \
             return failed;                                                   \
@@ -132,7 +140,7 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 // How glyphs are walked through is no promise, so not among the calls.
 #define WALK(Result, name, parameters, done, failed)                    \
     Result name parameters {                                            \
-        static Function& function = Find(#name);                       \
+        static Function& function = Find(#name);                             \
         static const auto next = Next<Result parameters>(#name);        \
         if (Enter(function)) {                                          \
             return failed;                                              \
@@ -149,11 +157,10 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 extern "C" {
 
 GL(glActiveTexture, (GLenum unit), (unit), (Const(unit)))
-GL(glAttachShader, (GLuint program, GLuint shader), (program, shader),
-   (Name("program", program), Name("shader", shader)))
-GL(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), (Const(target), Name("buffer", buffer)))
-GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Name("framebuffer", fbo)))
-ENTRY(void, glBindTexture, (GLenum target, GLuint texture), (Const(target), Name("texture", texture)),
+GL(glAttachShader, (GLuint program, GLuint shader), (program, shader), (Program(program), Shader(shader)))
+GL(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), (Const(target), Buffer(buffer)))
+GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Framebuffer(fbo)))
+ENTRY(void, glBindTexture, (GLenum target, GLuint texture), (Const(target), Texture(texture)),
       (seen.texture = texture, next(target, texture)), void())
 GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination),
    (Const(source), destination == GL_ZERO ? "GL_ZERO" : Const(destination)))
@@ -162,13 +169,11 @@ GL(glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage
 ENTRY(GLenum, glCheckFramebufferStatus, (GLenum target), (Const(target)), next(target), function.result)
 GL(glClear, (GLbitfield mask), (mask), (Mask(mask)))
 GL(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), (r, g, b, a))
-GL(glCompileShader, (GLuint shader), (shader), (Name("shader", shader)))
+GL(glCompileShader, (GLuint shader), (shader), (Shader(shader)))
 ENTRY(GLuint, glCreateProgram, (), (), BornName("program", next()), 0)
 ENTRY(GLuint, glCreateShader, (GLenum type), (Const(type)), BornName("shader", next(type)), 0)
-ENTRY(void, glDeleteProgram, (GLuint name), (Name("program", name)),
-      (SetNames("program", 1, &name, false), next(name)), void())
-ENTRY(void, glDeleteShader, (GLuint name), (Name("shader", name)),
-      (SetNames("shader", 1, &name, false), next(name)), void())
+ENTRY(void, glDeleteProgram, (GLuint name), (Program(name)), (SetNames("program", 1, &name, false), next(name)), void())
+ENTRY(void, glDeleteShader, (GLuint name), (Shader(name)), (SetNames("shader", 1, &name, false), next(name)), void())
 GL(glDisable, (GLenum what), (what), (Const(what)))
 GL(glDisableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
 ENTRY(void, glDrawArrays, (GLenum mode, GLint first, GLsizei n), (Mode(mode), first, n),
@@ -180,62 +185,56 @@ ENTRY(void, glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* in
 GL(glEnable, (GLenum what), (what), (Const(what)))
 GL(glEnableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
 GL(glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint texture, GLint level),
-   (target, point, kind, texture, level),
-   (Const(target), Const(point), Const(kind), Name("texture", texture), level))
+   (target, point, kind, texture, level), (Const(target), Const(point), Const(kind), Texture(texture), level))
 GL_NAMES("buffer", glGenBuffers, glDeleteBuffers)
 GL_NAMES("framebuffer", glGenFramebuffers, glDeleteFramebuffers)
 GL_NAMES("texture", glGenTextures, glDeleteTextures)
-ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (Name("program", id), name),
+ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (Program(id), name),
       Located("attribute", id, name, next(id, name)), -1)
 ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (Const(what)), next(what, value),
       void(*value = static_cast<GLint>(function.result)))
-ENTRY(void, glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Name("program", id)),
+ENTRY(void, glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Program(id)),
       (next(id, size, length, log), Remember(log)), void())
-GL(glGetProgramiv, (GLuint program, GLenum what, GLint* value), (program, what, value),
-   (Name("program", program), Const(what)))
-ENTRY(void, glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Name("shader", id)),
+GL(glGetProgramiv, (GLuint program, GLenum what, GLint* value), (program, what, value), (Program(program), Const(what)))
+ENTRY(void, glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Shader(id)),
       (next(id, size, length, log), Remember(log)), void())
-GL(glGetShaderiv, (GLuint shader, GLenum what, GLint* value), (shader, what, value),
-   (Name("shader", shader), Const(what)))
+GL(glGetShaderiv, (GLuint shader, GLenum what, GLint* value), (shader, what, value), (Shader(shader), Const(what)))
 ENTRY(const GLubyte*, glGetString, (GLenum what), (Const(what)), Remembered(next(what)), nullptr)
-ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (Name("program", id), name),
+ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (Program(id), name),
       Located("uniform", id, name, next(id, name)), -1)
 ENTRY(GLboolean, glIsProgram, (GLuint name), ("object"), next(name), GL_FALSE)
 ENTRY(GLboolean, glIsShader, (GLuint name), ("object"), next(name), GL_FALSE)
-GL(glLinkProgram, (GLuint program), (program), (Name("program", program)))
+GL(glLinkProgram, (GLuint program), (program), (Program(program)))
 GL(glPixelStorei, (GLenum what, GLint value), (what, value), (Const(what), value))
 GL(glShaderSource, (GLuint shader, GLsizei n, const GLchar* const* parts, const GLint* lengths),
-   (shader, n, parts, lengths), (Name("shader", shader), n, lengths) + Source(n, parts))
+   (shader, n, parts, lengths), (Shader(shader), n, lengths) + Source(n, parts))
 ENTRY(void, glTexImage2D, (GLenum target, GLint level, GLint internal, GLsizei width, GLsizei height, GLint border,
-                           GLenum format, GLenum type, const void* data),
+      GLenum format, GLenum type, const void* data),
       (Const(target), level, Const(internal), width, height, border, Const(format), Const(type), data),
       (seen.textures[seen.texture] = {width, height},
-       next(target, level, internal, width, height, border, format, type, data)), void())
+      next(target, level, internal, width, height, border, format, type, data)), void())
 GL(glTexParameteri, (GLenum target, GLenum what, GLint value), (target, what, value),
    (Const(target), Const(what), Const(value)))
 GL(glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
-                     GLenum format, GLenum type, const void* data),
-   (target, level, x, y, width, height, format, type, data),
+   GLenum format, GLenum type, const void* data), (target, level, x, y, width, height, format, type, data),
    (Const(target), level, x, y, width, height, Const(format), Const(type), Pixels(data, width, height)))
 GL(glUniform1i, (GLint location, GLint value), (location, value), (Uniform(location), value))
 GL(glUniform4fv, (GLint location, GLsizei n, const GLfloat* values), (location, n, values),
    (Uniform(location), n, Color(values)))
-ENTRY(void, glUseProgram, (GLuint program), (Name("program", program)), (seen.program = program, next(program)), void())
+ENTRY(void, glUseProgram, (GLuint program), (Program(program)), (seen.program = program, next(program)), void())
 GL(glVertexAttribPointer, (GLuint index, GLint size, GLenum type, GLboolean normalised, GLsizei stride,
-                           const void* offset), (index, size, type, normalised, stride, offset),
+   const void* offset), (index, size, type, normalised, stride, offset),
    (Attribute(index), size, Const(type), normalised == GL_FALSE ? "GL_FALSE" : "GL_TRUE", stride, offset))
 ENTRY(void, glViewport, (GLint x, GLint y, GLsizei width, GLsizei height), (x, y, width, height),
       (seen.viewport = {width, height}, next(x, y, width, height)), void())
 
 EGL(eglChooseConfig, (EGLDisplay display, const EGLint* list, EGLConfig* configs, EGLint size, EGLint* n),
     (display, list, configs, size, n), ("display", size) + Attributes(list))
-ENTRY(EGLContext, eglCreateContext,
-      (EGLDisplay display, EGLConfig config, EGLContext share, const EGLint* list),
+ENTRY(EGLContext, eglCreateContext, (EGLDisplay display, EGLConfig config, EGLContext share, const EGLint* list),
       ("display", "config", Context(share)) + Attributes(list),
       Born("context", next(display, config, share, list)), BadAlloc(EGL_NO_CONTEXT))
 ENTRY(EGLSurface, eglCreatePbufferSurface, (EGLDisplay display, EGLConfig config, const EGLint* list),
-      ("display", "config") + Attributes(list), Born("surface", next(display, config, list)),
-      BadAlloc(EGL_NO_SURFACE))
+      ("display", "config") + Attributes(list), Born("surface", next(display, config, list)), BadAlloc(EGL_NO_SURFACE))
 ENTRY(EGLSurface, eglCreateWindowSurface,
       (EGLDisplay display, EGLConfig config, EGLNativeWindowType window, const EGLint* list),
       ("display", "config", "window") + Attributes(list), Born("surface", next(display, config, window, list)),
@@ -255,18 +254,16 @@ EGL(eglQuerySurface, (EGLDisplay display, EGLSurface surface, EGLint what, EGLin
 EGL(eglReleaseThread, (), (), ())
 ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
       IsRecordingPictures() ? (RecordPicture(display, surface), SwapAndArrive(next, display, surface))
-               : next(display, surface),
-      BadAlloc<EGLBoolean>(EGL_FALSE))
+      : next(display, surface), BadAlloc<EGLBoolean>(EGL_FALSE))
 EGL(eglTerminate, (EGLDisplay display), (display), ("display"))
 
-WALK(FT_Error, FT_Bitmap_Convert,
-     (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
+WALK(FT_Error, FT_Bitmap_Convert, (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
      next(library, source, target, alignment), FT_Err_Out_Of_Memory)
 WALK(FT_Error, FT_Bitmap_Done, (FT_Library library, FT_Bitmap* bitmap), next(library, bitmap), FT_Err_Out_Of_Memory)
 WALK(void, FT_Bitmap_Init, (FT_Bitmap* bitmap), next(bitmap), void())
-ENTRY(FT_Error, FT_Done_Face, (FT_Face face), (Name("face", face)),
+ENTRY(FT_Error, FT_Done_Face, (FT_Face face), (Face(face)),
       (seen.glyph = nullptr, Gone("face", face), next(face)), FT_Err_Out_Of_Memory)
-ENTRY(FT_Error, FT_Done_FreeType, (FT_Library library), (Name("library", library)),
+ENTRY(FT_Error, FT_Done_FreeType, (FT_Library library), (Library(library)),
       (Gone("library", library), next(library)), FT_Err_Out_Of_Memory)
 WALK(FT_ULong, FT_Get_First_Char, (FT_Face face, FT_UInt* n), next(face, n), *n = 0)
 WALK(FT_ULong, FT_Get_Next_Char, (FT_Face face, FT_ULong code, FT_UInt* index), next(face, code, index), *index = 0)
@@ -275,16 +272,16 @@ ENTRY(FT_Error, FT_Init_FreeType, (FT_Library* library), (),
 WALK(FT_Error, FT_Load_Char, (FT_Face face, FT_ULong code, FT_Int32 flags), next(face, code, flags),
      FT_Err_Out_Of_Memory)
 ENTRY(FT_Error, FT_New_Face, (FT_Library library, const char* path, FT_Long index, FT_Face* face),
-      (Name("library", library), path, index), BornOrNull("face", next(library, path, index, face), face),
+      (Library(library), path, index), BornOrNull("face", next(library, path, index, face), face),
       BornOrNull("face", FT_Err_Out_Of_Memory, face))
 WALK(FT_Error, FT_Outline_Embolden, (FT_Outline* outline, FT_Pos strength), next(outline, strength),
      FT_Err_Out_Of_Memory)
 WALK(FT_Error, FT_Render_Glyph, (FT_GlyphSlot glyph, FT_Render_Mode mode), (seen.glyph = glyph, next(glyph, mode)),
      FT_Err_Out_Of_Memory)
 FT(FT_Set_Pixel_Sizes, (FT_Face face, FT_UInt width, FT_UInt height), (face, width, height),
-   (Name("face", face), width, height))
+   (Face(face), width, height))
 GL(FT_Set_Transform, (FT_Face face, FT_Matrix* matrix, FT_Vector* delta), (face, matrix, delta),
-   (Name("face", face), Matrix(matrix), delta))
+   (Face(face), Matrix(matrix), delta))
 
 }  // extern "C"
 // clang-format on
