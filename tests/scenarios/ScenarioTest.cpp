@@ -41,35 +41,27 @@ class Names {
     std::map<std::string, std::string> names;  // of objects as the recorder has them
 };
 
-std::string All(const std::vector<std::string>& lines) {
-    std::string text;
-    for (const std::string& line : lines) {
-        text += "\n    " + line;
-    }
-    return text;
-}
-
 // The first line that differs, or the answer if it does; nothing if all is as it should be.
 std::string Difference(const Step& expected, const Step& came, Names& names) {
-    std::vector<std::string> lines;
     std::string difference;
+    std::string all;
     const TraceLine end{"nothing more", expected.place};
     for (std::size_t i = 0; i < std::max(expected.trace.size(), came.trace.size()); ++i) {
         const TraceLine& line = i < expected.trace.size() ? expected.trace[i] : end;
-        std::string now = i < came.trace.size() ? came.trace[i].text : end.text;
-        names.Learn(line.text, now);
-        now = names.In(now);
+        const std::string raw = i < came.trace.size() ? came.trace[i].text : end.text;
+        names.Learn(line.text, raw);
+        const std::string now = names.In(raw);
         if (difference.empty() && now != line.text) {
             difference = "\n  " + line.place + "\n  expected: " + line.text + "\n  came:     " + now;
         }
-        lines.push_back(now);
+        all += i < came.trace.size() ? "\n    " + now : "";
     }
     if (came.answer != expected.answer) {
         difference += "\n  expected answer: " + expected.answer + "\n  came:            " + came.answer;
     }
     return difference.empty()
                ? ""
-               : expected.place + "> " + expected.command + difference + "\n  all that came:" + All(lines);
+               : expected.place + "> " + expected.command + difference + "\n  all that came:" + all;
 }
 
 class ScenarioTest : public testing::Test {
