@@ -112,7 +112,7 @@ void WritePicture(Display* display, Window window, const std::string& path) {
 }
 
 // Which buffers share cache lines and sets depends on where the heap begins within a page, and is worth some
-// per cent: each process begins elsewhere, so that the rounds' median does not hang on it.
+// per cent: each process begins elsewhere, so that the rounds' median does not depend on it.
 void ShiftHeap() {
     static std::vector<char> kept;
     kept.resize(std::random_device()() % 0x10000);
