@@ -4,10 +4,15 @@
 # as far as they are missing; those of all groups if none is named. Removes none. Works as root or with sudo; asks for
 # nothing but a password that sudo may want.
 #
-# build   compiles the library        checks  looks at the sources, with clang and the tools around it
+# build   compiles library and kit    checks  looks at the sources, with clang and the tools around it
 # demo    build, and the examples     bench   Google Benchmark
 # tests   demo, and the tests
 set -euo pipefail
+
+fail() {
+    echo "setup: $*" >&2
+    exit 1
+}
 
 build=(
     g++ cmake ninja-build pkg-config
@@ -71,10 +76,7 @@ fi
 
 as_root=()
 if ((EUID != 0)); then
-    if ! command -v sudo >/dev/null; then
-        echo "setup: run this as root, or install sudo; missing: ${missing[*]}" >&2
-        exit 1
-    fi
+    command -v sudo >/dev/null || fail "run this as root, or install sudo; missing: ${missing[*]}"
     as_root=(sudo)
 fi
 
@@ -84,5 +86,6 @@ for architecture in "${!architectures[@]}"; do
 done
 "${as_root[@]}" apt-get update
 "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive \
-    apt-get install --yes --no-install-recommends --no-remove "${missing[@]}" </dev/null
+    apt-get install --yes --no-install-recommends --no-remove "${missing[@]}" </dev/null ||
+    fail "apt could not install ${missing[*]}"
 echo "setup: installed ${#missing[@]} packages"
