@@ -253,8 +253,8 @@ EGL(eglQuerySurface, (EGLDisplay display, EGLSurface surface, EGLint what, EGLin
     (display, surface, what, value), ("display", Surface(surface), Const(what)))
 EGL(eglReleaseThread, (), (), ())
 ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
-      IsRecordingPictures() ? (RecordPicture(display, surface), SwapAndArrive(next, display, surface))
-      : next(display, surface), BadAlloc<EGLBoolean>(EGL_FALSE))
+      (IsRecordingPictures() ? RecordPicture(display, surface) : void(), SwapAndArrive(next, display, surface)),
+      BadAlloc<EGLBoolean>(EGL_FALSE))
 EGL(eglTerminate, (EGLDisplay display), (display), ("display"))
 
 WALK(FT_Error, FT_Bitmap_Convert, (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
