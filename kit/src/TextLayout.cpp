@@ -220,7 +220,7 @@ void PlaceCells(const Cells& cells, const LayoutRules& rules, TextLine& line) {
                 line.runs.push_back({x, 0, {}});
             }
             line.runs.back().units += static_cast<char16_t>(cell.character);
-            line.runs.back().width += cell.width;
+            line.runs.back().width += cell.width - cell.inset;
         }
         goesOn = visible && begun && cell.kind == Cell::CHARACTER && cell.isAdvance;
         pen += cell.width;

@@ -58,6 +58,21 @@ TEST(Layer, ADiscOfTheCoreIsTheOneOfSpansToHalfAPixel) {
     EXPECT_EQ(picture.At(90, 5), RED_SHOWN);
 }
 
+TEST(Layer, RingsAreHollowAndArcsEnd) {
+    Stage stage;
+    Layer layer(stage.screen, {120, 60});
+    layer.Ring({30, 30}, 20, 5, RED);
+    layer.Arc({90, 30}, 20, 5, 90, 90, BLUE);  // from below to the left
+    const Picture picture = stage.Show(layer);
+    EXPECT_EQ(picture.At(12, 30), RED_SHOWN);
+    EXPECT_EQ(picture.At(30, 47), RED_SHOWN);
+    EXPECT_EQ(picture.At(30, 30), 0U);
+    EXPECT_EQ(picture.At(72, 32), 0x0000FFU);
+    EXPECT_EQ(picture.At(72, 28), 0U);
+    EXPECT_EQ(picture.At(88, 47), 0x0000FFU);
+    EXPECT_EQ(picture.At(92, 47), 0U);
+}
+
 TEST(Layer, BarsAreFilledUpToTheirLevel) {
     Stage stage;
     Layer layer(stage.screen, {120, 60});
@@ -176,6 +191,7 @@ TEST(Layer, ImagesGoWhereTheyAreToInLayersOfAnySize) {
 TEST(Layer, ImagesLargerThanTheWindowAreCutOff) {
     Stage stage;
     Layer canvas(stage.screen, {120, 60});
+    canvas.Draw({STRAIGHT.data(), {2, 2}}, {-10, -10, 2, 300});
     canvas.Draw({STRAIGHT.data(), {2, 2}}, {-200, -100, 400, 200});
     const Picture picture = stage.Show(canvas);
     EXPECT_TRUE(IsNear(picture.At(119, 59 - 1), 255, 255, 255)) << "beyond the middle of the last pixel";

@@ -169,6 +169,27 @@ TEST(Text, WithoutAnythingToDrawDrawsNothing) {
     EXPECT_EQ(Ink(stage.Show(layer)).width, 0);
 }
 
+TEST(Text, LooksAsItsPropertiesSay) {
+    Stage stage({200, 200});
+    stage.screen.LoadFont(BEARINGS);
+    Layer layer(stage.screen, {200, 200});
+    layer.Clear({0, 0, 0});
+    const Text text = Text().Sized(40).Colored(GREEN).On(BLUE).Underlined().Wrapped().Spaced(70);
+    EXPECT_EQ(text.LineHeight(), 70);
+    EXPECT_EQ(text.Measure(layer, "A A").lines, 1);
+    const TextExtent extent = text.Draw(layer, "A A", {10, 0, 30, 200});
+    EXPECT_EQ(extent.lines, 2);
+    EXPECT_EQ(extent.height, 140);
+    EXPECT_EQ(extent.width, 14);
+    const Picture picture = stage.Show(layer);
+    EXPECT_EQ(picture.At(11, 1), 0x0000FFU) << "the background is as high as the line";
+    EXPECT_EQ(picture.At(24, 1), 0U) << "and as wide as the text";
+    EXPECT_EQ(picture.At(15, 40), 0x00FF00U);
+    EXPECT_EQ(picture.At(15, 110), 0x00FF00U);
+    EXPECT_EQ(picture.At(10, 49 + 2), 0x00FF00U) << "the underline, 2 pixels below the baseline";
+    EXPECT_EQ(picture.At(10, 49 + 4), 0x0000FFU);
+}
+
 TEST(Text, InALayerOfFactorTwoTakesAsMuchRoom) {
     Stage stage({300, 60});
     stage.screen.LoadFont(BEARINGS);
