@@ -119,35 +119,30 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 
 }  // namespace
 
-// ENTRY(result, name, parameters, arguments as shown, what is done, result of a failure)
+// STAND_IN(result, name, parameters, whether to fail, what is done, result of a failure)
 // clang-format off
-#define ENTRY(Result, name, parameters, shown, done, failed)                 \
-    Result name parameters {                                                 \
-        static Function& function = Find(#name);                             \
-        static const auto next = Next<Result parameters>(#name);             \
-        if (EnterRecorded(function, [&] { return CallOf{#name} shown; })) {  \
-            return failed;                                                   \
-        }                                                                    \
-        const Forwarding forwards;                                           \
-        return done;                                                         \
+#define STAND_IN(Result, name, parameters, fails, done, failed)   \
+    Result name parameters {                                      \
+        static Function& function = Find(#name);                  \
+        static const auto next = Next<Result parameters>(#name);  \
+        if (fails) {                                              \
+            return failed;                                        \
+        }                                                         \
+        const Forwarding forwards;                                \
+        return done;                                              \
     }
+// ENTRY(result, name, parameters, arguments as shown, what is done, result of a failure)
+#define ENTRY(Result, name, parameters, shown, done, failed)                                                        \
+    STAND_IN(Result, name, parameters, EnterRecorded(function, [&] { return CallOf{#name} shown; }), done, failed)
+// How glyphs are walked through is no promise, so not among the calls.
+#define WALK(Result, name, parameters, done, failed) \
+    STAND_IN(Result, name, parameters, Enter(function), done, failed)
 // What most of the functions of each library have in common, and those that make and delete GL names.
 #define GL(name, parameters, arguments, shown) ENTRY(void, name, parameters, shown, next arguments, void())
 #define EGL(name, parameters, arguments, shown) \
     ENTRY(EGLBoolean, name, parameters, shown, next arguments, BadAlloc<EGLBoolean>(EGL_FALSE))
 #define FT(name, parameters, arguments, shown) \
     ENTRY(FT_Error, name, parameters, shown, next arguments, FT_Err_Out_Of_Memory)
-// How glyphs are walked through is no promise, so not among the calls.
-#define WALK(Result, name, parameters, done, failed)                    \
-    Result name parameters {                                            \
-        static Function& function = Find(#name);                             \
-        static const auto next = Next<Result parameters>(#name);        \
-        if (Enter(function)) {                                          \
-            return failed;                                              \
-        }                                                               \
-        const Forwarding forwards;                                      \
-        return done;                                                    \
-    }
 #define GL_NAMES(kind, Gen, Delete)                                                                  \
     ENTRY(void, Gen, (GLsizei n, GLuint* names), (n),                                                \
           (next(n, names), BornNames(kind, n, names)), void(std::fill_n(names, n, 0U)))              \
