@@ -1,6 +1,7 @@
 #include "text/FontAtlas.h"
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include <android/log.h>
@@ -154,13 +155,14 @@ void FontAtlas::LogSummary() const {
     __android_log_print(ANDROID_LOG_WARN, TAG, "Generated a %d x %d (%d kb) texture atlas\n",
                         static_cast<int>(atlas.textureWidth), static_cast<int>(atlas.textureHeight),
                         static_cast<int>((atlas.textureWidth * atlas.textureHeight) >> 10));
-    const auto onDemand = std::count_if(atlas.glyphs.begin(), atlas.glyphs.end(),
-                                        [this](const auto& entry) { return !HasTexels(entry.first); });
-    if (onDemand > 0) {
-        __android_log_print(ANDROID_LOG_WARN, TAG,
-                            "%ld characters are held in the atlas, %ld are drawn on demand\n",
-                            static_cast<long>(atlas.glyphs.size()) - static_cast<long>(onDemand),
-                            static_cast<long>(onDemand));
+    // What has no room in any atlas at this size is neither held nor drawn on demand.
+    const auto behindFull = atlas.glyphs.lower_bound(firstCodeBehindFull);
+    const auto held = std::count_if(atlas.glyphs.begin(), behindFull,
+                                    [this](const auto& entry) { return HasTexels(entry.first); });
+    if (behindFull != atlas.glyphs.end()) {
+        __android_log_print(
+            ANDROID_LOG_WARN, TAG, "%ld characters are held in the atlas, %ld are drawn on demand\n",
+            static_cast<long>(held), static_cast<long>(std::distance(behindFull, atlas.glyphs.end())));
     }
 }
 

@@ -124,11 +124,15 @@ void FontStyleAtlas::FontToTexture(const TagGLTextInfo& info) {
     GlyphLoader glyph(face, info.bold != 0, limits);
     for (const char16_t unit : TextUnits(info)) {
         AtlasPlace place;
-        if (glyph.Load(unit) && glyph.Render() && glyph.Pixels() != nullptr &&
-            packer.Place(glyph.Width(), glyph.Rows(), place) && UploadGlyph(atlas, glyph, place)) {
+        const bool isLoaded = glyph.Load(unit) && glyph.Render();
+        if (isLoaded && glyph.Pixels() != nullptr && packer.Place(glyph.Width(), glyph.Rows(), place) &&
+            UploadGlyph(atlas, glyph, place)) {
             FontCharInfoToMap(glyph.Slot(), static_cast<int>(place.x), static_cast<int>(place.y), unit);
-        } else {
-            LogAbsentChar(TAG, unit);
+            continue;
+        }
+        LogAbsentChar(TAG, unit);
+        if (isLoaded && glyph.HasInk()) {
+            RecordAdvance(glyph.Slot(), unit, atlas);
         }
     }
 }

@@ -75,6 +75,14 @@ void RecordGlyph(FT_GlyphSlot slot, int x, int y, unsigned long charCode, GlyphA
     atlas.glyphs[charCode] = glyph;
 }
 
+void RecordAdvance(FT_GlyphSlot slot, unsigned long charCode, GlyphAtlas& atlas) {
+    const TagGlyphInfo metrics = GlyphMetrics(slot);
+    TagGlyphInfo glyph{};
+    glyph.advanceX = metrics.advanceX;
+    glyph.advanceY = metrics.advanceY;
+    atlas.glyphs.emplace(charCode, glyph);
+}
+
 unsigned int SetPixelSize(const char* tag, FT_Face face, unsigned int size) {
     const unsigned int pixelSize = size == 0 ? STANDARD_FONT_SIZE : size;
     if (FT_Set_Pixel_Sizes(face, 0, pixelSize) != 0) {

@@ -44,6 +44,10 @@ bool UploadGlyph(const GlyphAtlas& atlas, const GlyphLoader& glyph, const AtlasP
 // Enters the glyph in `slot`, at (x, y) in the texture, into the map.
 void RecordGlyph(FT_GlyphSlot slot, int x, int y, unsigned long charCode, GlyphAtlas& atlas);
 
+// Enters a glyph that found no room, unless there is one of the character that did: nothing is drawn, but the
+// pen moves as it is measured.
+void RecordAdvance(FT_GlyphSlot slot, unsigned long charCode, GlyphAtlas& atlas);
+
 // Sets the face's glyph size in pixels, 0 meaning 40, and returns it. A face that has no such size keeps its
 // own, logged under `tag`.
 unsigned int SetPixelSize(const char* tag, FT_Face face, unsigned int size);

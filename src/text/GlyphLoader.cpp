@@ -82,7 +82,7 @@ bool GlyphLoader::Render() {
 
 bool GlyphLoader::FindPixels() {
     const FT_Bitmap& bitmap = slot->bitmap;
-    if (bitmap.width == 0 || bitmap.rows == 0) {
+    if (!HasInk()) {
         return true;
     }
     if (bitmap.buffer == nullptr) {

@@ -33,10 +33,11 @@ class GlyphLoader {
 
     FT_GlyphSlot Slot() const { return slot; }
 
-    // These are of the glyph last rendered. Pixels is null for one without ink, and valid until the next
-    // Load.
+    // These are of the glyph last rendered. Pixels is null for one without ink or room, and valid until the
+    // next Load.
     unsigned int Width() const { return slot->bitmap.width; }
     unsigned int Rows() const { return slot->bitmap.rows; }
+    bool HasInk() const { return Width() > 0 && Rows() > 0; }
     const unsigned char* Pixels() const { return pixels; }
 
  private:
