@@ -9,6 +9,9 @@
 
 int main() {
     Display* const display = XOpenDisplay(nullptr);
+    if (display == nullptr) {
+        return 1;  // there is no X server
+    }
     const Window window = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 640, 200, 0, 0, 0);
     XMapWindow(display, window);
     XSync(display, False);

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # consume.sh find_package|pkg-config PREFIX WORK_FOLDER
 # consume.sh add_subdirectory SOURCES WORK_FOLDER
-# Builds the smallest examples, of the library and of its kit, outside the project the way that the first argument names,
-# with the compiler that CXX names, and looks for their pictures on the display. PREFIX "/" stands for a library that the system has.
+# Builds the smallest examples, of the library and of its kit, outside the project the way that the first argument
+# names, with the compiler that CXX names, and looks for their pictures on the display. PREFIX "/" stands for a library
+# that the system has.
 set -euo pipefail
 way=$1 from=$2 work=$3
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
