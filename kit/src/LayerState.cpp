@@ -9,6 +9,14 @@
 
 namespace kivgles::kit {
 
+Rect Scaled(const Rect& rect, int factor) {
+    const auto scaled = [factor](int number) {
+        constexpr std::int64_t FAR = 1 << 29;
+        return static_cast<int>(std::clamp(std::int64_t{number} * factor, -FAR, FAR));
+    };
+    return {scaled(rect.x), scaled(rect.y), scaled(rect.width), scaled(rect.height)};
+}
+
 LayerState::LayerState(const std::shared_ptr<Device>& layerDevice, const Size& size, int layerFactor,
                        const char* operation)
     : device(layerDevice),
@@ -22,14 +30,6 @@ LayerState::LayerState(const std::shared_ptr<Device>& layerDevice, const Size& s
 LayerState::~LayerState() {
     const auto lock = device->Lock();
     device->Remove(*this);
-}
-
-Rect LayerState::Scaled(const Rect& rect) const {
-    const auto scaled = [this](int number) {
-        constexpr std::int64_t FAR = 1 << 29;
-        return static_cast<int>(std::clamp(std::int64_t{number} * factor, -FAR, FAR));
-    };
-    return {scaled(rect.x), scaled(rect.y), scaled(rect.width), scaled(rect.height)};
 }
 
 Rect LayerState::Visible(const Rect& rect) const { return Intersect(rect, {0, 0, width, height}); }

@@ -9,6 +9,9 @@
 
 namespace kivgles::kit {
 
+// To pixels of GL; numbers far outside of any layer are cut down, so that sums hold.
+Rect Scaled(const Rect& rect, int factor);
+
 // A layer of the core, with the size that is needed to make it anew.
 //
 // Owner:  a Layer. It stays where it is when the Layer is moved: the device knows it by its address.
@@ -23,8 +26,8 @@ class LayerState {
     LayerState(const LayerState&) = delete;
     LayerState& operator=(const LayerState&) = delete;
 
-    // From pixels of what is shown; numbers far outside of any layer are cut down, so that sums hold.
-    Rect Scaled(const Rect& rect) const;
+    // From pixels of what is shown.
+    Rect Scaled(const Rect& rect) const { return kit::Scaled(rect, factor); }
     Point Scaled(const Point& point) const { return {point.x * factor, point.y * factor}; }
     Size Bounds() const { return {width, height}; }
     // The part of a rectangle that is in the layer.

@@ -8,6 +8,7 @@
 #include "TextPainter.h"
 #include "Utf8.h"
 #include "kivgles/kit/Layer.h"
+#include "kivgles/kit/Screen.h"
 
 namespace kivgles::kit {
 
@@ -16,11 +17,12 @@ namespace {
 constexpr int MAX_SIZE = 1000;          // pixels of what is shown
 constexpr int MAX_LINE_HEIGHT = 10000;  // the same
 
+constexpr char MEASURE[] = "Text::Measure";
+
 // The lock is held.
-TextLayout LayOutFor(const LayerState& layer, std::string_view utf8, const LayoutRules& rules,
-                     const char* operation) {
-    KivGLDrawSurface& surface = layer.device->Surface(operation);
-    CharacterWidths& widths = layer.device->Widths(operation);
+TextLayout LayOutFor(Device& device, std::string_view utf8, const LayoutRules& rules, const char* operation) {
+    KivGLDrawSurface& surface = device.Surface(operation);
+    CharacterWidths& widths = device.Widths(operation);
     return LayOut(DecodeUtf8(utf8), rules,
                   [&](char32_t character) { return widths.Find(surface, character, rules.size, operation); });
 }
@@ -130,7 +132,7 @@ TextExtent Text::Draw(Layer& layer, std::string_view utf8, const Rect& box) cons
     const auto lock = target.device->Lock();
     const Rect scaled = target.Scaled(box);
     const LayoutRules rules = Rules(scaled, target.factor, target.width);
-    const TextLayout layout = LayOutFor(target, utf8, rules, OPERATION);
+    const TextLayout layout = LayOutFor(*target.device, utf8, rules, OPERATION);
     const TextLook look = {color, background, bold, italic, underlined, rules.size, rules.lineHeight};
     TextPainter painter(target, look, scaled.x, scaled.y, OPERATION);
     for (const TextLine& line : layout.lines) {
@@ -140,12 +142,18 @@ TextExtent Text::Draw(Layer& layer, std::string_view utf8, const Rect& box) cons
 }
 
 TextExtent Text::Measure(const Layer& layer, std::string_view utf8, const Size& box) const {
-    constexpr char OPERATION[] = "Text::Measure";
-    const LayerState& target = StateOf(layer.state, OPERATION);
-    const auto lock = target.device->Lock();
-    const LayoutRules rules =
-        Rules(target.Scaled(Rect{0, 0, box.width, box.height}), target.factor, target.width);
-    return Extent(LayOutFor(target, utf8, rules, OPERATION), LineHeight(), target.factor);
+    const LayerState& target = StateOf(layer.state, MEASURE);
+    return MeasureFor(*target.device, utf8, box, target.factor);
+}
+
+TextExtent Text::Measure(const Screen& screen, std::string_view utf8, const Size& box) const {
+    return MeasureFor(*screen.device, utf8, box, 1);
+}
+
+TextExtent Text::MeasureFor(Device& device, std::string_view utf8, const Size& box, int factor) const {
+    const auto lock = device.Lock();
+    const LayoutRules rules = Rules(Scaled({0, 0, box.width, box.height}, factor), factor, 0);
+    return Extent(LayOutFor(device, utf8, rules, MEASURE), LineHeight(), factor);
 }
 
 }  // namespace kivgles::kit

@@ -195,6 +195,7 @@ TEST(Text, InALayerOfFactorTwoTakesAsMuchRoom) {
     stage.screen.LoadFont(BEARINGS);
     Layer layer(stage.screen, {300, 60}, 2);
     EXPECT_EQ(Text(40, WHITE).Measure(layer, "AAA").width, 42);
+    EXPECT_EQ(Text(40, WHITE).Measure(stage.screen, "AAA").width, 42);
     EXPECT_EQ(Text(40, WHITE).Draw(layer, "AAA", {10, 0, 290, 60}).height, 50);
     const Rect ink = Ink(stage.Show(layer));
     EXPECT_EQ(ink.x, 12);

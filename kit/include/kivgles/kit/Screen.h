@@ -19,6 +19,8 @@ class Layer;
 
 /// A native window and everything that it takes to draw on it: a surface of the core, a font, the layers.
 ///
+/// Xlib has a Screen too: beside its header write kivgles::kit::Screen.
+///
 /// Order of calls: Connect, LoadFont if there is text, then layers are made, painted and presented.
 ///
 /// Threads: any operation of the screen, of its layers and of texts may be called from any thread; they
@@ -107,6 +109,7 @@ class Screen {
 
  private:
     friend class Layer;
+    friend class Text;
 
     std::shared_ptr<Device> device;  // shared with the layers, which may live longer
 };

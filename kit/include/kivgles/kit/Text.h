@@ -10,7 +10,9 @@
 
 namespace kivgles::kit {
 
+class Device;
 class Layer;
+class Screen;
 struct LayoutRules;
 
 /// Where a text stands between the left and the right edge of its box.
@@ -165,11 +167,20 @@ class Text {
     /// @throws Error As Draw, with the code of KivGetTextSize.
     TextExtent Measure(const Layer& layer, std::string_view utf8, const Size& box = UNLIMITED) const;
 
+    /// Measures a text as it would be drawn in a layer of factor 1, before there is one.
+    /// @param screen The screen with the font.
+    /// @param utf8 The text, read until the call returns.
+    /// @param box Width and height of the box. Without one there is no limit.
+    /// @return What it takes.
+    /// @throws Error As Draw, with the code of KivGetTextSize.
+    TextExtent Measure(const Screen& screen, std::string_view utf8, const Size& box = UNLIMITED) const;
+
     /// The size of a box that everything fits into.
     static constexpr Size UNLIMITED = {1 << 24, 1 << 24};
 
  private:
     int PixelSize() const;
+    TextExtent MeasureFor(Device& device, std::string_view utf8, const Size& box, int factor) const;
     LayoutRules Rules(const Rect& box, int factor, int layerWidth) const;
 
     int size = 40;
