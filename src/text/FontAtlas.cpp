@@ -136,9 +136,7 @@ void FontAtlas::FontToTexture(FT_Face face) {
     ForEachGlyph(face, [this, &packer](unsigned long charCode, const GlyphLoader& glyph) {
         AtlasPlace place;
         if (!HasTexels(charCode)) {
-            if (charCode <= MAX_TEXT_UNIT) {
-                FontCharInfoToMap(glyph.Slot(), 0, 0, charCode);
-            }
+            FontCharInfoToMap(glyph.Slot(), 0, 0, charCode);
         } else if (glyph.HasRoom() && packer.Place(glyph.Width(), glyph.Rows(), place) &&
                    UploadGlyph(atlas, glyph, place)) {
             FontCharInfoToMap(glyph.Slot(), static_cast<int>(place.x), static_cast<int>(place.y), charCode);

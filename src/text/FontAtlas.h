@@ -13,14 +13,13 @@ namespace kivgles {
 //
 // Owner:  OSDText. Owns the texture; FreeType's objects live only for a load.
 // Thread: draw thread, GL context current. GetGlyphs also on client threads: GLDrawThread's textMutex keeps
-// it
-//         apart from loads and the destructor.
+//         it apart from loads and the destructor.
 // Units:  pixels; the map's texture coordinates are parts of the texture's size.
 //
 // A font with more rows than GL's largest texture has (any Chinese, Japanese or Korean one) keeps the glyphs
-// that fit, in the order of their codes. The others, and those that have no room in any atlas at this size,
-// are in the map with their metrics but without texels, as far as a text can name them; they are drawn from
-// the styled atlas.
+// that fit, in the order of their codes. The others, as far as a text can name them, are in the map with
+// their metrics but without texels, and are drawn from the styled atlas. So are those that have no room in
+// any atlas at this size, which that one leaves out.
 //
 // Operations return 0 or a status of StatusCode.h. After a failed load the atlas has no texture and no glyph.
 class FontAtlas {
