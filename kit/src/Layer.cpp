@@ -119,8 +119,14 @@ kit::Size Layer::Size() const {
 int Layer::Factor() const { return StateOf(state, "Layer::Factor").factor; }
 
 void Layer::Clear(const Color& color) {
-    LayerState& layer = StateOf(state, "Layer::Clear");
-    Fill(layer, {{0, 0, layer.width, layer.height}}, color, "Layer::Clear");
+    constexpr char OPERATION[] = "Layer::Clear";
+    LayerState& layer = StateOf(state, OPERATION);
+    if (color.a != 0) {
+        Fill(layer, {{0, 0, layer.width, layer.height}}, color, OPERATION);
+        return;
+    }
+    const auto lock = layer.device->Lock();
+    Check(layer.device->Surface(OPERATION).KivClearGLFBO(layer.handle), OPERATION);
 }
 
 void Layer::Rectangle(const Rect& rect, const Color& color) {
