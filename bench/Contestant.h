@@ -6,7 +6,7 @@
 #include "Scene.h"
 
 // What each contestant defines, in a program of its own with Harness.cpp. All is called from the main thread.
-// A contestant that cannot go on calls Fail.
+// A contestant that cannot go on, or does not draw what it is asked for, calls Fail.
 
 namespace bench {
 
@@ -25,6 +25,7 @@ void Draw(const Rect& rect);
 void Draw(const Round& round);
 void Draw(const Bitmap& bitmap);
 void Draw(const Line& line);
+void Draw(Picture picture);
 void EndFrame();
 
 // Ends the program with a line that says why.

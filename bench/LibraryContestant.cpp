@@ -2,6 +2,7 @@
 
 #include <kivgles/KivGLDrawSurface.h>
 
+#include "ByHand.h"
 #include "Contestant.h"
 
 namespace bench {
@@ -13,12 +14,7 @@ namespace {
 kivgles::KivGLDrawSurface surface;
 unsigned int layer;
 kivgles::TagKivRectInfo wholeLayer;
-
-void Check(int result) {
-    if (result != 0) {
-        Fail("result " + std::to_string(result));
-    }
-}
+std::function<void()> paintPicture;
 
 kivgles::TagKivRectInfo RectOf(const Box& box) {
     return {static_cast<std::uint32_t>(box.x), static_cast<std::uint32_t>(box.y),
@@ -72,9 +68,18 @@ void Draw(const Line& line) {
     Check(surface.KivDrawText(layer, info, RectOf(line.box)));
 }
 
+void Draw(Picture picture) {
+    if (!paintPicture) {
+        paintPicture = MakePictureByHand(picture, surface, layer);
+    }
+    paintPicture();
+}
+
 void EndFrame() {
     const kivgles::TagKivRectInfo window = RectOf({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT});
-    Check(surface.KivDisplayFBO(layer, wholeLayer, window));
+    // Pictures are shown as the kit shows them, all else as an overlay.
+    Check(paintPicture ? surface.KivBlit({layer, kivgles::FBO_HANDLE_BASE, wholeLayer, window})
+                       : surface.KivDisplayFBO(layer, wholeLayer, window));
     Check(surface.KivRefreshOnSrceen());
     Check(surface.Init(0));  // returns after everything queued before it
 }

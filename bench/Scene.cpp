@@ -48,24 +48,24 @@ Box Spread(int i, int width, int height, const Workload& workload) {
 // A panel, 20 bars, 10 rounds, 4 bitmaps, 8 lines in the standard style and 2 in another.
 std::vector<Item> Scene() {
     std::vector<Item> items;
-    items.push_back(Rect{{0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, {24, 32, 48, 255}});
+    items.emplace_back(Rect{{0, 0, WINDOW_WIDTH, WINDOW_HEIGHT}, {24, 32, 48, 255}});
     for (int i = 0; i < 20; ++i) {
         const int height = 40 + i * 53 % 200;
-        items.push_back(Rect{{760 + i * 25, 260 - height, 18, height}, ColorOf(i)});
+        items.emplace_back(Rect{{760 + i * 25, 260 - height, 18, height}, ColorOf(i)});
     }
     for (int i = 0; i < 10; ++i) {
-        items.push_back(Round{{760 + i * 50, 290, 40, 40}, ColorOf(i)});
+        items.emplace_back(Round{{760 + i * 50, 290, 40, 40}, ColorOf(i)});
     }
     static const std::uint8_t* const rgba = Pixels(128, 128);
     for (int i = 0; i < 4; ++i) {
-        items.push_back(Bitmap{{740 + i * 134, 350, 128, 128}, rgba});
+        items.emplace_back(Bitmap{{740 + i * 134, 350, 128, 128}, rgba});
     }
     for (int i = 0; i < 8; ++i) {
-        items.push_back(
+        items.emplace_back(
             Line{{20, 20 + i * 60, 700, LINE_HEIGHT}, ColorOf(i), TextOf(i, 30), STANDARD_SIZE, false});
     }
     for (int i = 0; i < 2; ++i) {
-        items.push_back(Line{{20, 520 + i * 60, 700, LINE_HEIGHT}, ColorOf(i), TextOf(i, 30), 28, true});
+        items.emplace_back(Line{{20, 520 + i * 60, 700, LINE_HEIGHT}, ColorOf(i), TextOf(i, 30), 28, true});
     }
     return items;
 }
@@ -93,13 +93,17 @@ std::vector<Item> MakeItems(const Workload& workload) {
     if (workload.kind == "scene") {
         return Scene();
     }
+    std::vector<Item> items;
+    if (workload.kind == "board" || workload.kind == "dashboard") {
+        items.emplace_back(workload.kind == "board" ? Picture::BOARD : Picture::DASHBOARD);
+        return items;
+    }
     const std::string_view repeated[] = {"text", "rect", "round", "bitmap"};
     if (std::find(std::begin(repeated), std::end(repeated), workload.kind) == std::end(repeated)) {
         return {};
     }
     const std::uint8_t* const rgba =
         workload.kind == "bitmap" ? Pixels(workload.width, workload.height) : nullptr;
-    std::vector<Item> items;
     for (int i = 0; i < workload.count; ++i) {
         items.push_back(MakeItem(i, workload, rgba));
     }

@@ -50,11 +50,14 @@ struct Line {
     bool bold;
 };
 
-using Item = std::variant<Rect, Round, Bitmap, Line>;
+// All of one of the kit's examples.
+enum class Picture { BOARD, DASHBOARD };
+
+using Item = std::variant<Rect, Round, Bitmap, Line, Picture>;
 
 // What a frame holds.
 struct Workload {
-    std::string kind = "scene";  // scene, text, rect, round, bitmap or nothing
+    std::string kind = "scene";  // scene, text, rect, round, bitmap, board, dashboard or nothing
     int count = 1;               // items of that kind, spread over the layer; a scene is always one
     int width = 200;             // of a rect, round or bitmap
     int height = 24;

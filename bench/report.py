@@ -69,6 +69,16 @@ def short_table(measures):
     return table(["library / bare GL", "CPU", "target", "wall", "target", "library / SDL2, CPU"], rows)
 
 
+def kit_table(pictures):
+    """The kit by the same pictures drawn by hand."""
+    rows = []
+    for name, samples in pictures.items():
+        costs = [f"{median(samples, contestant, 'cpu'):.0f}" for contestant in ("library", "kit")]
+        ratios = [f"{ratio(samples, 'kit', clock, 'library'):.3f}" for clock in ("cpu", "wall")]
+        rows.append([name, *costs, *ratios])
+    return table(["a frame", "by hand, CPU in µs", "kit", "kit / by hand, CPU", "wall"], rows)
+
+
 def memory_line(measures):
     samples = measures["font load"]["samples"]
     bare, library = (median(samples, name, "resident") / 1024 for name in ("bare", "library"))
@@ -134,8 +144,12 @@ def plot_growth(growth, in_process, path):
 
 def write(results, folder):
     measures = results["measures"]
-    parts = [results["machine"] + "\n", short_table(measures),
-             "CPU time:\n", full_table(measures, "cpu"), "Wall time:\n", full_table(measures, "wall")]
+    parts = [results["machine"] + "\n"]
+    if measures:
+        parts += [short_table(measures),
+                  "CPU time:\n", full_table(measures, "cpu"), "Wall time:\n", full_table(measures, "wall")]
+    if results["kit"]:
+        parts.append(kit_table(results["kit"]))
     if "font load" in measures:
         parts.append(memory_line(measures))
     if results["in process"]:
@@ -143,6 +157,7 @@ def write(results, folder):
     (folder / "table.md").write_text("\n".join(parts), encoding="utf-8")
     print("\n".join(parts))
 
-    plot_measures(measures, folder / "performance.png")
+    if measures:
+        plot_measures(measures, folder / "performance.png")
     if results["growth"]:
         plot_growth(results["growth"], results["in process"], folder / "growth.png")

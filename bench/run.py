@@ -77,6 +77,14 @@ MEASURES = [
 ]
 
 
+# Pictures of the kit's examples: by hand with the library, and by the kit.
+KIT = ["library", "kit"]
+KIT_MEASURES = [
+    Measure("board", "board", font=FONTS + "wqy/wqy-microhei.ttc", contestants=KIT, whole_frame=True),
+    Measure("dashboard", "dashboard", contestants=KIT, whole_frame=True),
+]
+
+
 def characters(font):
     return len(TTFont(font, fontNumber=0).getBestCmap())
 
@@ -136,19 +144,21 @@ def read_picture(path):
 
 
 def check_pictures(measure, running, folder):
-    """The library's picture is bare GL's; the peers' are close where a scene is drawn."""
+    """The library's picture is bare GL's, the kit's the one by hand; the peers' are close in a scene."""
     pictures = {}
     for contestant in running:
         path = folder / f"{contestant.name}.ppm"
         contestant.ask(f"picture {path}")
         pictures[contestant.name] = read_picture(path)
     for name, picture in pictures.items():
-        difference = abs(picture - pictures["bare"])
-        if name in OWN and difference.max() > OWN_LIMIT:
-            raise SystemExit(f"bench: {measure.name}: {name} differs from bare GL by {difference.max()}")
+        reference = running[0].name
+        difference = abs(picture - pictures[reference])
+        if name in (*OWN, *KIT) and difference.max() > OWN_LIMIT:
+            raise SystemExit(f"bench: {measure.name}: {name} differs from {reference} by {difference.max()}")
         if measure.kind == "scene" and difference.mean() > PEER_LIMIT:
             raise SystemExit(f"bench: {measure.name}: {name} draws something else ({difference.mean():.1f})")
-    if measure.kind == "scene" and all(picture.max() == picture.min() for picture in pictures.values()):
+    if measure.kind in ("scene", "board", "dashboard") and any(
+            picture.max() == picture.min() for picture in pictures.values()):
         raise SystemExit("bench: the pictures are blank")
 
 
@@ -202,12 +212,17 @@ def main():
     effort = parser.parse_args()
     effort.output.mkdir(parents=True, exist_ok=True)
 
-    results = {"machine": report.machine(), "measures": {}, "growth": {}, "in process": {}, "bursts": {}}
+    results = {
+        "machine": report.machine(), "measures": {}, "kit": {}, "growth": {}, "in process": {}, "bursts": {}}
     for measure in MEASURES:
         if effort.only is None or effort.only in measure.name:
             print(f"bench: {measure.name}", flush=True)
             samples = run(measure, effort, effort.rounds)
             results["measures"][measure.name] = {"samples": samples, "targets": measure.targets}
+    for measure in KIT_MEASURES:
+        if effort.only is None or effort.only in measure.name:
+            print(f"bench: {measure.name}", flush=True)
+            results["kit"][measure.name] = run(measure, effort, effort.rounds)
     if effort.only is None:
         for curve, points in growth_measures().items():
             print(f"bench: {curve}", flush=True)

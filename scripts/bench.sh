@@ -7,10 +7,8 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
 effort=("$@")
-kit_seconds=20
 if [[ ${1:-} == --smoke ]]; then
     effort=(--rounds 1 --turns 1 --seconds 1 "${@:2}")
-    kit_seconds=1
 fi
 
 scripts/setup.sh tests bench libsdl2-dev libsdl2-ttf-dev libcairo2-dev python3-matplotlib python3-numpy fonts-wqy-zenhei
@@ -19,6 +17,4 @@ echo "bench: building"
 cmake --preset release -DKIVGLES_BUILD_BENCHMARKS=ON
 cmake --build --preset release --target bench/all
 
-scripts/with_xvfb.sh env LIBGL_ALWAYS_SOFTWARE=1 LP_NUM_THREADS=0 \
-    build/release/bench/bench_kit "$kit_seconds" 2>/dev/null
 scripts/with_xvfb.sh bench/run.py build/release/bench build/release/bench/results "${effort[@]}"
