@@ -298,8 +298,8 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param[out] width Pixels from the pen's start to its end; untouched when there is no context.
     /// @param[out] height Always 50, in pixels; untouched when there is no context.
     /// @retval 0 Measured.
-    /// @retval 103 There is no text renderer before Init(ENABLE_TEXT), KivLoadFont or the first text ("osd
-    ///     text is not init", then "get text size fail err 101"); 30 and 50 are reported.
+    /// @retval 103 There is no text renderer before Init(ENABLE_TEXT), KivLoadFont or the first text has been
+    ///     executed ("osd text is not init", then "get text size fail err 101"); 30 and 50 are reported.
     int KivGetTextSize(const TagKivTextInfo& text, unsigned int& width, unsigned int& height) noexcept;
     /// @}
 

@@ -1,7 +1,6 @@
 #include "text/FontAtlas.h"
 
 #include <algorithm>
-#include <iterator>
 #include <memory>
 
 #include <android/log.h>
@@ -89,9 +88,12 @@ int FontAtlas::DeleteTexture() {
     return STATUS_OK;
 }
 
+bool FontAtlas::HasRoom(unsigned long charCode) const {
+    return !std::binary_search(codesWithoutRoom.begin(), codesWithoutRoom.end(), charCode);
+}
+
 bool FontAtlas::HasTexels(unsigned long charCode) const {
-    return charCode < firstCodeBehindFull &&
-           !std::binary_search(codesWithoutRoom.begin(), codesWithoutRoom.end(), charCode);
+    return charCode < firstCodeBehindFull && HasRoom(charCode);
 }
 
 template <typename Visitor>
@@ -116,13 +118,10 @@ void FontAtlas::ForEachGlyph(FT_Face face, Visitor visit) const {
 int FontAtlas::CalculateTexSize(FT_Face face) {
     RowPacker packer(limits);
     ForEachGlyph(face, [this, &packer](unsigned long charCode, const GlyphLoader& glyph) {
-        if (charCode >= firstCodeBehindFull) {
-            return;
-        }
         AtlasPlace place;
         if (!glyph.HasRoom()) {
             codesWithoutRoom.push_back(charCode);
-        } else if (!packer.Place(glyph.Width(), glyph.Rows(), place)) {
+        } else if (charCode < firstCodeBehindFull && !packer.Place(glyph.Width(), glyph.Rows(), place)) {
             firstCodeBehindFull = charCode;
         }
     });
@@ -153,14 +152,17 @@ void FontAtlas::LogSummary() const {
     __android_log_print(ANDROID_LOG_WARN, TAG, "Generated a %d x %d (%d kb) texture atlas\n",
                         static_cast<int>(atlas.textureWidth), static_cast<int>(atlas.textureHeight),
                         static_cast<int>((atlas.textureWidth * atlas.textureHeight) >> 10));
-    // What has no room in any atlas at this size is neither held nor drawn on demand.
-    const auto behindFull = atlas.glyphs.lower_bound(firstCodeBehindFull);
-    const auto held = std::count_if(atlas.glyphs.begin(), behindFull,
-                                    [this](const auto& entry) { return HasTexels(entry.first); });
-    if (behindFull != atlas.glyphs.end()) {
-        __android_log_print(
-            ANDROID_LOG_WARN, TAG, "%ld characters are held in the atlas, %ld are drawn on demand\n",
-            static_cast<long>(held), static_cast<long>(std::distance(behindFull, atlas.glyphs.end())));
+    long held = 0;
+    long onDemand = 0;
+    for (const auto& entry : atlas.glyphs) {
+        if (HasRoom(entry.first)) {
+            ++(HasTexels(entry.first) ? held : onDemand);
+        }
+    }
+    if (onDemand > 0) {
+        __android_log_print(ANDROID_LOG_WARN, TAG,
+                            "%ld characters are held in the atlas, %ld are drawn on demand\n", held,
+                            onDemand);
     }
 }
 

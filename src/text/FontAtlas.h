@@ -58,12 +58,14 @@ class FontAtlas {
     // atlas is full, and hands each that loads to `visit(charCode, glyph)`.
     template <typename Visitor>
     void ForEachGlyph(FT_Face face, Visitor visit) const;
+    // Whether a glyph has room in any atlas.
+    bool HasRoom(unsigned long charCode) const;
     void LogSummary() const;
 
     GlyphAtlas atlas;
     AtlasLimits limits;                             // as of the load
     unsigned long firstCodeBehindFull = ULONG_MAX;  // from here on no glyph is held
-    std::vector<unsigned long> codesWithoutRoom;    // of those before, in ascending order
+    std::vector<unsigned long> codesWithoutRoom;    // in any atlas, in ascending order
     unsigned int pixelSize = STANDARD_FONT_SIZE;
 };
 

@@ -167,6 +167,14 @@ TEST_F(GlyphSizes, ThatFreeTypeRefusesCountAsNotLoaded) {
                 Contains("E FontStyleAtlas: Char 70 is not exit\n").Times(3));
 }
 
+TEST_F(GlyphSizes, WithoutRoomAreNeitherHeldNorDrawnOnDemand) {
+    recorder::Fail("glGetIntegerv", 1, true, 64);
+    FontAtlas atlas;
+    EXPECT_EQ(atlas.LoadFontByPath(KIVGLES_TEST_FONTS "/full.ttf", 40), 0);
+    EXPECT_THAT(recorder::Log("W FontAtlas"),
+                Contains("W FontAtlas: 1 characters are held in the atlas, 2 are drawn on demand\n"));
+}
+
 TEST_F(GlyphSizes, OfCharactersThatNoTextNamesAreNotSaidToBeDrawnOnDemand) {
     recorder::Fail("glGetIntegerv", 1, true, 64);
     FontAtlas atlas;

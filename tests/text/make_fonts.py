@@ -52,6 +52,8 @@ FONTS = {
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
     # The second one is no unit of text, and too high for a texture of 64 rows that holds the first.
     "beyond_units.ttf": {"A": (0, 0, 10, 20, 14), "\U0001F600": (0, 0, 60, 50, 60)},
+    # A texture of 64 pixels is full with A. C is too wide for it.
+    "full.ttf": {"A": (0, 0, 40, 40, 40), "B": (0, 0, 40, 40, 40), "C": (0, 0, 70, 10, 70), "D": (0, 0, 10, 10, 10)},
     "advance.ttf": {"A": (0, 0, 1, 1, 32767)},
     "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
     "no_characters.ttf": {},
