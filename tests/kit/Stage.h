@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -19,6 +20,10 @@ constexpr Color RED = {255, 0, 0};
 constexpr Color GREEN = {0, 255, 0};
 constexpr Color BLUE = {0, 0, 255};
 constexpr Color WHITE = {255, 255, 255};
+constexpr Color BLACK = {0, 0, 0};
+
+// Filled rectangles; at 40 pixels a unit is a pixel. J hangs over to the left and is wider than its advance.
+constexpr char BEARINGS[] = KIVGLES_TEST_FONTS "/bearings.ttf";
 
 // What a window shows: 0xRRGGBB a pixel.
 struct Picture {
@@ -26,7 +31,11 @@ struct Picture {
     int height = 0;
     std::vector<std::uint32_t> pixels;
 
-    std::uint32_t At(int x, int y) const { return pixels.at(static_cast<std::size_t>(y * width + x)); }
+    // Black outside of it.
+    std::uint32_t At(int x, int y) const;
+    // Whether each of the pixels has the colour, give or take so much of each component.
+    testing::AssertionResult Shows(Color color, const std::vector<std::pair<int, int>>& at,
+                                   int tolerance = 0) const;
     bool operator==(const Picture& other) const { return width == other.width && pixels == other.pixels; }
 };
 
@@ -36,21 +45,30 @@ void PrintTo(const Picture& picture, std::ostream* out);
 // The smallest rectangle with everything that is not black.
 Rect Ink(const Picture& picture);
 
-// A window with a screen on it. Throws, and so fails the test, when there is no X server.
+// A window with a screen on it and a layer of its size. Throws, and so fails the test, when there is no X
+// server.
 class Stage {
  public:
     explicit Stage(Size size = {120, 60}, int maxLayerSide = Screen::MAX_LAYER_SIDE)
         : window(static_cast<unsigned int>(size.width), static_cast<unsigned int>(size.height)),
-          screen(maxLayerSide) {
-        screen.Connect(window.Native());
-    }
+          screen(maxLayerSide),
+          layer(Begin()) {}
+    Stage(Size size, const std::string& font) : Stage(size) { screen.LoadFont(font); }
 
     // What the window shows of a layer. The bottom right pixel is the layer's own last: it gets a colour that
     // it did not have before, so that it is known when the X server is done.
-    Picture Show(Layer& layer);
+    Picture Show(Layer& shown);
+    Picture Show() { return Show(layer); }
 
     X11Window window;
     Screen screen;
+    Layer layer;
+
+ private:
+    Layer Begin() {
+        screen.Connect(window.Native());
+        return Layer(screen, screen.Size());
+    }
 };
 
 // Reads the window, as it is now.

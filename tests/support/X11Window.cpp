@@ -29,11 +29,20 @@ void X11Window::Resize(unsigned int width, unsigned int height) {
 bool X11Window::Shows(unsigned long color, int x, int y) const {
     bool shows = false;
     for (int roundTrips = 0; roundTrips < 1000 && !shows; ++roundTrips) {
-        XImage* const image = XGetImage(display, window, x, y, 1, 1, AllPlanes, ZPixmap);
-        shows = (XGetPixel(image, 0, 0) & 0xFFFFFF) == color;
-        XDestroyImage(image);
+        shows = Pixels(x, y, 1, 1).front() == color;
     }
     return shows;
+}
+
+std::vector<std::uint32_t> X11Window::Pixels(int x, int y, int width, int height) const {
+    XImage* const image = XGetImage(display, window, x, y, static_cast<unsigned int>(width),
+                                    static_cast<unsigned int>(height), AllPlanes, ZPixmap);
+    std::vector<std::uint32_t> pixels;
+    for (int i = 0; i < width * height; ++i) {
+        pixels.push_back(static_cast<std::uint32_t>(XGetPixel(image, i % width, i / width) & 0xFFFFFF));
+    }
+    XDestroyImage(image);
+    return pixels;
 }
 
 }  // namespace kivgles

@@ -1,6 +1,9 @@
 #ifndef KIVGLES_TESTS_SUPPORT_X11WINDOW_H
 #define KIVGLES_TESTS_SUPPORT_X11WINDOW_H
 
+#include <cstdint>
+#include <vector>
+
 struct ANativeWindow;
 struct _XDisplay;
 
@@ -21,6 +24,9 @@ class X11Window {
     // Whether the X server shows this colour (0xRRGGBB) there, counted from the top-left corner. Asks again
     // while it may still be busy with what the draw thread has sent it.
     bool Shows(unsigned long color, int x, int y) const;
+
+    // What it shows now: 0xRRGGBB a pixel, row by row.
+    std::vector<std::uint32_t> Pixels(int x, int y, int width, int height) const;
 
  private:
     _XDisplay* display;
