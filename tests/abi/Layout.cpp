@@ -93,12 +93,13 @@ EXPECT_FIELD(TagGLBlitInfo, dstRect, TagGLRectInfo, 56);
 static_assert(sizeof(KivGLDrawSurface) == 4 * sizeof(void*) + sizeof(std::mutex));
 static_assert(alignof(KivGLDrawSurface) == alignof(void*) && !std::is_polymorphic_v<KivGLDrawSurface>);
 
-// What functions return, which their exported names do not tell.
+// What functions return, and that they throw nothing, which their exported names do not tell.
+static_assert(std::is_nothrow_default_constructible_v<KivGLDrawSurface>);
 using Surface = KivGLDrawSurface;
 template <typename Result, typename... Arguments>
-Result ResultOf(Result (Surface::*)(Arguments...));
+Result ResultOf(Result (Surface::*)(Arguments...) noexcept);
 template <typename Result, typename... Arguments>
-Result ResultOf(Result (Surface::*)(Arguments...) const);
+Result ResultOf(Result (Surface::*)(Arguments...) const noexcept);
 template <typename Expected, auto... functions>
 constexpr bool ALL_RETURN = (std::is_same_v<decltype(ResultOf(functions)), Expected> && ...);
 

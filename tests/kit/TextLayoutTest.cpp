@@ -185,26 +185,22 @@ TEST(TextLayout, StaysWithinItsBoxWhateverItIsGiven) {
         const TextLayout layout = LayOut(text, rules, FindInTestFont);
         const auto room = static_cast<std::size_t>(std::max(rules.box.height / rules.lineHeight, 1));
         ASSERT_LE(layout.lines.size(), room) << round;
+        std::size_t drawn = 0;
         for (const TextLine& line : layout.lines) {
             ASSERT_GE(line.x, 0) << round;
             ASSERT_LE(line.x + line.width, rules.box.width) << round;
+            drawn += line.boxes.size();
             for (const TextRun& run : line.runs) {
                 ASSERT_GE(run.x, line.x) << round;
                 ASSERT_LE(run.x + run.width, line.x + line.width) << round;
                 ASSERT_FALSE(run.units.empty()) << round;
+                drawn += run.units.size();
             }
         }
         // Nothing is lost in silence: all that has ink is in the lines, or `whole` is false.
         const auto hasInk = [](char32_t c) {
             return std::u32string_view(U" \n\u3000\u00A0\u200B").find(c) == std::u32string_view::npos;
         };
-        std::size_t drawn = 0;
-        for (const TextLine& line : layout.lines) {
-            drawn += line.boxes.size();
-            for (const TextRun& run : line.runs) {
-                drawn += run.units.size();
-            }
-        }
         const auto expected = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), hasInk));
         ASSERT_TRUE(!layout.whole || drawn == expected) << round << ": " << drawn << " of " << expected;
     }

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <string>
-#include <type_traits>
 
 #include <gtest/gtest.h>
 #include <sys/wait.h>
@@ -14,35 +13,6 @@
 
 namespace kivgles {
 namespace {
-
-template <bool THROWS_NOTHING, typename Result, typename... Arguments>
-constexpr bool ThrowsNothing(Result (KivGLDrawSurface::*)(Arguments...) noexcept(THROWS_NOTHING)) {
-    return THROWS_NOTHING;
-}
-
-TEST(Limits, NoOperationThrows) {
-    using Surface = KivGLDrawSurface;
-    static_assert(std::is_nothrow_default_constructible_v<Surface>);
-    const auto throwNothing = [](auto... operations) { return (ThrowsNothing(operations) && ...); };
-    EXPECT_TRUE(throwNothing(
-        &Surface::KivCreateGLContext, &Surface::KivDestoryGLContext, &Surface::KivConnectWindowSurface,
-        &Surface::Init, &Surface::KivLoadFont, &Surface::KivRefreshOnSrceen, &Surface::KivCreateGLFBO,
-        &Surface::KivDestoryGLFBO, &Surface::KivClearGLFBO, &Surface::KivDisplayFBO, &Surface::KivBlit,
-        &Surface::KivDrawText, &Surface::KivGetTextSize, &Surface::KivDrawRect, &Surface::KivDrawRound,
-        &Surface::KivDisplayBitmap, &Surface::KivDrawBitmap, &Surface::KivDrawBitmapByBlend));
-}
-
-TEST(Limits, QueueTakesEverythingAndAWaitingOperationPacesTheClient) {
-    constexpr int COMMANDS = 50000;
-    KivGLDrawSurface surface;
-    ASSERT_EQ(surface.KivCreateGLContext(), 0);
-    recorder::Reset();
-    for (int i = 0; i < COMMANDS; ++i) {
-        ASSERT_EQ(surface.KivDrawRect(FBO_HANDLE_BASE, {0, 0, 1, 1}, {0, 255, 0, 255}), 0);
-    }
-    EXPECT_EQ(surface.Init(0), 0);
-    EXPECT_EQ(recorder::Counts()["glDrawArrays"], COMMANDS);
-}
 
 TEST(Limits, ASecondSurfaceOfTheProcessDoesNotSurviveTheFirst) {
     const X11Window window(8, 8);

@@ -16,12 +16,8 @@
 namespace kivgles {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-using testing::Not;
-using testing::SizeIs;
+using testing::Contains, testing::ElementsAre, testing::HasSubstr, testing::IsEmpty, testing::Not,
+    testing::SizeIs;
 
 constexpr char ROWS[] = KIVGLES_TEST_FONTS "/rows.ttf";
 
@@ -42,25 +38,36 @@ class GlyphSizes : public testing::Test {
         request.fontSize = size;
         return request;
     }
-    static unsigned int Width(const OSDText& text, const TagGLTextInfo& request) {
+    void Load(const std::string& font, unsigned int size) {
+        ASSERT_EQ(text.Init(), 0);
+        ASSERT_EQ(text.LoadFont(std::string(KIVGLES_TEST_FONTS) + font, size), 0);
+    }
+    unsigned int Width(const TagGLTextInfo& request) const {
         unsigned int width = 0;
         unsigned int height = 0;
         EXPECT_EQ(text.GetTextSize(request, width, height), 0);
         return width;
     }
+    // What is called to draw the text in the upper left corner of a target of 2,000 by 100 pixels.
+    std::vector<std::string> CallsToDraw(const TagGLTextInfo& request) {
+        recorder::Record(false);
+        EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 2000, 100}, request, -1, 0), 0);
+        return recorder::Calls();
+    }
 
     EGLManager egl;
+    OSDText text;  // without an atlas yet, and gone before the context
 };
 
 TEST_F(GlyphSizes, AreMeasuredWithoutRoomAsWith) {
     FontStyleAtlas atlas;
     ASSERT_EQ(atlas.LoadFontByPath(ROWS), 0);
-    const std::u16string text = u"C";  // 600 by 20
+    const std::u16string units = u"C";  // 600 by 20
     for (const bool bold : {false, true}) {
         for (const bool italic : {false, true}) {
             TagGlyphInfo glyphs[2];
             for (const unsigned int scale : {1U, 2U}) {
-                TagGLTextInfo request = Request(text, 40 * scale);
+                TagGLTextInfo request = Request(units, 40 * scale);
                 request.bold = bold ? 1 : 0;
                 request.italic = italic ? 1 : 0;
                 GlyphMap map;
@@ -79,77 +86,59 @@ TEST_F(GlyphSizes, AreMeasuredWithoutRoomAsWith) {
 
 // M is as wide as its advance upright, and two pixels wider slanted.
 TEST_F(GlyphSizes, AreMeasuredUprightByWhatThePenMovesAndSlantedByMore) {
-    OSDText text;
-    ASSERT_EQ(text.Init(), 0);
-    ASSERT_EQ(text.LoadFont(KIVGLES_TEST_FONTS "/bearings.ttf", 40), 0);
+    Load("/bearings.ttf", 40);
     const std::u16string units = u"MMMMMMMMMM";
     TagGLTextInfo slanted = Request(units, 40);
     slanted.italic = 1;
-    EXPECT_EQ(Width(text, Request(units, 40)), 100U);
-    EXPECT_EQ(Width(text, slanted), 120U);
+    EXPECT_EQ(Width(Request(units, 40)), 100U);
+    EXPECT_EQ(Width(slanted), 120U);
 
     const std::u16string behind = units + u"A";  // which begins two pixels right of the pen
     slanted.text = behind.c_str();
     slanted.textLength = 11;
-    recorder::Record(false);
-    EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 640, 40}, slanted, -1, 0), 0);
-    EXPECT_THAT(recorder::Calls(), Contains(HasSubstr("at 102 0 116 20 ")));
+    EXPECT_THAT(CallsToDraw(slanted), Contains(HasSubstr("at 102 30 116 50 ")));
 }
 
 TEST_F(GlyphSizes, AddUpToTheLargestNumberAndNoFurther) {
-    OSDText text;
-    ASSERT_EQ(text.Init(), 0);
-    ASSERT_EQ(text.LoadFont(KIVGLES_TEST_FONTS "/advance.ttf", 40), 0);
+    Load("/advance.ttf", 40);
     const std::u16string units = std::u16string(132, u'A') + u"??";
-    EXPECT_EQ(Width(text, Request(units, 40000)), UINT_MAX);
+    EXPECT_EQ(Width(Request(units, 40000)), UINT_MAX);
 }
 
 TEST_F(GlyphSizes, WithoutRoomInTheStandardStyleLeaveTheOtherStyles) {
-    OSDText text;
-    ASSERT_EQ(text.Init(), 0);
-    ASSERT_EQ(text.LoadFont(ROWS, 80), 0);
+    Load("/rows.ttf", 80);
     const std::u16string units = u"C";
-    EXPECT_EQ(Width(text, Request(units, 40)), 1200U);  // the standard style, loaded at 80 pixels
-    EXPECT_EQ(Width(text, Request(units, 20)), 300U);
+    EXPECT_EQ(Width(Request(units, 40)), 1200U);  // the standard style, loaded at 80 pixels
+    EXPECT_EQ(Width(Request(units, 20)), 300U);
     EXPECT_THAT(recorder::Log("W FontAtlas"), SizeIs(1)) << "no demand for them can be met";
 
-    recorder::Record(false);
-    EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 640, 360}, Request(units, 20), 0, 0), 0);
-    EXPECT_THAT(recorder::Calls(), Contains("glDrawArrays(GL_TRIANGLES, 0, 6)"));
+    EXPECT_THAT(CallsToDraw(Request(units, 20)), Contains("glDrawArrays(GL_TRIANGLES, 0, 6)"));
     EXPECT_THAT(recorder::Log("E OSDText"), IsEmpty());
 }
 
 // G, two by eight pixels, stands where the pen is. C is 1,200 wide.
 TEST_F(GlyphSizes, WithoutRoomMoveThePenAsTheyAreMeasured) {
-    OSDText text;
-    ASSERT_EQ(text.Init(), 0);
-    ASSERT_EQ(text.LoadFont(ROWS, 80), 0);
+    Load("/rows.ttf", 80);
     const std::u16string units = u"CG";
     for (const unsigned int size : {40U, 80U}) {  // the standard style, which has 80 pixels here, and another
-        recorder::Record(false);
-        EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 2000, 100}, Request(units, size), -1, 0), 0);
-        EXPECT_EQ(Width(text, Request(u"C", size)), 1200U);
-        EXPECT_THAT(recorder::Calls(), Contains(HasSubstr("at 1200 42 1202 50 from 0 0 2 8")));
+        EXPECT_EQ(Width(Request(u"C", size)), 1200U);
+        EXPECT_THAT(CallsToDraw(Request(units, size)),
+                    Contains(HasSubstr("at 1200 42 1202 50 from 0 0 2 8")));
     }
 }
 
 // In a texture of 54 pixels there is room for six of these, in rows of two.
 TEST_F(GlyphSizes, OfATextThatFillsItsAtlasLeaveGapsBehind) {
     recorder::Fail("glGetIntegerv", 1, true, 54);
-    OSDText text;
-    ASSERT_EQ(text.Init(), 0);
-    ASSERT_EQ(text.LoadFont(KIVGLES_TEST_FONTS "/many.ttf", 36), 0);
-    recorder::Record(false);
-    EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 200, 40}, Request(u"ABCDEFGA", 36), -1, 0), 0);
-    EXPECT_THAT(recorder::Calls(), Contains(HasSubstr("at 155 2 174 20 from 0 0 19 18")));
+    Load("/many.ttf", 36);
+    EXPECT_THAT(CallsToDraw(Request(u"ABCDEFGA", 36)),
+                Contains(HasSubstr("at 155 32 174 50 from 0 0 19 18")));
     EXPECT_THAT(recorder::Log("E FontStyleAtlas"), ElementsAre("E FontStyleAtlas: Char 71 is not exit\n",
                                                                "E FontStyleAtlas: Char 65 is not exit\n"));
 }
 
 TEST_F(GlyphSizes, ThatFreeTypeRefusesCountAsNotLoaded) {
-    OSDText text;
-    ASSERT_EQ(text.Init(), 0);
-    ASSERT_EQ(text.LoadFont(ROWS, 1400), 0);  // F is 35,840 pixels wide, B 17,885
+    Load("/rows.ttf", 1400);  // F is 35,840 pixels wide, B 17,885
     const std::vector<std::string> load = recorder::Log("E FontAtlas");
     EXPECT_THAT(load, Contains("E FontAtlas: Loading character 70 failed!\n").Times(2));
     EXPECT_THAT(load, Not(Contains("E FontAtlas: Loading character 66 failed!\n")));
