@@ -4,7 +4,6 @@
 #include <thread>
 #include <utility>
 
-#include <dlfcn.h>
 #include <ft2build.h>
 #include FT_OUTLINE_H
 #include <gtest/gtest.h>
@@ -14,6 +13,7 @@
 
 #include "drawthread/GLDrawThread.h"
 #include "kivgles/KivGLDrawSurface.h"
+#include "support/Interception.h"
 #include "support/Recorder.h"
 
 // What runs whenever a load looks at an outline.
@@ -23,8 +23,7 @@ extern "C" void FT_Outline_Get_CBox(const FT_Outline* outline, FT_BBox* box) {
     if (onOutline) {
         onOutline();
     }
-    static const auto next =
-        reinterpret_cast<decltype(&FT_Outline_Get_CBox)>(dlsym(RTLD_NEXT, "FT_Outline_Get_CBox"));
+    static const auto next = recorder::Next<decltype(FT_Outline_Get_CBox)>("FT_Outline_Get_CBox");
     next(outline, box);
 }
 

@@ -147,21 +147,17 @@ TEST(TextLayout, SplitsWhatIsLongerThanARequest) {
 }
 
 TEST(TextLayout, PutsLinesIntoTheHeight) {
-    struct {
-        VerticalAlign align;
-        int top;
-        int secondBaseline;
-    } const rows[] = {{VerticalAlign::TOP, 0, 45},
-                      {VerticalAlign::MIDDLE, 25, 70},
-                      {VerticalAlign::BOTTOM, 50, 95},
-                      {VerticalAlign::BASELINE, 55, 100}};
-    for (const auto& row : rows) {
-        const TextLayout layout =
-            LayOut(U"a\nb", With(Box(100, 100), &LayoutRules::verticalAlign, row.align), FindInTestFont);
+    const auto expect = [](VerticalAlign align, int top, int secondBaseline) {
+        const LayoutRules rules = With(Box(100, 100), &LayoutRules::verticalAlign, align);
+        const TextLayout layout = LayOut(U"a\nb", rules, FindInTestFont);
         ASSERT_EQ(layout.lines.size(), 2U);
-        EXPECT_EQ(layout.lines[0].top, row.top);
-        EXPECT_EQ(layout.lines[1].baseline, row.secondBaseline);
-    }
+        EXPECT_EQ(layout.lines[0].top, top);
+        EXPECT_EQ(layout.lines[1].baseline, secondBaseline);
+    };
+    expect(VerticalAlign::TOP, 0, 45);
+    expect(VerticalAlign::MIDDLE, 25, 70);
+    expect(VerticalAlign::BOTTOM, 50, 95);
+    expect(VerticalAlign::BASELINE, 55, 100);
     const TextLayout low =
         LayOut(U"a", With(Box(100, 10), &LayoutRules::verticalAlign, VerticalAlign::MIDDLE), FindInTestFont);
     EXPECT_EQ(low.lines[0].baseline, -7 + 20)

@@ -7,13 +7,13 @@
 
 namespace kivgles {
 
-X11Window::X11Window(unsigned int width, unsigned int height, int x, int y) : display(XOpenDisplay(nullptr)) {
+X11Window::X11Window(unsigned int width, unsigned int height) : display(XOpenDisplay(nullptr)) {
     if (display == nullptr) {
         throw std::runtime_error("this test needs an X server and found none");
     }
     XSetWindowAttributes attributes = {};
     attributes.backing_store = Always;
-    window = XCreateWindow(display, DefaultRootWindow(display), x, y, width, height, 0, CopyFromParent,
+    window = XCreateWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, CopyFromParent,
                            InputOutput, nullptr, CWBackPixel | CWBackingStore, &attributes);
     XMapWindow(display, window);
     XSync(display, False);

@@ -13,7 +13,7 @@ namespace kivgles {
 // other windows cover it. Throws, and so fails the test, when there is no X server.
 class X11Window {
  public:
-    X11Window(unsigned int width, unsigned int height, int x = 0, int y = 0);
+    X11Window(unsigned int width, unsigned int height);
     ~X11Window();
     X11Window(const X11Window&) = delete;
     X11Window& operator=(const X11Window&) = delete;
