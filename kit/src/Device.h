@@ -23,9 +23,8 @@ void Check(int result, const char* operation);
 // Owner:  a Screen and its layers together, so that they may go in any order. After Close, or while a window
 //         could not be connected, there is no surface, and what needs one throws NOT_CONNECTED.
 // Thread: any, with Lock() held. It keeps operations of layers that consist of several of the core together,
-// and
-//         away from a change of the surface. The core has a lock of its own that is held as long, so this one
-//         makes nobody wait longer.
+//         and away from a change of the surface. The core has a lock of its own that is held as long, so this
+//         one makes nobody wait longer.
 class Device {
  public:
     explicit Device(int longestLayerSide) : maxLayerSide(longestLayerSide) {}

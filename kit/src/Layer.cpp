@@ -31,9 +31,8 @@ std::unique_ptr<LayerState> MakeState(const std::shared_ptr<Device>& device, con
     return std::make_unique<LayerState>(device, size, factor, OPERATION);
 }
 
-// Several rectangles of one colour, with nothing of other threads' in between.
+// The lock is held, by this and by what follows.
 void Fill(LayerState& layer, const std::vector<Rect>& rects, const Color& color, const char* operation) {
-    const auto lock = layer.device->Lock();
     (void)layer.device->Surface(operation);  // without a window an error, even if there is nothing to fill
     for (const Rect& rect : rects) {
         layer.Fill(rect, color, operation);
@@ -56,7 +55,6 @@ void FillDisc(LayerState& layer, const Point& center, double radius, const Color
         Fill(layer, DiscSpans(center, radius, layer.Bounds()), color, operation);
         return;
     }
-    const auto lock = layer.device->Lock();
     const auto wholeRadius = static_cast<std::uint32_t>(radius);
     Check(layer.device->Surface(operation).KivDrawRound(
               layer.handle,
@@ -80,7 +78,7 @@ Rect PartOf(const Rect& scaled, const Rect& whole, const Rect& visible) {
     return {scaled.x + left, scaled.y + top, right - left, bottom - top};
 }
 
-// In pixels of GL; what lies outside of either layer is left out. The lock is held.
+// In pixels of GL; what lies outside of either layer is left out.
 void CopyPart(const LayerState& source, const Rect& from, const LayerState& target, const Rect& to,
               const char* operation) {
     KivGLDrawSurface& surface = target.device->Surface(operation);
@@ -121,16 +119,17 @@ int Layer::Factor() const { return StateOf(state, "Layer::Factor").factor; }
 void Layer::Clear(const Color& color) {
     constexpr char OPERATION[] = "Layer::Clear";
     LayerState& layer = StateOf(state, OPERATION);
+    const auto lock = layer.device->Lock();
     if (color.a != 0) {
         Fill(layer, {{0, 0, layer.width, layer.height}}, color, OPERATION);
         return;
     }
-    const auto lock = layer.device->Lock();
     Check(layer.device->Surface(OPERATION).KivClearGLFBO(layer.handle), OPERATION);
 }
 
 void Layer::Rectangle(const Rect& rect, const Color& color) {
     LayerState& layer = StateOf(state, "Layer::Rectangle");
+    const auto lock = layer.device->Lock();
     Fill(layer, {layer.Scaled(rect)}, color, "Layer::Rectangle");
 }
 
@@ -138,7 +137,9 @@ void Layer::RoundedRectangle(const Rect& rect, double radius, const Color& color
     constexpr char OPERATION[] = "Layer::RoundedRectangle";
     LayerState& layer = StateOf(state, OPERATION);
     const Rect box = layer.Scaled(rect);
+    const auto lock = layer.device->Lock();
     if (IsEmpty(box) || std::isnan(radius)) {
+        Fill(layer, {}, color, OPERATION);
         return;
     }
     const int longest = std::min(box.width, box.height) / 2;
@@ -158,6 +159,7 @@ void Layer::RoundedRectangle(const Rect& rect, double radius, const Color& color
 
 void Layer::Disc(const Point& center, double radius, const Color& color) {
     LayerState& layer = StateOf(state, "Layer::Disc");
+    const auto lock = layer.device->Lock();
     FillDisc(layer, layer.Scaled(center), radius * layer.factor, color, "Layer::Disc");
 }
 
@@ -168,6 +170,7 @@ void Layer::Ring(const Point& center, double radius, double thickness, const Col
 void Layer::Arc(const Point& center, double radius, double thickness, double start, double sweep,
                 const Color& color) {
     LayerState& layer = StateOf(state, "Layer::Arc");
+    const auto lock = layer.device->Lock();
     Fill(layer,
          ArcSpans(layer.Scaled(center), radius * layer.factor, thickness * layer.factor, start, sweep,
                   layer.Bounds()),
@@ -176,6 +179,7 @@ void Layer::Arc(const Point& center, double radius, double thickness, double sta
 
 void Layer::Line(const Point& from, const Point& to, double thickness, const Color& color) {
     LayerState& layer = StateOf(state, "Layer::Line");
+    const auto lock = layer.device->Lock();
     Fill(layer, LineSpans(layer.Scaled(from), layer.Scaled(to), thickness * layer.factor, layer.Bounds()),
          color, "Layer::Line");
 }
@@ -183,11 +187,9 @@ void Layer::Line(const Point& from, const Point& to, double thickness, const Col
 void Layer::Bar(const Rect& rect, double level, const Color& filled, const Color& rest) {
     LayerState& layer = StateOf(state, "Layer::Bar");
     const Rect box = layer.Scaled(rect);
-    if (IsEmpty(box)) {
-        return;
-    }
     const double share = level > 0 ? std::min(level, 1.0) : 0;  // not a number is not above 0
     const int width = static_cast<int>(std::lround(share * box.width));
+    const auto lock = layer.device->Lock();
     Fill(layer, {{box.x, box.y, width, box.height}}, filled, "Layer::Bar");
     Fill(layer, {{box.x + width, box.y, box.width - width, box.height}}, rest, "Layer::Bar");
 }

@@ -77,10 +77,11 @@ class SpanList {
     std::vector<Rect> spans;
 };
 
-// Half of the width that a circle has `distance` above or below its centre; negative outside.
+// Half of the width that a circle has `distance` above or below its centre; negative outside, and where both
+// are so large that their squares are infinite.
 double HalfWidth(double radius, double distance) {
     const double square = radius * radius - distance * distance;
-    return square < 0 ? -1 : std::sqrt(square);
+    return square >= 0 ? std::sqrt(square) : -1;
 }
 
 // The x for which low <= slope * x + offset <= high.
@@ -176,8 +177,8 @@ std::vector<Rect> ArcSpans(const Point& center, double radius, double thickness,
         return {};
     }
     // From `begin`, in the first turn, to `end`, in the first or the second one.
-    const double turned = sweep < 0 ? start + sweep : start;
-    const double begin = turned - FULL_TURN * std::floor(turned / FULL_TURN);
+    const double turned = std::fmod(sweep < 0 ? start + sweep : start, FULL_TURN);
+    const double begin = turned < 0 ? turned + FULL_TURN : turned;
     const double end = begin + std::min(std::fabs(sweep), FULL_TURN);
     const double inner = std::max(radius - thickness, 0.0);
 

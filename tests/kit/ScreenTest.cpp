@@ -61,6 +61,8 @@ TEST(Screen, LayersMayOutliveIt) {
     EXPECT_EQ(layer->Size().width, 120);
     EXPECT_EQ(CodeOf([&] { layer->Clear(); }), Error::NOT_CONNECTED);
     EXPECT_EQ(CodeOf([&] { layer->Rectangle({0, 0, 0, 0}, RED); }), Error::NOT_CONNECTED);
+    EXPECT_EQ(CodeOf([&] { layer->RoundedRectangle({0, 0, 0, 0}, 2, RED); }), Error::NOT_CONNECTED);
+    EXPECT_EQ(CodeOf([&] { layer->Bar({0, 0, 0, 0}, 1, RED, BLUE); }), Error::NOT_CONNECTED);
     Stage another;
     EXPECT_EQ(CodeOf([&] { another.screen.Present(*layer); }), Error::INVALID_ARGUMENT);
     EXPECT_EQ(CodeOf([&] { another.layer.Copy(*layer, 0, 0); }), Error::INVALID_ARGUMENT);
@@ -210,6 +212,29 @@ TEST(Screen, ShowsNoHalfOfWhatThreadsHandOver) {
     }
     painters.Stop();
     EXPECT_GT(changes, 1);
+}
+
+// A shape of several requests: the middle and a corner's disc.
+TEST(Screen, ShowsNoHalfOfAShape) {
+    Stage stage({160, 40});
+    Layer canvas(stage.screen, {160, 40});
+    std::atomic<bool> stopped{false};
+    std::future<void> painter = std::async(std::launch::async, [&] {
+        while (!stopped) {
+            for (int i = 0; i < 100; ++i) {
+                canvas.RoundedRectangle({0, 0, 60, 40}, 15, i % 2 == 0 ? RED : GREEN);
+            }
+            stage.screen.Finish();
+        }
+    });
+    for (int frame = 0; frame < 20; ++frame) {
+        stage.screen.Present(canvas);
+        stage.screen.Finish();
+        const Picture picture = ReadWindow(stage.window, {160, 40});
+        EXPECT_EQ(picture.At(30, 20), picture.At(54, 34));
+    }
+    stopped = true;
+    painter.get();
 }
 
 TEST(Screen, IsReconnectedWhileThreadsPaint) {

@@ -99,6 +99,9 @@ TEST(Spans, OfAnArcAreThePixelsOfTheRingBetweenItsAngles) {
     EXPECT_EQ(Picture(ArcSpans({11.5, 9.5}, 9, 4, 0, 180, BOUNDS)).substr(0, 9 * 25),
               Picture({}).substr(0, 9 * 25))
         << "a row through the centre belongs to the half below";
+    EXPECT_EQ(Picture(ArcSpans(center, 9.2, 4.1, 1e18, 90, BOUNDS)),
+              Picture(ArcSpans(center, 9.2, 4.1, std::fmod(1e18, 360), 90, BOUNDS)))
+        << "whole turns are exact, however many";
 }
 
 TEST(Spans, OfRowsThatAreAlikeAreOne) {

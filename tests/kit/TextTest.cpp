@@ -142,6 +142,25 @@ TEST_F(TextTest, LooksAsItsPropertiesSay) {
     EXPECT_TRUE(picture.Shows(BLUE, {{10, 49 + 4}}));
 }
 
+TEST_F(TextTest, OfTabularDigitsIsAsWideWhateverTheDigits) {
+    screen.LoadFont(std::string(KIVGLES_TEST_FONTS) + "/digits.ttf");
+    const Text text(40, WHITE);
+    EXPECT_EQ(text.Measure(screen, "101").width, 36);
+    EXPECT_EQ(text.Tabular().Measure(screen, "101").width, 60);
+}
+
+TEST_F(TextTest, BeyondTheLeftEdgeTakesALayerMoreAndFailsWithoutOne) {
+    std::vector<Layer> others;
+    const auto draw = [&](int x) { return CodeOf([&] { Text().Draw(layer, "A", {x, 0, 50, 50}); }); };
+    while (others.size() < 14) {
+        others.emplace_back(screen, Size{8, 8});
+    }
+    EXPECT_EQ(draw(-3), 15);
+    EXPECT_EQ(draw(0), 0);
+    others.pop_back();
+    EXPECT_EQ(draw(-3), 0);
+}
+
 TEST_F(TextTest, InALayerOfFactorTwoTakesAsMuchRoom) {
     Layer smooth(screen, {400, 200}, 2);
     EXPECT_EQ(Text(40, WHITE).Measure(smooth, "AAA").width, 42);

@@ -49,6 +49,7 @@ FONTS = {
     },
     # In the text "A B" the space makes the difference between one row and two; in "A BC" the rows are higher without.
     "space_breaks_row.ttf": {" ": EMPTY, "A": (0, 0, 501, 10, 501), "B": (0, 0, 520, 30, 520), "C": (0, 0, 500, 30, 500)},
+    "digits.ttf": {"0": (1, 0, 18, 20, 20), "1": (1, 0, 6, 20, 8)},
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
     # The second one is no unit of text, and too high for a texture of 64 rows that holds the first.
     "beyond_units.ttf": {"A": (0, 0, 10, 20, 14), "\U0001F600": (0, 0, 60, 50, 60)},

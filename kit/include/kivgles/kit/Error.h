@@ -17,7 +17,8 @@ class Error : public std::runtime_error {
     /// An argument that has no meaning: a layer without size, a copy of a layer onto itself, a window or an
     /// image that is null, a layer that was moved away.
     static constexpr int INVALID_ARGUMENT = -1;
-    /// A layer with a longer side than Screen::MAX_LAYER_SIDE.
+    /// A layer or an image with a longer side than the screen's limit, Screen::MAX_LAYER_SIDE if not said
+    /// otherwise.
     static constexpr int TOO_LARGE = -2;
     /// No window is connected: before Screen::Connect, or after it failed.
     static constexpr int NOT_CONNECTED = -3;

@@ -124,8 +124,9 @@ class Layer {
     /// it goes by way of another layer, one for all, which counts among the 15.
     /// @param image Its pixels are read until the call returns.
     /// @param to Where it goes, scaled to fill it.
-    /// @throws Error With the code of KivDrawBitmap; INVALID_ARGUMENT for an image without pixels or size;
-    ///     TOO_LARGE if it or `to` has a longer side than the screen's limit.
+    /// @throws Error With the code of KivDrawBitmap, or of KivCreateGLFBO (15 if there is no room for that
+    ///     other layer) or KivBlit; INVALID_ARGUMENT for an image without pixels or size; TOO_LARGE if it or
+    ///     `to` has a longer side than the screen's limit.
     void Draw(const Image& image, const Rect& to);
 
     /// Blends an image over what is there, by its opacity. Waits.
@@ -138,10 +139,9 @@ class Layer {
     /// @param source Another layer of the same screen.
     /// @param from The part, in pixels of `source` as shown.
     /// @param to Where it goes, scaled to fill it. Not scaled it is cut off exactly at the layer's edges,
-    /// scaled
-    ///     up to a pixel of the source.
+    ///     scaled up to a pixel of the source.
     /// @throws Error With the code of KivBlit; INVALID_ARGUMENT if `source` is this layer or another
-    /// screen's.
+    ///     screen's.
     void Copy(const Layer& source, const Rect& from, const Rect& to);
 
     /// Copies the whole of another layer, unscaled, in one step: no other thread sees half of it.
@@ -149,7 +149,7 @@ class Layer {
     /// @param x Where its left edge goes.
     /// @param y Where its top edge goes.
     /// @throws Error With the code of KivBlit; INVALID_ARGUMENT if `source` is this layer or another
-    /// screen's.
+    ///     screen's.
     void Copy(const Layer& source, int x, int y);
     /// @}
 

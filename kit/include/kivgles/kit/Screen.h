@@ -57,12 +57,12 @@ class Screen {
     /// Shows on a window from now on. Waits.
     ///
     /// If another window is connected, and still exists, layers and font stay. Connecting the same window
-    /// does what Reconnect does, and so does any window after a Connect that failed.
+    /// does what Reconnect does, and so does any window after one that failed.
     /// @param window Kept alive by the client until another one is connected or the screen is destroyed. On a
     ///     desktop the X11 window id, cast.
     /// @throws Error With the code of KivCreateGLContext, KivConnectWindowSurface or, where the screen is set
-    /// up
-    ///     anew, of what Reconnect does; INVALID_ARGUMENT if `window` is null. No window is connected then.
+    ///     up anew, of what Reconnect does; INVALID_ARGUMENT if `window` is null, with which all stays as it
+    ///     is. After any other no window is connected.
     void Connect(ANativeWindow* window);
 
     /// Starts anew on a window: the same one after it was resized, or another one after it was lost. Waits.
@@ -70,17 +70,17 @@ class Screen {
     /// Makes a new surface of the core, because it reads the size of a window only once and does not take the
     /// same one again. Layers stay usable with the size that they have, but are transparent again; the font
     /// is loaded again, which takes its time; at the end the function that was given to OnReconnect is
-    /// called.
+    /// called, unless this is the screen's first window.
     /// @param window As for Connect. The one before need not exist any more.
     /// @throws Error With the code of KivCreateGLContext, KivConnectWindowSurface, KivCreateGLFBO or
-    ///     KivLoadFont; INVALID_ARGUMENT if `window` is null. No window is connected then, and Reconnect can
-    ///     be tried again. What the function of OnReconnect throws is passed on.
+    ///     KivLoadFont, and no window is connected then, but Reconnect can be tried again; INVALID_ARGUMENT
+    ///     if `window` is null, with which all stays as it is. What the function of OnReconnect throws is
+    ///     passed on, and the window stays connected.
     void Reconnect(ANativeWindow* window);
 
     /// Sets the function that paints again what the layers lost.
     /// @param paint Called at the end of Reconnect, on the thread that called it. It may do everything, such
-    /// as
-    ///     replacing layers by those of another size, but Connect and Reconnect. Empty: nothing is called.
+    ///     as replacing layers by those of another size, but Connect and Reconnect. Empty: nothing is called.
     void OnReconnect(std::function<void()> paint);
 
     /// Loads the font of all text from now on, in place of the one before. Waits, for tens of milliseconds to

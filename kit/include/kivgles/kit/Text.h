@@ -59,6 +59,10 @@ struct TextExtent {
 /// that fits the height, at least one, is shortened. A box without width or height shows nothing. Only the
 /// ink of a slanted or bold character may reach over an edge, by a pixel or so.
 ///
+/// Characters are blended over what is there; background, underline and boxes replace it, as shapes do, which
+/// makes a difference in a colour that is not opaque. A character of 1024 pixels or more, counted with the
+/// layer's factor, is left out, with a line in the log, but keeps its width.
+///
 /// Measured and drawn is alike to the pixel, in every style.
 ///
 /// Threads: as for Screen. The object itself is a value: one may be used by several threads.
@@ -156,7 +160,9 @@ class Text {
     /// @param box Where it stands, in pixels of the layer as shown.
     /// @return What it takes in the box.
     /// @throws Error With the code of KivDrawText, KivDrawRect or KivGetTextSize; NO_FONT; NOT_CONNECTED;
-    ///     INVALID_ARGUMENT on a layer that was moved away.
+    ///     INVALID_ARGUMENT on a layer that was moved away. A text that reaches over the layer's left or
+    ///     upper edge goes by way of another layer, as Layer::Draw may: then also with the code of KivBlit or
+    ///     of KivCreateGLFBO, 15 if there are 15 layers.
     TextExtent Draw(Layer& layer, std::string_view utf8, const Rect& box) const;
 
     /// Measures a text as it would be drawn.
