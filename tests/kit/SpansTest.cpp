@@ -135,7 +135,7 @@ TEST(Spans, RectanglesShareWhatBothCover) {
     };
     const int most = std::numeric_limits<int>::max();
     EXPECT_EQ(share({-5, -5, 10, 10}, {0, 0, 20, 20}), (std::vector<int>{0, 0, 5, 5}));
-    EXPECT_EQ(share({15, 5, most, most}, {0, 0, 20, 20}), (std::vector<int>{15, 5, 5, 15}));
+    EXPECT_EQ(share({15, 5, most, most}, {2, -1, 20, 20}), (std::vector<int>{15, 5, 7, 14}));
     EXPECT_EQ(share({-most, -most, most, most}, {0, 0, 20, 20}), (std::vector<int>{0, 0, 0, 0}));
     EXPECT_EQ(share({3, 3, -1, 5}, {0, 0, 20, 20}), (std::vector<int>{0, 0, 0, 0}));
 }
