@@ -1,4 +1,4 @@
-// Signals are the client's: no thread of the library takes one, so all come to whoever waits for them.
+// Signals are the client's: no thread of the library takes one.
 
 #include <csignal>
 #include <cstdint>
@@ -7,6 +7,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
+#include <sys/signalfd.h>
 #include <unistd.h>
 
 #include "kivgles/KivGLDrawSurface.h"
@@ -56,6 +57,32 @@ TEST(Signals, AreTakenByNoThreadOfTheLibraryAndTheCallersMaskIsKept) {
         someTakesItsFaults = someTakesItsFaults || takesFaults;
     }
     EXPECT_TRUE(someTakesItsFaults);
+}
+
+// One that came to another thread would end this process.
+TEST(Signals, ComeToAClientThatWaitsForThemInEitherWay) {
+    KivGLDrawSurface surface;
+    ASSERT_EQ(surface.KivCreateGLContext(), 0);
+    sigset_t awaited;
+    sigset_t before;
+    sigemptyset(&awaited);
+    sigaddset(&awaited, SIGTERM);
+    pthread_sigmask(SIG_BLOCK, &awaited, &before);
+
+    int signal = 0;
+    kill(getpid(), SIGTERM);
+    EXPECT_EQ(sigwait(&awaited, &signal), 0);
+    EXPECT_EQ(signal, SIGTERM);
+
+    const int descriptor = signalfd(-1, &awaited, SFD_CLOEXEC);
+    signalfd_siginfo info{};
+    kill(getpid(), SIGTERM);
+    EXPECT_EQ(read(descriptor, &info, sizeof(info)), static_cast<ssize_t>(sizeof(info)));
+    EXPECT_EQ(info.ssi_signo, static_cast<std::uint32_t>(SIGTERM));
+    close(descriptor);
+
+    EXPECT_EQ(surface.Init(0), 0);  // the draw thread is as it was
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
 }
 
 }  // namespace
