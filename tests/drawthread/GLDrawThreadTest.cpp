@@ -93,26 +93,8 @@ TEST(FirstText, LoadsWhatTheLastLoadExecutedNamedNotOneThatIsStillQueued) {
     EXPECT_EQ(recorder::Log("E FontAtlas: Error loading font face"), std::vector<std::string>{});
 }
 
-// A measurement that waited for the load would wait for ever here.
-TEST(FirstText, ShowsClientsNoTextRendererBeforeItsFontIsLoaded) {
-    GLDrawThread drawThread;
-    ASSERT_EQ(drawThread.SetupGLESConext(), 0);
-    drawThread.SetFontLibInfo(FONT, 40);
-    unsigned int width = 0;
-    unsigned int height = 0;
-    int looks = 0;
-    onOutline = [&] {
-        ++looks;
-        EXPECT_EQ(drawThread.GetTextSize({}, width, height), 101);
-    };
-    EXPECT_EQ(drawThread.LoadFont(), 0);
-    onOutline = nullptr;
-    EXPECT_GT(looks, 0);
-    EXPECT_EQ(drawThread.GetTextSize({}, width, height), 0);
-}
-
 // Calls that waited for the font would wait for ever here.
-TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFont) {
+TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFontAndShowsNoneOfItBefore) {
     KivGLDrawSurface surface;
     unsigned int layer = 0;
     ASSERT_EQ(surface.KivCreateGLContext(), 0);
@@ -141,6 +123,7 @@ TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFont) {
     EXPECT_EQ(surface.KivGetTextSize(text, width, height), 103);
     goesOn.set_value();
     EXPECT_EQ(surface.Init(0), 0);
+    EXPECT_EQ(surface.KivGetTextSize(text, width, height), 0);
     onOutline = nullptr;
 }
 
