@@ -128,17 +128,5 @@ TEST(Spans, OfWhatHasNoExtentOrIsNoNumberAreNone) {
     EXPECT_EQ(Picture(LineSpans({-1e9, 10}, {1e9, 10}, 2, BOUNDS)), Picture({{0, 9, 24, 2}}));
 }
 
-TEST(Spans, RectanglesShareWhatBothCover) {
-    const auto share = [](const Rect& a, const Rect& b) {
-        const Rect common = Intersect(a, b);
-        return std::vector<int>{common.x, common.y, common.width, common.height};
-    };
-    const int most = std::numeric_limits<int>::max();
-    EXPECT_EQ(share({-5, -5, 10, 10}, {0, 0, 20, 20}), (std::vector<int>{0, 0, 5, 5}));
-    EXPECT_EQ(share({15, 5, most, most}, {2, -1, 20, 20}), (std::vector<int>{15, 5, 7, 14}));
-    EXPECT_EQ(share({-most, -most, most, most}, {0, 0, 20, 20}), (std::vector<int>{0, 0, 0, 0}));
-    EXPECT_EQ(share({3, 3, -1, 5}, {0, 0, 20, 20}), (std::vector<int>{0, 0, 0, 0}));
-}
-
 }  // namespace
 }  // namespace kivgles::kit

@@ -151,12 +151,16 @@ TEST_F(TextTest, OfTabularDigitsIsAsWideWhateverTheDigits) {
 
 TEST_F(TextTest, BeyondTheLeftEdgeTakesALayerMoreAndFailsWithoutOne) {
     std::vector<Layer> others;
+    const auto make = [&] { return CodeOf([&] { others.emplace_back(screen, Size{8, 8}); }); };
     const auto draw = [&](int x) { return CodeOf([&] { Text().Draw(layer, "A", {x, 0, 50, 50}); }); };
     while (others.size() < 14) {
-        others.emplace_back(screen, Size{8, 8});
+        ASSERT_EQ(make(), 0);
     }
+    EXPECT_EQ(make(), 15);
     EXPECT_EQ(draw(-3), 15);
     EXPECT_EQ(draw(0), 0);
+    others.pop_back();
+    EXPECT_EQ(make(), 0);
     others.pop_back();
     EXPECT_EQ(draw(-3), 0);
 }
