@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # coverage.sh [ARGUMENT OF CTEST]...
-# Builds the preset "coverage", runs the tests and measures how much of src/ they reach. Fails below 95 % of the
+# Builds the preset "coverage", runs all tests and measures how much of src/ they reach. Fails below 95 % of the
 # branches. The report, line by line, is build/coverage/report/index.html.
 #
 # Left out of the count are the branches that the compiler adds: those that leave a function by an exception, and
@@ -14,7 +14,7 @@ scripts/setup.sh tests gcovr
 mkdir -p build/coverage
 find build/coverage -name '*.gcda' -delete
 # Nor do the tests that reach nothing more: of memory over time, and of programs outside.
-scripts/test.sh coverage --exclude-regex '^(Soak|Consumer)\.' "$@"
+scripts/test.sh --all coverage --exclude-regex '^(Soak|Consumer)\.' "$@"
 
 mkdir -p build/coverage/report
 gcovr --root . --object-directory build/coverage --filter src/ \
