@@ -1,10 +1,12 @@
 #include <array>
+#include <map>
 #include <tuple>
 
 #include <gtest/gtest.h>
 
 #include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
+#include "surface/ResultCode.h"
 
 namespace kivgles {
 namespace {
@@ -75,6 +77,16 @@ TEST(Conversions, OfRequestsCarryEveryFieldAlong) {
     surface.SetBitmapInfo(bitmap, {pixels, KIV_COLOR_FORMAT_RGBA8888, 1, 2, 3, 4, {}}, 8, 8);
     EXPECT_EQ(std::make_tuple(bitmap.data, bitmap.width, bitmap.height, bitmap.glFormat, bitmap.blend),
               std::make_tuple(pixels, 3U, 4U, 0x1908U /* GL_RGBA */, 9));  // whether to blend is the caller's
+}
+
+TEST(Conversions, OfStatusesGiveEachItsResultCode) {
+    std::map<int, int> codes{{12, 11}, {40, 50}, {101, 103}, {102, 101}};
+    for (const int same : {0, 1, 2, 3, 4, 5, 6, 10, 13, 14, 15, 20, 21, 30, 31, 32, 100}) {
+        codes[same] = same;
+    }
+    for (int status = -1; status < 200; ++status) {
+        EXPECT_EQ(TranslateResult(status), codes.count(status) != 0 ? codes[status] : 100) << status;
+    }
 }
 
 }  // namespace
