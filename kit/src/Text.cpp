@@ -38,73 +38,36 @@ TextExtent Extent(const TextLayout& layout, int lineHeight, int factor) {
     return extent;
 }
 
+// A copy with another value of one property.
+template <typename Value>
+Text With(Text text, Value Text::*property, const Value& value) {
+    text.*property = value;
+    return text;
+}
+
 }  // namespace
 
-Text Text::Sized(int pixels) const {
-    Text changed = *this;
-    changed.size = pixels;
-    return changed;
-}
+Text Text::Sized(int pixels) const { return With(*this, &Text::size, pixels); }
 
-Text Text::Colored(const Color& foreground) const {
-    Text changed = *this;
-    changed.color = foreground;
-    return changed;
-}
+Text Text::Colored(const Color& foreground) const { return With(*this, &Text::color, foreground); }
 
-Text Text::On(const Color& backdrop) const {
-    Text changed = *this;
-    changed.background = backdrop;
-    return changed;
-}
+Text Text::On(const Color& backdrop) const { return With(*this, &Text::background, backdrop); }
 
-Text Text::Bold() const {
-    Text changed = *this;
-    changed.bold = true;
-    return changed;
-}
+Text Text::Bold() const { return With(*this, &Text::bold, true); }
 
-Text Text::Italic() const {
-    Text changed = *this;
-    changed.italic = true;
-    return changed;
-}
+Text Text::Italic() const { return With(*this, &Text::italic, true); }
 
-Text Text::Underlined() const {
-    Text changed = *this;
-    changed.underlined = true;
-    return changed;
-}
+Text Text::Underlined() const { return With(*this, &Text::underlined, true); }
 
-Text Text::Tabular() const {
-    Text changed = *this;
-    changed.tabular = true;
-    return changed;
-}
+Text Text::Tabular() const { return With(*this, &Text::tabular, true); }
 
-Text Text::Aligned(Align horizontal) const {
-    Text changed = *this;
-    changed.align = horizontal;
-    return changed;
-}
+Text Text::Aligned(Align horizontal) const { return With(*this, &Text::align, horizontal); }
 
-Text Text::Aligned(VerticalAlign vertical) const {
-    Text changed = *this;
-    changed.verticalAlign = vertical;
-    return changed;
-}
+Text Text::Aligned(VerticalAlign vertical) const { return With(*this, &Text::verticalAlign, vertical); }
 
-Text Text::Wrapped() const {
-    Text changed = *this;
-    changed.wrapped = true;
-    return changed;
-}
+Text Text::Wrapped() const { return With(*this, &Text::wrapped, true); }
 
-Text Text::Spaced(int pixels) const {
-    Text changed = *this;
-    changed.lineHeight = pixels;
-    return changed;
-}
+Text Text::Spaced(int pixels) const { return With(*this, &Text::lineHeight, pixels); }
 
 int Text::LineHeight() const {
     return lineHeight > 0 ? std::min(lineHeight, MAX_LINE_HEIGHT) : (PixelSize() * 5 + 2) / 4;
