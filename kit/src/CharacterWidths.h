@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <unordered_map>
 
+#include "DeviceLock.h"
 #include "TextLayout.h"
 
 namespace kivgles {
@@ -18,16 +19,19 @@ namespace kit {
 // Units:  pixels of GL.
 class CharacterWidths {
  public:
-    void Clear();
+    void Clear() KIVGLES_REQUIRES(DEVICE_LOCK);
 
     // Throws Error for `operation` if the core does not measure.
-    CharacterWidth Find(KivGLDrawSurface& surface, char32_t character, int size, const char* operation);
+    CharacterWidth Find(KivGLDrawSurface& surface, char32_t character, int size, const char* operation)
+        KIVGLES_REQUIRES(DEVICE_LOCK);
 
  private:
-    bool IsPresent(KivGLDrawSurface& surface, char16_t unit, const char* operation);
+    bool IsPresent(KivGLDrawSurface& surface, char16_t unit, const char* operation)
+        KIVGLES_REQUIRES(DEVICE_LOCK);
 
-    std::unordered_map<char16_t, bool> present;
-    std::unordered_map<std::uint32_t, CharacterWidth> widths;  // by size and unit
+    std::unordered_map<char16_t, bool> present KIVGLES_GUARDED_BY(DEVICE_LOCK);
+    // By size and unit.
+    std::unordered_map<std::uint32_t, CharacterWidth> widths KIVGLES_GUARDED_BY(DEVICE_LOCK);
 };
 
 }  // namespace kit

@@ -12,6 +12,8 @@ constexpr unsigned int FONT_SIZE = 40;  // pixels: the standard style is drawn a
 
 }  // namespace
 
+DeviceLock::DeviceLock(Device& device) : lock(device.mutex) {}
+
 void Check(int result, const char* operation) {
     if (result != 0) {
         throw Error(operation, result);

@@ -27,10 +27,11 @@ bool ForBitmap(const Rect& rect, const Size& target, const Size& window, TagKivR
     return isEven;
 }
 
-// Draws an image into layers, with the lock held.
+// Draws an image into layers.
 class ImagePainter {
  public:
     ImagePainter(LayerState& targetLayer, const Image& image, bool isBlended, const char* name)
+        KIVGLES_REQUIRES(DEVICE_LOCK)
         : layer(targetLayer), surface(layer.device->Surface(name)), blended(isBlended), operation(name) {
         bitmap.data = blended ? StraightPixels(image, converted) : PremultipliedPixels(image, converted);
         bitmap.format = KIV_COLOR_FORMAT_RGBA8888;
@@ -39,13 +40,13 @@ class ImagePainter {
     }
 
     // In pixels of GL.
-    void Draw(const Rect& to) {
+    void Draw(const Rect& to) KIVGLES_REQUIRES(DEVICE_LOCK) {
         const Size window = layer.device->WindowSize();
         if (ForBitmap(to, layer.Bounds(), window, bitmap.dstRect)) {
             DrawInto(layer.handle);
             return;
         }
-        const auto draw = [&](unsigned int handle, const Size& size) {
+        const auto draw = [&](unsigned int handle, const Size& size) KIVGLES_REQUIRES(DEVICE_LOCK) {
             // Even for these sizes.
             (void)ForBitmap({0, 0, to.width, to.height}, size, window, bitmap.dstRect);
             DrawInto(handle);
@@ -54,7 +55,7 @@ class ImagePainter {
     }
 
  private:
-    void DrawInto(unsigned int handle) {
+    void DrawInto(unsigned int handle) KIVGLES_REQUIRES(DEVICE_LOCK) {
         Check(blended ? surface.KivDrawBitmapByBlend(handle, bitmap) : surface.KivDrawBitmap(handle, bitmap),
               operation);
     }
@@ -77,7 +78,7 @@ void DrawImage(LayerState& layer, const Image& image, const Rect& to, bool blend
     if (longest > layer.device->MaxLayerSide()) {
         throw Error(operation, Error::TOO_LARGE);
     }
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     (void)layer.device->Surface(operation);  // without a window an error, even if there is nothing to draw
     if (!IsEmpty(layer.Visible(to))) {
         ImagePainter(layer, image, blended, operation).Draw(to);

@@ -31,8 +31,8 @@ std::unique_ptr<LayerState> MakeState(const std::shared_ptr<Device>& device, con
     return std::make_unique<LayerState>(device, size, factor, OPERATION);
 }
 
-// The lock is held, by this and by what follows.
-void Fill(LayerState& layer, const std::vector<Rect>& rects, const Color& color, const char* operation) {
+void Fill(LayerState& layer, const std::vector<Rect>& rects, const Color& color, const char* operation)
+    KIVGLES_REQUIRES(DEVICE_LOCK) {
     (void)layer.device->Surface(operation);  // without a window an error, even if there is nothing to fill
     for (const Rect& rect : rects) {
         layer.Fill(rect, color, operation);
@@ -50,7 +50,7 @@ bool IsRoundOfCore(const Point& center, double radius) {
 
 // In pixels of GL.
 void FillDisc(LayerState& layer, const Point& center, double radius, const Color& color,
-              const char* operation) {
+              const char* operation) KIVGLES_REQUIRES(DEVICE_LOCK) {
     if (!IsRoundOfCore(center, radius)) {
         Fill(layer, DiscSpans(center, radius, layer.Bounds()), color, operation);
         return;
@@ -80,7 +80,7 @@ Rect PartOf(const Rect& scaled, const Rect& whole, const Rect& visible) {
 
 // In pixels of GL; what lies outside of either layer is left out.
 void CopyPart(const LayerState& source, const Rect& from, const LayerState& target, const Rect& to,
-              const char* operation) {
+              const char* operation) KIVGLES_REQUIRES(DEVICE_LOCK) {
     KivGLDrawSurface& surface = target.device->Surface(operation);
     if (IsEmpty(from) || IsEmpty(to)) {
         return;
@@ -119,7 +119,7 @@ int Layer::Factor() const { return StateOf(state, "Layer::Factor").factor; }
 void Layer::Clear(const Color& color) {
     constexpr char OPERATION[] = "Layer::Clear";
     LayerState& layer = StateOf(state, OPERATION);
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     if (color.a != 0) {
         Fill(layer, {{0, 0, layer.width, layer.height}}, color, OPERATION);
         return;
@@ -129,7 +129,7 @@ void Layer::Clear(const Color& color) {
 
 void Layer::Rectangle(const Rect& rect, const Color& color) {
     LayerState& layer = StateOf(state, "Layer::Rectangle");
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     Fill(layer, {layer.Scaled(rect)}, color, "Layer::Rectangle");
 }
 
@@ -137,7 +137,7 @@ void Layer::RoundedRectangle(const Rect& rect, double radius, const Color& color
     constexpr char OPERATION[] = "Layer::RoundedRectangle";
     LayerState& layer = StateOf(state, OPERATION);
     const Rect box = layer.Scaled(rect);
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     if (IsEmpty(box) || std::isnan(radius)) {
         Fill(layer, {}, color, OPERATION);
         return;
@@ -159,7 +159,7 @@ void Layer::RoundedRectangle(const Rect& rect, double radius, const Color& color
 
 void Layer::Disc(const Point& center, double radius, const Color& color) {
     LayerState& layer = StateOf(state, "Layer::Disc");
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     FillDisc(layer, layer.Scaled(center), radius * layer.factor, color, "Layer::Disc");
 }
 
@@ -170,7 +170,7 @@ void Layer::Ring(const Point& center, double radius, double thickness, const Col
 void Layer::Arc(const Point& center, double radius, double thickness, double start, double sweep,
                 const Color& color) {
     LayerState& layer = StateOf(state, "Layer::Arc");
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     Fill(layer,
          ArcSpans(layer.Scaled(center), radius * layer.factor, thickness * layer.factor, start, sweep,
                   layer.Bounds()),
@@ -179,7 +179,7 @@ void Layer::Arc(const Point& center, double radius, double thickness, double sta
 
 void Layer::Line(const Point& from, const Point& to, double thickness, const Color& color) {
     LayerState& layer = StateOf(state, "Layer::Line");
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     Fill(layer, LineSpans(layer.Scaled(from), layer.Scaled(to), thickness * layer.factor, layer.Bounds()),
          color, "Layer::Line");
 }
@@ -189,7 +189,7 @@ void Layer::Bar(const Rect& rect, double level, const Color& filled, const Color
     const Rect box = layer.Scaled(rect);
     const double share = level > 0 ? std::min(level, 1.0) : 0;  // not a number is not above 0
     const int width = static_cast<int>(std::lround(share * box.width));
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     Fill(layer, {{box.x, box.y, width, box.height}}, filled, "Layer::Bar");
     Fill(layer, {{box.x + width, box.y, box.width - width, box.height}}, rest, "Layer::Bar");
 }
@@ -211,7 +211,7 @@ void Layer::Copy(const Layer& source, const Rect& from, const Rect& to) {
     if (&other == &layer || other.device != layer.device) {
         throw Error(OPERATION, Error::INVALID_ARGUMENT);
     }
-    const auto lock = layer.device->Lock();
+    const DeviceLock lock(*layer.device);
     CopyPart(other, other.Scaled(from), layer, layer.Scaled(to), OPERATION);
 }
 

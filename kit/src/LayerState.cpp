@@ -23,12 +23,12 @@ LayerState::LayerState(const std::shared_ptr<Device>& layerDevice, const Size& s
       width(size.width * layerFactor),
       height(size.height * layerFactor),
       factor(layerFactor) {
-    const auto lock = device->Lock();
+    const DeviceLock lock(*device);
     device->Add(*this, operation);
 }
 
 LayerState::~LayerState() {
-    const auto lock = device->Lock();
+    const DeviceLock lock(*device);
     device->Remove(*this);
 }
 

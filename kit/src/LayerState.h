@@ -37,15 +37,16 @@ class LayerState {
     // in its top-left corner, from where the visible part comes here. `draw` gets that layer's handle and
     // size. With `blended` it draws over what is here.
     void DrawBeyondEdges(const Rect& region, bool blended,
-                         const std::function<void(unsigned int, const Size&)>& draw, const char* operation);
+                         const std::function<void(unsigned int, const Size&)>& draw, const char* operation)
+        KIVGLES_REQUIRES(DEVICE_LOCK);
 
-    void Fill(const Rect& rect, const Color& color, const char* operation);
+    void Fill(const Rect& rect, const Color& color, const char* operation) KIVGLES_REQUIRES(DEVICE_LOCK);
 
     const std::shared_ptr<Device> device;
     const int width;
     const int height;
     const int factor;
-    unsigned int handle = 0;  // changes with the surface
+    unsigned int handle KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;  // changes with the surface
 };
 
 // What a layer stands for. Throws INVALID_ARGUMENT for `operation` if that was moved away.

@@ -23,7 +23,7 @@ void RefuseNull(const ANativeWindow* window, const char* operation) {
 void Restart(Device& device, ANativeWindow* window, const char* operation) {
     std::function<void()> repaint;
     {
-        const auto lock = device.Lock();
+        const DeviceLock lock(device);
         if (device.wasConnected) {
             repaint = device.repaint;
         }
@@ -39,14 +39,14 @@ void Restart(Device& device, ANativeWindow* window, const char* operation) {
 Screen::Screen(int maxLayerSide) : device(std::make_shared<Device>(maxLayerSide)) {}
 
 Screen::~Screen() {
-    const auto lock = device->Lock();
+    const DeviceLock lock(*device);
     device->Close();
 }
 
 void Screen::Connect(ANativeWindow* window) {
     RefuseNull(window, "Screen::Connect");
     {
-        const auto lock = device->Lock();
+        const DeviceLock lock(*device);
         if (device->SwitchWindow(window, "Screen::Connect")) {
             return;
         }
@@ -60,12 +60,12 @@ void Screen::Reconnect(ANativeWindow* window) {
 }
 
 void Screen::OnReconnect(std::function<void()> paint) {
-    const auto lock = device->Lock();
+    const DeviceLock lock(*device);
     device->repaint = std::move(paint);
 }
 
 void Screen::LoadFont(const std::string& path) {
-    const auto lock = device->Lock();
+    const DeviceLock lock(*device);
     device->LoadFont(path, "Screen::LoadFont");
 }
 
@@ -74,7 +74,7 @@ void Screen::Present(const Layer& layer) {
     if (layer.state == nullptr || layer.state->device != device) {
         throw Error(OPERATION, Error::INVALID_ARGUMENT);
     }
-    const auto lock = device->Lock();
+    const DeviceLock lock(*device);
     KivGLDrawSurface& surface = device->Surface(OPERATION);
     const auto width = static_cast<std::uint32_t>(layer.state->width);
     const auto height = static_cast<std::uint32_t>(layer.state->height);
@@ -90,12 +90,12 @@ void Screen::Present(const Layer& layer) {
 }
 
 void Screen::Finish() {
-    const auto lock = device->Lock();
+    const DeviceLock lock(*device);
     device->Wait("Screen::Finish");
 }
 
 kit::Size Screen::Size() const {
-    const auto lock = device->Lock();
+    const DeviceLock lock(*device);
     return device->WindowSize();
 }
 

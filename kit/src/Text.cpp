@@ -19,12 +19,14 @@ constexpr int MAX_LINE_HEIGHT = 10000;  // the same
 
 constexpr char MEASURE[] = "Text::Measure";
 
-// The lock is held.
-TextLayout LayOutFor(Device& device, std::string_view utf8, const LayoutRules& rules, const char* operation) {
+TextLayout LayOutFor(Device& device, std::string_view utf8, const LayoutRules& rules, const char* operation)
+    KIVGLES_REQUIRES(DEVICE_LOCK) {
     KivGLDrawSurface& surface = device.Surface(operation);
     CharacterWidths& widths = device.Widths(operation);
-    return LayOut(DecodeUtf8(utf8), rules,
-                  [&](char32_t character) { return widths.Find(surface, character, rules.size, operation); });
+    const auto find = [&](char32_t character) KIVGLES_REQUIRES(DEVICE_LOCK) {
+        return widths.Find(surface, character, rules.size, operation);
+    };
+    return LayOut(DecodeUtf8(utf8), rules, find);
 }
 
 TextExtent Extent(const TextLayout& layout, int lineHeight, int factor) {
@@ -92,7 +94,7 @@ LayoutRules Text::Rules(const Rect& box, int factor, int layerWidth) const {
 TextExtent Text::Draw(Layer& layer, std::string_view utf8, const Rect& box) const {
     constexpr char OPERATION[] = "Text::Draw";
     LayerState& target = StateOf(layer.state, OPERATION);
-    const auto lock = target.device->Lock();
+    const DeviceLock lock(*target.device);
     const Rect scaled = target.Scaled(box);
     const LayoutRules rules = Rules(scaled, target.factor, target.width);
     const TextLayout layout = LayOutFor(*target.device, utf8, rules, OPERATION);
@@ -114,7 +116,7 @@ TextExtent Text::Measure(const Screen& screen, std::string_view utf8, const Size
 }
 
 TextExtent Text::MeasureFor(Device& device, std::string_view utf8, const Size& box, int factor) const {
-    const auto lock = device.Lock();
+    const DeviceLock lock(device);
     const LayoutRules rules = Rules(Scaled({0, 0, box.width, box.height}, factor), factor, 0);
     return Extent(LayOutFor(device, utf8, rules, MEASURE), LineHeight(), factor);
 }

@@ -58,7 +58,7 @@ void TextPainter::DrawRun(const TextRun& run, int baseline) {
     const int top = baseline < 0 ? baseline : std::max(baseline - 2 * look.size, 0);
     const int right = std::min(pen + run.width + look.size, layer.width);
     const int bottom = std::min(baseline + look.size, layer.height);
-    const auto draw = [&](unsigned int handle, const Size&) {
+    const auto draw = [&](unsigned int handle, const Size&) KIVGLES_REQUIRES(DEVICE_LOCK) {
         DrawUnits(handle, run.units, pen - left, baseline - top);
     };
     layer.DrawBeyondEdges({left, top, right - left, bottom - top}, true, draw, operation);

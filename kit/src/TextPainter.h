@@ -29,12 +29,13 @@ class TextPainter {
     TextPainter(LayerState& targetLayer, const TextLook& textLook, int boxX, int boxY, const char* name)
         : layer(targetLayer), look(textLook), x(boxX), y(boxY), operation(name) {}
 
-    void Draw(const TextLine& line);
+    void Draw(const TextLine& line) KIVGLES_REQUIRES(DEVICE_LOCK);
 
  private:
-    void DrawBox(const Rect& box);
-    void DrawRun(const TextRun& run, int baseline);
-    void DrawUnits(unsigned int handle, const std::u16string& units, int penX, int penY);
+    void DrawBox(const Rect& box) KIVGLES_REQUIRES(DEVICE_LOCK);
+    void DrawRun(const TextRun& run, int baseline) KIVGLES_REQUIRES(DEVICE_LOCK);
+    void DrawUnits(unsigned int handle, const std::u16string& units, int penX, int penY)
+        KIVGLES_REQUIRES(DEVICE_LOCK);
 
     LayerState& layer;
     const TextLook& look;
