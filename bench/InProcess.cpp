@@ -85,7 +85,8 @@ void BuildTextCommand(benchmark::State& state) {
 }
 BENCHMARK(BuildTextCommand);
 
-// The client's time for one of as many calls in a row; the draw thread is awake and behind.
+// The client's time for one of as many calls in a row. The first one wakes the draw thread, which is behind
+// from then on.
 void QueueWhileBusy(benchmark::State& state) {
     SmallSurface small;
     const auto calls = state.range(0);
