@@ -180,9 +180,11 @@ class GLDrawThread {
 
     // The two below keep the draw thread apart from the queries on client threads. They are never held
     // together, nor while a command is waited for, and fboMutex never for long.
-    mutable KivMutex fboMutex;  // making, using and destroying the table, against GetFBOInst
-    KivMutex
-        textMutex;  // showing the text renderer, loading another font, destroying it, against GetTextSize
+
+    // Making, using and destroying the table, against GetFBOInst.
+    mutable KivMutex fboMutex;
+    // Showing the text renderer, loading another font and destroying it, against GetTextSize.
+    KivMutex textMutex;
 
     // What the last CMD_LOAD_FONT executed has named: the first text loads it. Draw thread.
     Font textFont{fontLibPath, fontLibSize};
