@@ -8,20 +8,20 @@ namespace recorder {
 
 namespace {
 
-// Those that the library uses. Small ones, which mean different things to different functions, are not among
-// them.
+// Those that the library uses as enumerations.
 // clang-format off
 #define NAMED(constant) {constant, #constant}
 const std::map<long long, const char*> CONSTANTS = {
     NAMED(GL_ALPHA), NAMED(GL_ARRAY_BUFFER), NAMED(GL_BLEND), NAMED(GL_CLAMP_TO_EDGE),
-    NAMED(GL_COLOR_ATTACHMENT0), NAMED(GL_COMPILE_STATUS), NAMED(GL_DYNAMIC_DRAW), NAMED(GL_FLOAT),
-    NAMED(GL_FRAGMENT_SHADER), NAMED(GL_FRAMEBUFFER), NAMED(GL_INFO_LOG_LENGTH), NAMED(GL_LINEAR),
-    NAMED(GL_LINK_STATUS), NAMED(GL_MAX_TEXTURE_SIZE), NAMED(GL_ONE_MINUS_SRC_ALPHA), NAMED(GL_RENDERER),
-    NAMED(GL_RGBA), NAMED(GL_SRC_ALPHA), NAMED(GL_SRC_ALPHA_SATURATE), NAMED(GL_TEXTURE0),
-    NAMED(GL_TEXTURE1), NAMED(GL_TEXTURE2), NAMED(GL_TEXTURE_2D), NAMED(GL_TEXTURE_MAG_FILTER),
-    NAMED(GL_TEXTURE_MIN_FILTER), NAMED(GL_TEXTURE_WRAP_S), NAMED(GL_TEXTURE_WRAP_T),
+    NAMED(GL_COLOR_ATTACHMENT0), NAMED(GL_COLOR_BUFFER_BIT), NAMED(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT),
+    NAMED(GL_COMPILE_STATUS), NAMED(GL_DYNAMIC_DRAW), NAMED(GL_FLOAT), NAMED(GL_FRAGMENT_SHADER),
+    NAMED(GL_FRAMEBUFFER), NAMED(GL_INFO_LOG_LENGTH), NAMED(GL_LINEAR), NAMED(GL_LINK_STATUS),
+    NAMED(GL_MAX_TEXTURE_SIZE), NAMED(GL_ONE_MINUS_SRC_ALPHA), NAMED(GL_RENDERER), NAMED(GL_RGBA),
+    NAMED(GL_SRC_ALPHA), NAMED(GL_SRC_ALPHA_SATURATE), NAMED(GL_TEXTURE0), NAMED(GL_TEXTURE1),
+    NAMED(GL_TEXTURE2), NAMED(GL_TEXTURE_2D), NAMED(GL_TEXTURE_MAG_FILTER), NAMED(GL_TEXTURE_MIN_FILTER),
+    NAMED(GL_TEXTURE_WRAP_S), NAMED(GL_TEXTURE_WRAP_T), NAMED(GL_TRIANGLES), NAMED(GL_TRIANGLE_FAN),
     NAMED(GL_UNPACK_ALIGNMENT), NAMED(GL_UNSIGNED_BYTE), NAMED(GL_UNSIGNED_SHORT), NAMED(GL_VENDOR),
-    NAMED(GL_VERSION), NAMED(GL_VERTEX_SHADER), NAMED(EGL_ALPHA_SIZE), NAMED(EGL_BLUE_SIZE),
+    NAMED(GL_VERSION), NAMED(GL_VERTEX_SHADER), NAMED(GL_ZERO), NAMED(EGL_ALPHA_SIZE), NAMED(EGL_BLUE_SIZE),
     NAMED(EGL_CONTEXT_CLIENT_VERSION), NAMED(EGL_GREEN_SIZE), NAMED(EGL_HEIGHT), NAMED(EGL_RED_SIZE),
     NAMED(EGL_RENDERABLE_TYPE), NAMED(EGL_SURFACE_TYPE), NAMED(EGL_WIDTH)
 };
@@ -39,18 +39,28 @@ std::string Length(double value) {
     (void)std::snprintf(text, sizeof(text), "%.9g", std::round(value * 1000) / 1000 + 0.0);
     return text;
 }
-// Of normalised device coordinates, in pixels of the viewport from its upper left corner; as they are in one
-// without pixels.
+// Of normalised device coordinates, in pixels of the viewport from its upper left corner.
 std::string Place(float x, float y) {
-    const bool hasPixels = seen.viewport.width != 0 && seen.viewport.height != 0;
-    return hasPixels ? Length((x + 1.0) / 2 * seen.viewport.width) + " " +
-                           Length((1.0 - y) / 2 * seen.viewport.height)
-                     : Length(x) + " " + Length(y);
+    return Length((x + 1.0) / 2 * seen.viewport.width) + " " + Length((1.0 - y) / 2 * seen.viewport.height);
 }
 // Of texture coordinates, in texels of the texture bound.
 std::string Texel(float s, float t) {
     const Size size = seen.textures[seen.texture];
     return Length(double{s} * size.width) + " " + Length(double{t} * size.height);
+}
+// Whether 37 points are at every ten degrees around the first one, to what single precision leaves.
+bool IsFan(const float* v) {
+    bool isFan = true;
+    for (int i = 0; i < 37; ++i) {
+        const float* const point = v + 4 + 4 * i;
+        const auto isAt = [&](int axis, float radius, double share) {
+            return std::fabs(point[axis] - (v[axis] + radius * share)) <= 1e-6 * (1 + std::fabs(radius));
+        };
+        const double angle = i * 3.14159265358979 / 18;
+        isFan = isFan && isAt(0, v[4] - v[0], std::cos(angle)) && isAt(1, v[41] - v[1], std::sin(angle)) &&
+                point[2] == 0 && point[3] == 1;
+    }
+    return isFan;
 }
 // The corners in the order of the vertices, left or right and top or bottom; then left, top, right and bottom
 // edge, of a place and of what of the texture is there if it has any.
@@ -73,20 +83,22 @@ std::string Quad(const float* first, std::ptrdiff_t n) {
     return corners + "at " + Place(first[0], upper[1]) + " " + Place(second[0], lower[1]) +
            (isFlat ? "" : " from " + Texel(first[2], upper[3]) + " " + Texel(second[2], lower[3]));
 }
-// To the nearest 8 of 255: GLs round what they blend in different ways.
-std::string Rounded(const GLubyte* pixel) {
+// "#rrggbbaa"
+std::string Hex(const GLubyte* rgba) {
     char text[10];
-    const auto rounded = [](GLubyte component) { return std::min((component + 4) / 8 * 8, 255); };
-    (void)std::snprintf(text, sizeof(text), "#%02x%02x%02x%02x", rounded(pixel[0]), rounded(pixel[1]),
-                        rounded(pixel[2]), rounded(pixel[3]));
+    (void)std::snprintf(text, sizeof(text), "#%02x%02x%02x%02x", rgba[0], rgba[1], rgba[2], rgba[3]);
     return text;
 }
-// Where a colour begins in a row: "0 #000000ff 16 #ff0000ff".
+// Where a colour begins in a row: "0 #000000ff 16 #ff0000ff". To the nearest 8 of 255: GLs round what they
+// blend in different ways.
 std::string Row(const GLubyte* rgba, int width) {
     std::string text;
     std::string former;
     for (int x = 0; x < width; ++x) {
-        const std::string color = Rounded(rgba + 4 * x);
+        GLubyte rounded[4];
+        std::transform(rgba + 4 * x, rgba + 4 * x + 4, rounded,
+                       [](GLubyte component) { return std::min((component + 4) / 8 * 8, 255); });
+        const std::string color = Hex(rounded);
         text += color == former ? "" : (x == 0 ? "" : " ") + std::to_string(x) + " " + color;
         former = color;
     }
@@ -101,33 +113,16 @@ std::string Const(long long value) {
     (void)std::snprintf(number, sizeof(number), "0x%llx", value);
     return name == CONSTANTS.end() ? number : name->second;
 }
-std::string Mode(GLenum mode) {
-    return mode == GL_TRIANGLES ? "GL_TRIANGLES" : mode == GL_TRIANGLE_FAN ? "GL_TRIANGLE_FAN" : Const(mode);
-}
-std::string Mask(GLbitfield mask) {
-    return mask == GL_COLOR_BUFFER_BIT                           ? "GL_COLOR_BUFFER_BIT"
-           : mask == (GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT) ? "GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT"
-                                                                 : Const(mask);
-}
 std::string Name(const std::string& kind, GLuint name) {
     return name == 0 ? "0" : "<" + kind + " " + std::to_string(name) + ">";
 }
 std::string Name(const std::string& kind, const void* object) {
     char address[24];
     (void)std::snprintf(address, sizeof(address), " %p>", object);
-    return object == nullptr ? "null" : "<" + kind + address;
-}
-std::string Names(const std::string& kind, GLsizei n, const GLuint* names) {
-    std::string text;
-    std::for_each(names, names + n,
-                  [&](GLuint name) { text += (text.empty() ? "" : " ") + Name(kind, name); });
-    return text;
-}
-std::string Surface(EGLSurface surface) {
-    return surface == nullptr ? "EGL_NO_SURFACE" : Name("surface", surface);
-}
-std::string Context(EGLContext context) {
-    return context == nullptr ? "EGL_NO_CONTEXT" : Name("context", context);
+    return object != nullptr   ? "<" + kind + address
+           : kind == "context" ? "EGL_NO_CONTEXT"
+           : kind == "surface" ? "EGL_NO_SURFACE"
+                               : "null";
 }
 
 std::string Attribute(GLuint index) { return Variable("attribute", static_cast<GLint>(index)); }
@@ -135,17 +130,12 @@ std::string Uniform(GLint location) { return Variable("uniform", location); }
 
 // As #rrggbbaa where it is one of eight bits a component.
 std::string Color(const float* rgba) {
-    std::string text = "#";
-    for (const float* component = rgba; component != rgba + 4; ++component) {
-        char byte[8];
-        const float scaled = *component * 255;
-        (void)std::snprintf(byte, sizeof(byte), "%02x", static_cast<int>(std::round(scaled)) & 255);
-        text += byte;
-        if (std::fabs(scaled - std::round(scaled)) > 1e-4F || scaled < 0 || scaled > 255) {
-            return List(rgba, 4);
-        }
-    }
-    return text;
+    GLubyte bytes[4];
+    std::transform(rgba, rgba + 4, bytes, [](float component) { return std::lround(component * 255); });
+    const bool isExact = std::equal(rgba, rgba + 4, bytes, [](float component, GLubyte byte) {
+        return std::fabs(component * 255 - byte) < 1e-4F;
+    });
+    return isExact ? Hex(bytes) : List(rgba, 4);
 }
 
 std::string Matrix(const FT_Matrix* m) {
@@ -157,27 +147,20 @@ std::string Matrix(const FT_Matrix* m) {
 // An outline's coverage is FreeType's, and differs from version to version: it is to be what FreeType
 // rendered last. A bitmap font's pixels are shown row by row.
 std::string Pixels(const void* data, int width, int height) {
-    const auto* const bytes = static_cast<const GLubyte*>(data);
-    bool isRendered = seen.glyph != nullptr && seen.glyph->format == FT_GLYPH_FORMAT_BITMAP &&
-                      seen.glyph->bitmap.pixel_mode == FT_PIXEL_MODE_GRAY &&
-                      seen.glyph->bitmap.width == static_cast<unsigned int>(width) &&
-                      seen.glyph->bitmap.rows == static_cast<unsigned int>(height) &&
-                      seen.glyph->outline.n_points > 0;
-    for (int y = 0; isRendered && y < height; ++y) {
-        isRendered = std::equal(bytes + y * width, bytes + (y + 1) * width,
-                                seen.glyph->bitmap.buffer + y * seen.glyph->bitmap.pitch);
+    if (data == nullptr) {
+        return "null";
     }
-    if (isRendered || data == nullptr) {
-        return isRendered ? "coverage" : "null";
+    const FT_Bitmap rendered = seen.glyph != nullptr ? seen.glyph->bitmap : FT_Bitmap{};
+    if (data == rendered.buffer && seen.glyph->outline.n_points > 0 &&
+        rendered.pixel_mode == FT_PIXEL_MODE_GRAY && rendered.pitch == width &&
+        rendered.rows == static_cast<unsigned int>(height)) {
+        return "coverage";
     }
     std::string text;
-    for (int y = 0; y < height; ++y) {
-        text += y == 0 ? "" : " ";
-        for (int x = 0; x < width; ++x) {
-            char pixel[4];
-            (void)std::snprintf(pixel, sizeof(pixel), "%02x", bytes[y * width + x]);
-            text += pixel;
-        }
+    for (int i = 0; i < width * height; ++i) {
+        char pixel[4];
+        (void)std::snprintf(pixel, sizeof(pixel), "%02x", static_cast<const GLubyte*>(data)[i]);
+        text += (i != 0 && i % width == 0 ? " " : "") + std::string(pixel);
     }
     return text;
 }
@@ -209,12 +192,12 @@ std::string Attributes(const EGLint* list) {
 std::string Vertices(const void* data, GLsizeiptr size) {
     const auto* const v = static_cast<const float*>(data);
     const GLsizeiptr n = size / 4;
-    if (n == 152) {  // OSDRoundTest looks at each of its points
+    const GLsizeiptr step = n % 24 == 0 ? 24 : 16;
+    if (n == 152 && IsFan(v)) {
         return "\nfan around " + Place(v[0], v[1]) + " by " +
                Length((v[4] - v[0]) / 2.0 * seen.viewport.width) + " " +
                Length((v[41] - v[1]) / 2.0 * seen.viewport.height);
     }
-    const GLsizeiptr step = n % 24 == 0 ? 24 : 16;
     if (v == nullptr || n % step != 0) {
         return "\n" + List(v, n);
     }

@@ -61,13 +61,8 @@ std::string List(const Item* items, std::ptrdiff_t n) {
 }
 
 std::string Const(long long value);
-std::string Mode(GLenum mode);
-std::string Mask(GLbitfield mask);
 std::string Name(const std::string& kind, GLuint name);
 std::string Name(const std::string& kind, const void* object);
-std::string Names(const std::string& kind, GLsizei n, const GLuint* names);
-std::string Surface(EGLSurface surface);
-std::string Context(EGLContext context);
 std::string Attribute(GLuint index);
 std::string Uniform(GLint location);
 std::string Color(const float* rgba);

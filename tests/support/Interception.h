@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <initializer_list>
 #include <string>
 
 #include <dlfcn.h>
@@ -58,12 +59,9 @@ bool EnterRecorded(Function& function, const Describe& describe) {
     return Enter(function);
 }
 
-// An object of GL, by its name and context, or of EGL and FreeType, by its address and without context.
-void SetLive(const std::string& kind, const void* context, std::uintptr_t id, bool isLive);
-void SetGone(const void* context);  // with what belongs to it
-
-// What GL says in its own words comes as "(GL's words)" in the log.
-void Remember(const char* words);
+// An object of GL, by its name, or of EGL and FreeType, by its address.
+void SetLive(const std::string& kind, std::uintptr_t id, bool isLive);
+void ForgetAll(std::initializer_list<const char*> kinds);
 
 }  // namespace recorder
 

@@ -1,15 +1,12 @@
 #include "support/Recorder.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cstdarg>
 #include <iterator>
 #include <mutex>
 #include <set>
-#include <tuple>
 
 #include <android/log.h>
-#include <pthread.h>
 
 #include "support/Interception.h"
 
@@ -17,21 +14,17 @@ namespace recorder {
 
 namespace {
 
-// Kind, the context that a GL name belongs to, name or address.
-using Object = std::tuple<std::string, const void*, std::uintptr_t>;
-
 struct State {
     std::mutex mutex;
     std::map<std::string, Function> functions;
     std::vector<std::string> calls;
     std::vector<std::string> log;
-    std::set<Object> objects;
+    std::map<std::string, std::set<std::uintptr_t>> objects;  // by kind
 };
 
 std::atomic<bool> recording{false};
 std::atomic<bool> pictures{false};
 thread_local std::size_t callAtWork = 0;  // counted from 1; 0: it is not recorded
-thread_local std::string wordsOfGL;       // asked for last
 
 // Never destroyed: a draw thread may outlive main.
 State& TheState() {
@@ -75,9 +68,7 @@ std::map<std::string, int> Counts() {
     return Locked([](State& state) {
         std::map<std::string, int> counts;
         for (const auto& [name, function] : state.functions) {
-            if (function.count != 0) {
-                counts[name] = function.count;
-            }
+            counts[name] = function.count;
         }
         return counts;
     });
@@ -96,10 +87,11 @@ bool Enter(const std::string& function) { return Enter(Find(function)); }
 
 std::size_t LiveNum(const std::string& kind) {
     return Locked([&](State& state) {
-        const auto isOfKind = [&](const Object& object) {
-            return kind.empty() || std::get<0>(object) == kind;
-        };
-        return static_cast<std::size_t>(std::count_if(state.objects.begin(), state.objects.end(), isOfKind));
+        std::size_t num = 0;
+        for (const auto& [each, objects] : state.objects) {
+            num += kind.empty() || kind == each ? objects.size() : 0;
+        }
+        return num;
     });
 }
 
@@ -155,36 +147,22 @@ void AddLine(const std::string& text) {
     Locked([&](State& state) { state.calls.push_back(text); });
 }
 
-void SetLive(const std::string& kind, const void* context, std::uintptr_t id, bool isLive) {
+void SetLive(const std::string& kind, std::uintptr_t id, bool isLive) {
     Locked([&](State& state) {
-        isLive ? void(state.objects.insert({kind, context, id}))
-               : void(state.objects.erase({kind, context, id}));
+        std::set<std::uintptr_t>& objects = state.objects[kind];
+        isLive ? void(objects.insert(id)) : void(objects.erase(id));
     });
 }
 
-void SetGone(const void* context) {
-    SetLive("context", nullptr, reinterpret_cast<std::uintptr_t>(context), false);
-    Locked([context](State& state) {
-        for (auto object = state.objects.begin(); object != state.objects.end();) {
-            const bool goes = std::get<const void*>(*object) == context;
-            object = goes ? state.objects.erase(object) : std::next(object);
+void ForgetAll(std::initializer_list<const char*> kinds) {
+    Locked([&](State& state) {
+        for (const char* kind : kinds) {
+            state.objects.erase(kind);
         }
     });
 }
 
-void Remember(const char* words) { wordsOfGL = words == nullptr ? "" : words; }
-
 }  // namespace recorder
-
-// --- Functions that stand in where nothing is told of the call itself ---
-
-// Tests start threads too.
-extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*body)(void*),
-                              void* argument) noexcept {
-    static recorder::Function& function = recorder::Find("pthread_create");
-    static const auto next = recorder::Next<decltype(pthread_create)>("pthread_create");
-    return recorder::Enter(function) ? EAGAIN : next(thread, attributes, body, argument);
-}
 
 // Kept, and written as the platform does for whoever reads the output of a test that failed.
 int __android_log_print(int priority, const char* tag, const char* format, ...) {
@@ -194,12 +172,7 @@ int __android_log_print(int priority, const char* tag, const char* format, ...) 
     (void)std::vsnprintf(text, sizeof(text), format, arguments);
     va_end(arguments);
     const char letter = "??VDIWEF"[priority & 7];
-    std::string line = letter + (std::string(" ") + tag) + ": " + text;
-    const std::string& words = recorder::wordsOfGL;
-    const std::size_t said = words.empty() ? std::string::npos : line.find(words);
-    if (said != std::string::npos) {
-        line.replace(said, words.size(), "(GL's words)");  // another GL says something else
-    }
+    const std::string line = letter + (std::string(" ") + tag) + ": " + text;
     recorder::Locked([&](recorder::State& state) {
         state.log.push_back(line);
         if (recorder::recording) {

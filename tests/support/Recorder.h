@@ -33,8 +33,8 @@ int Failed(const std::string& function);  // calls that failed so since Reset
 // For a function that the test program itself stands in for: counts a call, tells whether it has to fail.
 bool Enter(const std::string& function);
 
-// --- Objects alive: of "texture", "buffer", "framebuffer", "shader" and "program" in every context,
-// "context", "surface", "face", "library", or of any kind ---
+// --- Objects alive: of "texture", "buffer", "framebuffer", "shader" and "program", of which one context has
+// all, "context", "surface", "face", "library", or of any kind ---
 std::size_t LiveNum(const std::string& kind = "");
 
 // --- Log lines, "E FBOManager: Create texture fail\n", that begin as said ---

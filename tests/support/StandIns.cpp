@@ -1,7 +1,8 @@
-// The functions of GL, EGL and FreeType that the library calls. Each one here stands between the library and
-// the real one: tells the recorder of the call, fails if it has to, and calls the real one otherwise.
+// The functions of GL, EGL, FreeType and the system that the library calls. Each one here stands between the
+// library and the real one: tells the recorder of the call, fails if it has to, and calls the real one
+// otherwise.
 
-#include <algorithm>
+#include <cerrno>
 #include <utility>
 #include <vector>
 
@@ -11,6 +12,7 @@
 #include FT_FREETYPE_H
 #include FT_BITMAP_H
 #include FT_OUTLINE_H
+#include <pthread.h>
 
 #include "support/CallText.h"
 #include "support/Interception.h"
@@ -26,33 +28,31 @@ std::string Buffer(GLuint name) { return Name("buffer", name); }
 std::string Framebuffer(GLuint name) { return Name("framebuffer", name); }
 std::string Face(FT_Face face) { return Name("face", face); }
 std::string Library(FT_Library library) { return Name("library", library); }
+std::string Context(EGLContext context) { return Name("context", context); }
+std::string Surface(EGLSurface surface) { return Name("surface", surface); }
 
 thread_local EGLint injectedError = EGL_SUCCESS;
 
 // --- Objects alive ---
 
-// GL names; without a context none is made or deleted.
-void SetNames(const char* kind, GLsizei n, const GLuint* names, bool areLive) {
-    if (EGLContext const context = eglGetCurrentContext()) {
-        std::for_each(names, names + n, [&](GLuint name) { SetLive(kind, context, name, areLive); });
-    }
-}
-void BornNames(const char* kind, GLsizei n, const GLuint* names) {
-    SetNames(kind, n, names, true);
-    AddResult(Names(kind, n, names));
-}
-GLuint BornName(const char* kind, GLuint name) { return BornNames(kind, 1, &name), name; }
+std::uintptr_t Id(GLuint name) { return name; }
+std::uintptr_t Id(const void* handle) { return reinterpret_cast<std::uintptr_t>(handle); }
 
-template <typename Handle>
-Handle Born(const char* kind, Handle handle) {
-    if (handle != nullptr) {
-        SetLive(kind, nullptr, reinterpret_cast<std::uintptr_t>(handle), true);
-        AddResult(Name(kind, handle));
+template <typename Object>
+Object Born(const char* kind, Object object) {
+    if (Id(object) != 0) {
+        SetLive(kind, Id(object), true);
+        AddResult(Name(kind, object));
     }
-    return handle;
+    return object;
 }
-void Gone(const char* kind, void* handle) {
-    SetLive(kind, nullptr, reinterpret_cast<std::uintptr_t>(handle), false);
+template <typename Object>
+void Gone(const char* kind, Object object) {
+    SetLive(kind, Id(object), false);
+}
+void ContextGone(EGLContext context) {
+    Gone("context", context);
+    ForgetAll({"texture", "buffer", "framebuffer", "program", "shader"});
 }
 template <typename Handle>
 FT_Error BornOrNull(const char* kind, FT_Error error, Handle* handle) {
@@ -71,30 +71,23 @@ EGLint LastError(EGLint real) {
     const EGLint injected = std::exchange(injectedError, EGL_SUCCESS);
     return injected != EGL_SUCCESS ? injected : real;
 }
-const GLubyte* Remembered(const GLubyte* words) {
-    Remember(reinterpret_cast<const char*>(words));
-    return words;
+// What GL says in its own words, each GL in others.
+constexpr char WORDS[] = "(GL's words)";
+void SetWords(GLsizei size, GLchar* text) {
+    (void)std::snprintf(text, static_cast<std::size_t>(size), "%s", WORDS);
 }
+
 GLint Located(const char* kind, GLuint program, const char* name, GLint location) {
     return seen.variables[{kind, program, location}] = name, location;
 }
 
 // --- What is drawn ---
 
-// How many vertices the indices reach.
-GLsizei VertexNum(const GLushort* indices, GLsizei n) {
-    return n == 0 ? 0 : 1 + *std::max_element(indices, indices + n);
-}
-// Whether the bound buffer holds so many, each of four floats. A call that failed may have left it without; a
-// driver may crash when it draws from such a one, which is no fault of the library.
-bool HoldsVertices(GLsizei n) {
+// A driver may crash when it draws without a buffer, which no fault of the library's has taken away.
+bool HasVertices() {
     GLint buffer = 0;
-    GLint size = 0;
     glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &buffer);
-    if (buffer != 0) {
-        glGetBufferParameteriv(GL_ARRAY_BUFFER, GL_BUFFER_SIZE, &size);
-    }
-    return size >= n * static_cast<GLint>(4 * sizeof(GLfloat));
+    return buffer != 0;
 }
 
 // --- What a window is about to show ---
@@ -134,10 +127,11 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 // ENTRY(result, name, parameters, arguments as shown, what is done, result of a failure)
 #define ENTRY(Result, name, parameters, shown, done, failed)                                                        \
     STAND_IN(Result, name, parameters, EnterRecorded(function, [&] { return CallOf{#name} shown; }), done, failed)
-// How glyphs are walked through is no promise, so not among the calls.
+// How glyphs are walked through is no promise, so not among the calls. Tests start threads too.
 #define WALK(Result, name, parameters, done, failed) \
     STAND_IN(Result, name, parameters, Enter(function), done, failed)
-// What most of the functions of each library have in common, and those that make and delete GL names.
+// What most of the functions of each library have in common, and those that make and delete GL names, which the
+// library does one by one.
 #define GL(name, parameters, arguments, shown) ENTRY(void, name, parameters, shown, next arguments, void())
 #define EGL(name, parameters, arguments, shown) \
     ENTRY(EGLBoolean, name, parameters, shown, next arguments, BadAlloc<EGLBoolean>(EGL_FALSE))
@@ -145,9 +139,9 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
     ENTRY(FT_Error, name, parameters, shown, next arguments, FT_Err_Out_Of_Memory)
 #define GL_NAMES(kind, Gen, Delete)                                                                  \
     ENTRY(void, Gen, (GLsizei n, GLuint* names), (n),                                                \
-          (next(n, names), BornNames(kind, n, names)), void(std::fill_n(names, n, 0U)))              \
-    ENTRY(void, Delete, (GLsizei n, const GLuint* names), (n, Names(kind, n, names)),                 \
-          (SetNames(kind, n, names, false), next(n, names)), void())
+          (next(n, names), void(Born(kind, *names))), void(*names = 0))                              \
+    ENTRY(void, Delete, (GLsizei n, const GLuint* names), (n, Name(kind, *names)),                   \
+          (Gone(kind, *names), next(n, names)), void())
 
 extern "C" {
 
@@ -157,26 +151,25 @@ GL(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), (Const(target
 GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Framebuffer(fbo)))
 ENTRY(void, glBindTexture, (GLenum target, GLuint texture), (Const(target), Texture(texture)),
       (seen.texture = texture, next(target, texture)), void())
-GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination),
-   (Const(source), destination == GL_ZERO ? "GL_ZERO" : Const(destination)))
-GL(glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage), (target, size, data, usage),
-   (Const(target), size, Const(usage)) + Vertices(data, size))
+GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination), (Const(source), Const(destination)))
+ENTRY(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
+      (Const(target), size, Const(usage)) + Vertices(data, size), next(target, size, data, usage),
+      next(target, size, nullptr, usage))  // a driver may crash when it draws more than the buffer has
 ENTRY(GLenum, glCheckFramebufferStatus, (GLenum target), (Const(target)), next(target), function.result)
-GL(glClear, (GLbitfield mask), (mask), (Mask(mask)))
+GL(glClear, (GLbitfield mask), (mask), (Const(mask)))
 GL(glClearColor, (GLfloat r, GLfloat g, GLfloat b, GLfloat a), (r, g, b, a), (r, g, b, a))
 GL(glCompileShader, (GLuint shader), (shader), (Shader(shader)))
-ENTRY(GLuint, glCreateProgram, (), (), BornName("program", next()), 0)
-ENTRY(GLuint, glCreateShader, (GLenum type), (Const(type)), BornName("shader", next(type)), 0)
-ENTRY(void, glDeleteProgram, (GLuint name), (Program(name)), (SetNames("program", 1, &name, false), next(name)), void())
-ENTRY(void, glDeleteShader, (GLuint name), (Shader(name)), (SetNames("shader", 1, &name, false), next(name)), void())
+ENTRY(GLuint, glCreateProgram, (), (), Born("program", next()), 0)
+ENTRY(GLuint, glCreateShader, (GLenum type), (Const(type)), Born("shader", next(type)), 0)
+ENTRY(void, glDeleteProgram, (GLuint name), (Program(name)), (Gone("program", name), next(name)), void())
+ENTRY(void, glDeleteShader, (GLuint name), (Shader(name)), (Gone("shader", name), next(name)), void())
 GL(glDisable, (GLenum what), (what), (Const(what)))
 GL(glDisableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
-ENTRY(void, glDrawArrays, (GLenum mode, GLint first, GLsizei n), (Mode(mode), first, n),
-      HoldsVertices(first + n) ? next(mode, first, n) : void(), void())
+ENTRY(void, glDrawArrays, (GLenum mode, GLint first, GLsizei n), (Const(mode), first, n),
+      HasVertices() ? next(mode, first, n) : void(), void())
 ENTRY(void, glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* indices),
-      (Mode(mode), n, Const(type), List(static_cast<const GLushort*>(indices), n)),
-      HoldsVertices(VertexNum(static_cast<const GLushort*>(indices), n)) ? next(mode, n, type, indices) : void(),
-      void())
+      (Const(mode), n, Const(type), List(static_cast<const GLushort*>(indices), n)),
+      HasVertices() ? next(mode, n, type, indices) : void(), void())
 GL(glEnable, (GLenum what), (what), (Const(what)))
 GL(glEnableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
 GL(glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint texture, GLint level),
@@ -189,12 +182,13 @@ ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (Program(id),
 ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (Const(what)), next(what, value),
       void(*value = static_cast<GLint>(function.result)))
 ENTRY(void, glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Program(id)),
-      (next(id, size, length, log), Remember(log)), void())
+      (next(id, size, length, log), SetWords(size, log)), void())
 GL(glGetProgramiv, (GLuint program, GLenum what, GLint* value), (program, what, value), (Program(program), Const(what)))
 ENTRY(void, glGetShaderInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Shader(id)),
-      (next(id, size, length, log), Remember(log)), void())
+      (next(id, size, length, log), SetWords(size, log)), void())
 GL(glGetShaderiv, (GLuint shader, GLenum what, GLint* value), (shader, what, value), (Shader(shader), Const(what)))
-ENTRY(const GLubyte*, glGetString, (GLenum what), (Const(what)), Remembered(next(what)), nullptr)
+ENTRY(const GLubyte*, glGetString, (GLenum what), (Const(what)),
+      (next(what), reinterpret_cast<const GLubyte*>(WORDS)), nullptr)
 ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (Program(id), name),
       Located("uniform", id, name, next(id, name)), -1)
 ENTRY(GLboolean, glIsProgram, (GLuint name), ("object"), next(name), GL_FALSE)
@@ -235,7 +229,7 @@ ENTRY(EGLSurface, eglCreateWindowSurface,
       ("display", "config", "window") + Attributes(list), Born("surface", next(display, config, window, list)),
       BadAlloc(EGL_NO_SURFACE))
 ENTRY(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), ("display", Context(context)),
-      (SetGone(context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
+      (ContextGone(context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
 ENTRY(EGLBoolean, eglDestroySurface, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
       (Gone("surface", surface), next(display, surface)), BadAlloc<EGLBoolean>(EGL_FALSE))
 ENTRY(EGLDisplay, eglGetDisplay, (EGLNativeDisplayType id),
@@ -255,7 +249,6 @@ EGL(eglTerminate, (EGLDisplay display), (display), ("display"))
 WALK(FT_Error, FT_Bitmap_Convert, (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
      next(library, source, target, alignment), FT_Err_Out_Of_Memory)
 WALK(FT_Error, FT_Bitmap_Done, (FT_Library library, FT_Bitmap* bitmap), next(library, bitmap), FT_Err_Out_Of_Memory)
-WALK(void, FT_Bitmap_Init, (FT_Bitmap* bitmap), next(bitmap), void())
 ENTRY(FT_Error, FT_Done_Face, (FT_Face face), (Face(face)),
       (seen.glyph = nullptr, Gone("face", face), next(face)), FT_Err_Out_Of_Memory)
 ENTRY(FT_Error, FT_Done_FreeType, (FT_Library library), (Library(library)),
@@ -277,6 +270,10 @@ FT(FT_Set_Pixel_Sizes, (FT_Face face, FT_UInt width, FT_UInt height), (face, wid
    (Face(face), width, height))
 GL(FT_Set_Transform, (FT_Face face, FT_Matrix* matrix, FT_Vector* delta), (face, matrix, delta),
    (Face(face), Matrix(matrix), delta))
+
+WALK(int, pthread_create,
+     (pthread_t* thread, const pthread_attr_t* attributes, void* (*body)(void*), void* argument) noexcept,
+     next(thread, attributes, body, argument), EAGAIN)
 
 }  // extern "C"
 // clang-format on
