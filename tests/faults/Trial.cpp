@@ -209,7 +209,7 @@ class Trial {
         for (const Step& step : ReadScenario("picture").steps) {
             const std::string verb = step.Verb();
             if (inNewContext || (verb != "create" && verb != "connect" && verb != "destroy")) {
-                const Step now = Take(verb == "connect" ? "connect 4" : step.command);
+                const Step now = Take(verb == "connect" ? "connect 2" : step.command);
                 Check(
                     now.answer == step.answer && (verb != "refresh" || Lines(now, "y ") == Lines(step, "y ")),
                     when + ", the picture is not drawn");

@@ -151,9 +151,16 @@ std::vector<std::string> ScenarioNames() {
 }
 
 Scenario ReadScenario(const std::string& name) {
+    constexpr std::string_view BEGINNING = "> as in ";
     Scenario scenario;
     for (const Node& node : ReadNodes(name + ".txt")) {
-        scenario.steps.push_back(ReadStep(node));
+        const std::string& text = node.line.text;
+        if (text.compare(0, BEGINNING.size(), BEGINNING) == 0) {
+            const Scenario other = ReadScenario(text.substr(BEGINNING.size()));
+            scenario.steps.insert(scenario.steps.end(), other.steps.begin(), other.steps.end());
+        } else {
+            scenario.steps.push_back(ReadStep(node));
+        }
     }
     if (scenario.steps.empty()) {
         throw std::runtime_error("no scenario of that name: " + name);

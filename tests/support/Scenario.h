@@ -14,7 +14,8 @@
 // contract's lines with these values in place of {parameters}, and the lines below it for the contract's
 // `...`. Everything else is a call or a log line itself; what is listed in a call (attributes, vertices, rows
 // of a shader's source) stands in lines of its own below it. An object is called what it is called in the
-// line that makes it: `glGenTextures(1) = atlas`. ScenarioClient.cpp lists the operations.
+// line that makes it: `glGenTextures(1) = atlas`. ScenarioClient.cpp lists the operations; `> as in begin`
+// stands for those of another scenario.
 //
 // What is queued is waited for by Init(0), which may add the line that there is no context.
 

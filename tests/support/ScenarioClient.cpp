@@ -18,8 +18,7 @@ namespace {
 constexpr unsigned int WIDTH = 64;  // of the first window, and of layers unless they say otherwise
 constexpr unsigned int HEIGHT = 48;
 // Of each window; the last one, which no scenario uses, is as large as the first.
-constexpr std::pair<unsigned int, unsigned int> WINDOW_SIZES[] = {
-    {WIDTH, HEIGHT}, {80, 40}, {72, 56}, {56, 32}, {WIDTH, HEIGHT}};
+constexpr std::pair<unsigned int, unsigned int> WINDOW_SIZES[] = {{WIDTH, HEIGHT}, {80, 40}, {WIDTH, HEIGHT}};
 constexpr int BROKE_ITS_WORD = -1;  // in another way than by its code
 constexpr int NO_CONTEXT = 102;
 
@@ -133,9 +132,10 @@ Verb Queued(int (KivGLDrawSurface::*operation)(Arguments...), Readers... readers
     return {true, Plain(operation, readers...).run};
 }
 
-// Layers go with their context, its draw thread after it.
+// Layers go with their context, its draw thread after it. The window is connected no longer.
 void EndContext(ScenarioClient& client) {
     client.layers.clear();
+    client.window = nullptr;
     AwaitThreadNum(client.threads);
 }
 int Destroy(ScenarioClient& client, std::istream&) {
