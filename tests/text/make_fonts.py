@@ -51,10 +51,9 @@ FONTS = {
     "space_breaks_row.ttf": {" ": EMPTY, "A": (0, 0, 501, 10, 501), "B": (0, 0, 520, 30, 520), "C": (0, 0, 500, 30, 500)},
     "digits.ttf": {"0": (1, 0, 18, 20, 20), "1": (1, 0, 6, 20, 8)},
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
-    # The second one is no unit of text, and too high for a texture of 64 rows that holds the first.
-    "beyond_units.ttf": {"A": (0, 0, 10, 20, 14), "\U0001F600": (0, 0, 60, 50, 60)},
-    # A texture of 64 pixels is full with A. C is too wide for it.
-    "full.ttf": {"A": (0, 0, 40, 40, 40), "B": (0, 0, 40, 40, 40), "C": (0, 0, 70, 10, 70), "D": (0, 0, 10, 10, 10)},
+    # A texture of 64 pixels is full with A. C is too wide for it, and the last is no unit of text.
+    "full.ttf": {"A": (0, 0, 40, 40, 40), "B": (0, 0, 40, 40, 40), "C": (0, 0, 70, 10, 70), "D": (0, 0, 10, 10, 10),
+                 "\U0001F600": (0, 0, 10, 10, 10)},
     "advance.ttf": {"A": (0, 0, 1, 1, 32767)},
     "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
     "no_characters.ttf": {},
@@ -75,7 +74,7 @@ BITMAPS = {
 
 
 # Character: width and height of its picture at 40 pixels, and whether that can be decoded.
-PICTURES = {"A": (20, 10, True), "B": (10000, 10000, True), "D": (20, 10, False)}
+PICTURES = {"A": (4, 2, True), "B": (10000, 10000, False), "D": (4, 2, False)}
 
 
 def bitmap_font(depth):
@@ -119,9 +118,6 @@ def build(name, glyphs):
         font.font["fpgm"].program.fromAssembly(["PUSHB[ ] 0", "POP[ ]"] * 4)
     font.setupHorizontalMetrics({glyph: (box[4], box[0]) for glyph, box in boxes.items()})
     font.setupHorizontalHeader(ascent=30, descent=-10)
-    font.setupNameTable({"familyName": "Test", "styleName": name})
-    font.setupOS2()
-    font.setupPost()
     return font.font
 
 
