@@ -11,82 +11,47 @@
 namespace kivgles {
 namespace {
 
-#define EXPECT_RECORD(Record, size) \
-    static_assert(sizeof(Record) == (size) && std::is_standard_layout_v<Record> && std::is_trivial_v<Record>)
-#define EXPECT_FIELD(Record, field, Type, offset) \
-    static_assert(offsetof(Record, field) == (offset) && std::is_same_v<decltype(Record::field), Type>)
-// A record of four fields of one type.
-#define EXPECT_FOUR(Record, Type, first, second, third, fourth) \
-    EXPECT_RECORD(Record, 4 * sizeof(Type));                    \
-    EXPECT_FIELD(Record, first, Type, 0);                       \
-    EXPECT_FIELD(Record, second, Type, sizeof(Type));           \
-    EXPECT_FIELD(Record, third, Type, 2 * sizeof(Type));        \
-    EXPECT_FIELD(Record, fourth, Type, 3 * sizeof(Type))
+using U8 = std::uint8_t;
+using U32 = std::uint32_t;
 
-EXPECT_FOUR(TagKivRectInfo, std::uint32_t, x, y, width, height);
-EXPECT_FOUR(TagKivRoundInfo, std::uint32_t, centerX, centerY, radiusX, radiusY);
-EXPECT_FOUR(TagKivColorRGBA, std::uint8_t, r, g, b, a);
-EXPECT_FOUR(TagGLRectInfo, float, x, y, width, height);
-EXPECT_FOUR(TagGLRoundInfo, float, centerX, centerY, radiusX, radiusY);
-EXPECT_FOUR(TagColorRGBA, float, r, g, b, a);
+// A record's name, its size, and its fields.
+#define EXPECT_RECORD(Name, size, ...)                                                                       \
+    static_assert([] {                                                                                       \
+        using Record = Name;                                                                                 \
+        return std::is_standard_layout_v<Record> && std::is_trivial_v<Record> && sizeof(Record) == (size) && \
+               std::conjunction_v<__VA_ARGS__>;                                                              \
+    }())
+// A field: where it begins, its type and its name.
+#define AT(offset, Type, field) \
+    std::bool_constant<offsetof(Record, field) == (offset) && std::is_same_v<decltype(Record::field), Type>>
 
-EXPECT_RECORD(TagKivTextInfo, 32);
-EXPECT_FIELD(TagKivTextInfo, text, const char16_t*, 0);
-EXPECT_FIELD(TagKivTextInfo, textLength, std::uint32_t, 8);
-EXPECT_FIELD(TagKivTextInfo, fgColor, TagKivColorRGBA, 12);
-EXPECT_FIELD(TagKivTextInfo, bgColor, TagKivColorRGBA, 16);
-EXPECT_FIELD(TagKivTextInfo, reserved, std::uint8_t, 20);
-EXPECT_FIELD(TagKivTextInfo, fontSize, std::uint32_t, 24);
-EXPECT_FIELD(TagKivTextInfo, bold, std::uint8_t, 28);
-EXPECT_FIELD(TagKivTextInfo, underline, std::uint8_t, 29);
-EXPECT_FIELD(TagKivTextInfo, italic, std::uint8_t, 30);
+EXPECT_RECORD(TagKivRectInfo, 16, AT(0, U32, x), AT(4, U32, y), AT(8, U32, width), AT(12, U32, height));
+EXPECT_RECORD(TagKivRoundInfo, 16, AT(0, U32, centerX), AT(4, U32, centerY), AT(8, U32, radiusX),
+              AT(12, U32, radiusY));
+EXPECT_RECORD(TagKivColorRGBA, 4, AT(0, U8, r), AT(1, U8, g), AT(2, U8, b), AT(3, U8, a));
+EXPECT_RECORD(TagKivTextInfo, 32, AT(0, const char16_t*, text), AT(8, U32, textLength),
+              AT(12, TagKivColorRGBA, fgColor), AT(16, TagKivColorRGBA, bgColor), AT(20, U8, reserved),
+              AT(24, U32, fontSize), AT(28, U8, bold), AT(29, U8, underline), AT(30, U8, italic));
+EXPECT_RECORD(TagKivBitmapInfo, 48, AT(0, const U8*, data), AT(8, std::int32_t, format),
+              AT(12, U32, reserved1), AT(16, U32, reserved2), AT(20, U32, width), AT(24, U32, height),
+              AT(28, TagKivRectInfo, dstRect));
+EXPECT_RECORD(TagKivBlitInfo, 40, AT(0, U32, srcFboHandle), AT(4, U32, dstFboHandle),
+              AT(8, TagKivRectInfo, srcRect), AT(24, TagKivRectInfo, dstRect));
 
-EXPECT_RECORD(TagKivBitmapInfo, 48);
-EXPECT_FIELD(TagKivBitmapInfo, data, const std::uint8_t*, 0);
-EXPECT_FIELD(TagKivBitmapInfo, format, std::int32_t, 8);
-EXPECT_FIELD(TagKivBitmapInfo, reserved1, std::uint32_t, 12);
-EXPECT_FIELD(TagKivBitmapInfo, reserved2, std::uint32_t, 16);
-EXPECT_FIELD(TagKivBitmapInfo, width, std::uint32_t, 20);
-EXPECT_FIELD(TagKivBitmapInfo, height, std::uint32_t, 24);
-EXPECT_FIELD(TagKivBitmapInfo, dstRect, TagKivRectInfo, 28);
-
-EXPECT_RECORD(TagKivBlitInfo, 40);
-EXPECT_FIELD(TagKivBlitInfo, srcFboHandle, std::uint32_t, 0);
-EXPECT_FIELD(TagKivBlitInfo, dstFboHandle, std::uint32_t, 4);
-EXPECT_FIELD(TagKivBlitInfo, srcRect, TagKivRectInfo, 8);
-EXPECT_FIELD(TagKivBlitInfo, dstRect, TagKivRectInfo, 24);
-
-EXPECT_RECORD(TagGLTextInfo, 56);
-EXPECT_FIELD(TagGLTextInfo, text, const char16_t*, 0);
-EXPECT_FIELD(TagGLTextInfo, textLength, std::uint32_t, 8);
-EXPECT_FIELD(TagGLTextInfo, fgColor, TagColorRGBA, 12);
-EXPECT_FIELD(TagGLTextInfo, bgColor, TagColorRGBA, 28);
-EXPECT_FIELD(TagGLTextInfo, reserved, std::uint8_t, 44);
-EXPECT_FIELD(TagGLTextInfo, fontSize, std::uint32_t, 48);
-EXPECT_FIELD(TagGLTextInfo, bold, std::uint8_t, 52);
-EXPECT_FIELD(TagGLTextInfo, underline, std::uint8_t, 53);
-EXPECT_FIELD(TagGLTextInfo, italic, std::uint8_t, 54);
-
-EXPECT_RECORD(TagGLBitmapInfo, 40);
-EXPECT_FIELD(TagGLBitmapInfo, data, const std::uint8_t*, 0);
-EXPECT_FIELD(TagGLBitmapInfo, dstRect, TagGLRectInfo, 8);
-EXPECT_FIELD(TagGLBitmapInfo, width, std::uint32_t, 24);
-EXPECT_FIELD(TagGLBitmapInfo, height, std::uint32_t, 28);
-EXPECT_FIELD(TagGLBitmapInfo, glFormat, std::uint32_t, 32);
-EXPECT_FIELD(TagGLBitmapInfo, blend, std::uint8_t, 36);
-
-EXPECT_RECORD(TagFrameBuffObject, 20);
-EXPECT_FIELD(TagFrameBuffObject, fboHandleIndex, std::uint32_t, 0);
-EXPECT_FIELD(TagFrameBuffObject, textureId, std::uint32_t, 4);
-EXPECT_FIELD(TagFrameBuffObject, fboId, std::uint32_t, 8);
-EXPECT_FIELD(TagFrameBuffObject, width, std::int32_t, 12);
-EXPECT_FIELD(TagFrameBuffObject, height, std::int32_t, 16);
-
-EXPECT_RECORD(TagGLBlitInfo, 72);
-EXPECT_FIELD(TagGLBlitInfo, srcFbo, TagFrameBuffObject, 0);
-EXPECT_FIELD(TagGLBlitInfo, dstFbo, TagFrameBuffObject, 20);
-EXPECT_FIELD(TagGLBlitInfo, srcRect, TagGLRectInfo, 40);
-EXPECT_FIELD(TagGLBlitInfo, dstRect, TagGLRectInfo, 56);
+EXPECT_RECORD(TagGLRectInfo, 16, AT(0, float, x), AT(4, float, y), AT(8, float, width),
+              AT(12, float, height));
+EXPECT_RECORD(TagGLRoundInfo, 16, AT(0, float, centerX), AT(4, float, centerY), AT(8, float, radiusX),
+              AT(12, float, radiusY));
+EXPECT_RECORD(TagColorRGBA, 16, AT(0, float, r), AT(4, float, g), AT(8, float, b), AT(12, float, a));
+EXPECT_RECORD(TagGLTextInfo, 56, AT(0, const char16_t*, text), AT(8, U32, textLength),
+              AT(12, TagColorRGBA, fgColor), AT(28, TagColorRGBA, bgColor), AT(44, U8, reserved),
+              AT(48, U32, fontSize), AT(52, U8, bold), AT(53, U8, underline), AT(54, U8, italic));
+EXPECT_RECORD(TagGLBitmapInfo, 40, AT(0, const U8*, data), AT(8, TagGLRectInfo, dstRect), AT(24, U32, width),
+              AT(28, U32, height), AT(32, U32, glFormat), AT(36, U8, blend));
+EXPECT_RECORD(TagFrameBuffObject, 20, AT(0, U32, fboHandleIndex), AT(4, U32, textureId), AT(8, U32, fboId),
+              AT(12, std::int32_t, width), AT(16, std::int32_t, height));
+EXPECT_RECORD(TagGLBlitInfo, 72, AT(0, TagFrameBuffObject, srcFbo), AT(20, TagFrameBuffObject, dstFbo),
+              AT(40, TagGLRectInfo, srcRect), AT(56, TagGLRectInfo, dstRect));
 
 // Programs hold the class by value: a shared pointer, a pointer, two sizes and a mutex, and no table of
 // functions.
@@ -94,7 +59,6 @@ static_assert(sizeof(KivGLDrawSurface) == 4 * sizeof(void*) + sizeof(std::mutex)
 static_assert(alignof(KivGLDrawSurface) == alignof(void*) && !std::is_polymorphic_v<KivGLDrawSurface>);
 
 // What functions return, and that they throw nothing, which their exported names do not tell.
-static_assert(std::is_nothrow_default_constructible_v<KivGLDrawSurface>);
 using Surface = KivGLDrawSurface;
 template <typename Result, typename... Arguments>
 Result ResultOf(Result (Surface::*)(Arguments...) noexcept);

@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -10,59 +11,48 @@ namespace {
 
 constexpr rsize_t TOO_LARGE = RSIZE_MAX + 1;
 
+// What is answered, and what is then in a buffer that held "abcdefgh"; zeros are ".".
+using Outcome = std::pair<errno_t, std::string>;
+
+Outcome Set(rsize_t destSize, rsize_t count) {
+    std::string buffer = "abcdefgh";
+    const errno_t result = memset_s(buffer.data(), destSize, 0x100 + '#', count);
+    return {result, buffer};
+}
+
+// From place to place in the buffer.
+Outcome Copy(rsize_t dest, rsize_t destSize, rsize_t src, rsize_t count) {
+    std::string buffer = "abcdefgh";
+    const errno_t result = memcpy_s(buffer.data() + dest, destSize, buffer.data() + src, count);
+    std::replace(buffer.begin(), buffer.end(), '\0', '.');
+    return {result, buffer};
+}
+
 TEST(MemsetS, SetsCountBytesOrOnViolationTheWholeDestination) {
-    struct Case {
-        rsize_t destSize, count;
-        errno_t result;
-        const char* after;  // of a buffer that held "abcdefgh"
-    };
-    const Case cases[] = {
-        {8, 3, 0, "###defgh"},
-        {8, 8, 0, "########"},
-        {8, 0, 0, "abcdefgh"},
-        {4, 5, ERANGE, "####efgh"},
-        {4, TOO_LARGE, ERANGE, "####efgh"},
-        {TOO_LARGE, 3, ERANGE, "abcdefgh"},
-    };
-    for (const Case& test : cases) {
-        std::string buffer = "abcdefgh";
-        EXPECT_EQ(memset_s(buffer.data(), test.destSize, 0x100 + '#', test.count), test.result);
-        EXPECT_EQ(buffer, test.after) << test.destSize << " bytes, " << test.count << " set";
-    }
+    EXPECT_EQ(Set(8, 3), Outcome(0, "###defgh"));
+    EXPECT_EQ(Set(8, 8), Outcome(0, "########"));
+    EXPECT_EQ(Set(8, 0), Outcome(0, "abcdefgh"));
+    EXPECT_EQ(Set(4, 5), Outcome(ERANGE, "####efgh"));
+    EXPECT_EQ(Set(4, TOO_LARGE), Outcome(ERANGE, "####efgh"));
+    EXPECT_EQ(Set(TOO_LARGE, 3), Outcome(ERANGE, "abcdefgh"));
     EXPECT_EQ(memset_s(nullptr, 8, '#', 8), EINVAL);
 }
 
 TEST(MemcpyS, CopiesOrOnViolationClearsTheWholeDestination) {
-    struct Case {
-        const char* name;
-        rsize_t dest, destSize;  // an offset into a buffer that holds "abcdefgh"
-        int src;                 // another; -1: null
-        rsize_t count;
-        errno_t result;
-        const char* after;  // zeros are "."
-    };
-    const Case cases[] = {
-        {"fits", 0, 4, 4, 3, 0, "efgdefgh"},
-        {"regions that touch", 0, 4, 4, 4, 0, "efghefgh"},
-        {"the other way round", 4, 4, 0, 4, 0, "abcdabcd"},
-        {"nothing onto itself", 0, 4, 0, 0, 0, "abcdefgh"},
-        {"overlap from behind", 0, 4, 3, 4, EINVAL, "....efgh"},
-        {"overlap from before", 4, 4, 1, 4, EINVAL, "abcd...."},
-        {"the same region", 0, 4, 0, 1, EINVAL, "....efgh"},
-        {"nothing of nothing", 0, 4, -1, 0, EINVAL, "....efgh"},
-        {"count beyond the destination", 0, 4, 0, 5, ERANGE, "....efgh"},
-        {"count beyond RSIZE_MAX", 0, 4, 0, TOO_LARGE, ERANGE, "....efgh"},
-        {"destination size beyond RSIZE_MAX", 0, TOO_LARGE, 4, 1, ERANGE, "abcdefgh"},
-    };
-    for (const Case& test : cases) {
-        std::string buffer = "abcdefgh";
-        const char* const src = test.src < 0 ? nullptr : buffer.data() + test.src;
-        EXPECT_EQ(memcpy_s(buffer.data() + test.dest, test.destSize, src, test.count), test.result)
-            << test.name;
-        std::replace(buffer.begin(), buffer.end(), '\0', '.');
-        EXPECT_EQ(buffer, test.after) << test.name;
-    }
+    EXPECT_EQ(Copy(0, 4, 4, 3), Outcome(0, "efgdefgh"));
+    EXPECT_EQ(Copy(0, 4, 4, 4), Outcome(0, "efghefgh"));  // regions that touch
+    EXPECT_EQ(Copy(4, 4, 0, 4), Outcome(0, "abcdabcd"));
+    EXPECT_EQ(Copy(0, 4, 0, 0), Outcome(0, "abcdefgh"));
+    EXPECT_EQ(Copy(0, 4, 3, 4), Outcome(EINVAL, "....efgh"));  // regions that overlap
+    EXPECT_EQ(Copy(4, 4, 1, 4), Outcome(EINVAL, "abcd...."));
+    EXPECT_EQ(Copy(0, 4, 0, 1), Outcome(EINVAL, "....efgh"));
+    EXPECT_EQ(Copy(0, 4, 0, 5), Outcome(ERANGE, "....efgh"));
+    EXPECT_EQ(Copy(0, 4, 0, TOO_LARGE), Outcome(ERANGE, "....efgh"));
+    EXPECT_EQ(Copy(0, TOO_LARGE, 4, 1), Outcome(ERANGE, "abcdefgh"));
     EXPECT_EQ(memcpy_s(nullptr, 8, "a", 1), EINVAL);
+    char buffer[] = "ab";
+    EXPECT_EQ(memcpy_s(buffer, 1, nullptr, 0), EINVAL);
+    EXPECT_EQ(buffer[0], '\0');
 }
 
 }  // namespace
