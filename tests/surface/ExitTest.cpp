@@ -1,56 +1,112 @@
+// How clients end, each a child of this process, which starts no thread itself.
+
+#include <atomic>
+#include <csignal>
 #include <cstdio>
+#include <cstdlib>
+#include <new>
 #include <string>
+#include <tuple>
+#include <utility>
 
 #include <gmock/gmock.h>
+#include <unistd.h>
 
+#include "kivgles/KivGLDrawSurface.h"
+
+static std::atomic<bool> heapIsEmpty{false};
+static thread_local int failsAt = 0;  // which allocation of this thread from now on; 0: none
+
+void* operator new(std::size_t size) {
+    const bool fails = heapIsEmpty || (failsAt != 0 && --failsAt == 0);
+    void* const memory = fails ? nullptr : std::malloc(size);
+    return memory != nullptr ? memory : throw std::bad_alloc();
+}
+// Not inlined: g++ would see memory of `new` go to `free`.
+[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
+[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
+
+namespace kivgles {
 namespace {
 
-using testing::AllOf, testing::ContainsRegex, testing::EndsWith, testing::HasSubstr;
+using testing::ContainsRegex, testing::ExitedWithCode, testing::KilledBySignal;
 
-// Runs EXIT_CLIENT, a shell's words, but not for ever, and returns what it wrote, its log included, with its
-// status at the end.
-std::string RunClient(const std::string& environment, const std::string& way) {
-    FILE* const pipe = popen((environment + " timeout 60 " EXIT_CLIENT " " + way + " 2>&1").c_str(), "r");
-    std::string output;
-    for (int c = std::fgetc(pipe); c != EOF; c = std::fgetc(pipe)) {
-        output += static_cast<char>(c);
+// Ends the child if an operation returns another code.
+void Expect(int code, int returned) {
+    if (returned != code) {
+        std::fprintf(stderr, "returned %d, not %d\n", returned, code);
+        std::exit(1);
     }
-    return output + "status " + std::to_string(pclose(pipe));
+}
+
+void LiveTwice(KivGLDrawSurface& surface, int created, int initialised) {
+    alarm(60);  // so that none lives for ever
+    for (int life = 0; life < 2; ++life) {
+        Expect(created, surface.KivCreateGLContext());
+        Expect(initialised, surface.Init(0x7F));
+        Expect(0, surface.KivDestoryGLContext());
+    }
+}
+void EndDestroyed(int created = 0, int initialised = 0) {
+    {
+        KivGLDrawSurface surface;
+        LiveTwice(surface, created, initialised);
+    }
+    std::exit(0);
+}
+void EndIdle() {
+    alarm(60);
+    static KivGLDrawSurface& surface = *new KivGLDrawSurface;
+    Expect(0, surface.KivCreateGLContext());
+    Expect(0, surface.Init(0x7F));
+    std::exit(0);
+}
+void EndStarved() {
+    KivGLDrawSurface surface;
+    Expect(0, surface.KivCreateGLContext());
+    Expect(0, surface.KivRefreshOnSrceen());  // its memory is there for the next command
+    Expect(0, surface.Init(0));
+    heapIsEmpty = true;
+    (void)surface.Init(0x7F);
+}
+void EndAfterFailedCreations() {
+    KivGLDrawSurface surface;
+    int failures = -1;
+    for (bool failed = true; failed; ++failures) {
+        failsAt = failures + 2;
+        const int created = surface.KivCreateGLContext();
+        failed = std::exchange(failsAt, 0) == 0;
+        Expect(failed ? 100 : 0, created);
+        Expect(failed ? 102 : 0, surface.KivDestoryGLContext());
+    }
+    LiveTwice(surface, 0, 0);
+    std::exit(failures > 0 ? 0 : 1);
 }
 
 TEST(Exit, IsCleanRightAfterDestructionAndWithAnIdleDrawThread) {
     for (int i = 0; i < 25; ++i) {
-        ASSERT_THAT(RunClient("", "destroyed"), AllOf(HasSubstr("0 0 0\n0 0 0\n"), EndsWith("status 0")));
-        ASSERT_THAT(RunClient("", "idle"), EndsWith("status 0"));
+        EXPECT_EXIT(EndDestroyed(), ExitedWithCode(0), "");
+        EXPECT_EXIT(EndIdle(), ExitedWithCode(0), "");
     }
 }
 
-TEST(Exit, ComesWhenTheHeapIsEmpty) {
-    // A shell that waits for its last command tells how it ended by 128 + SIGABRT.
-    EXPECT_THAT(RunClient("", "starved"),
-                AllOf(HasSubstr("std::bad_alloc"), ContainsRegex("status (6|134|34304)$")));
-}
+TEST(Exit, ComesWhenTheHeapIsEmpty) { EXPECT_EXIT(EndStarved(), KilledBySignal(SIGABRT), "std::bad_alloc"); }
 
 TEST(Creation, CanBeTriedAgainWhicheverOfItsAllocationsFailed) {
-    EXPECT_THAT(RunClient("", "starving"),
-                AllOf(ContainsRegex("(failed 100 102\n)+0 0 0\n0 0 0\n"),
-                      HasSubstr("E KivGLDrawSurface: start draw thread fail 12\n"), EndsWith("status 0")));
+    EXPECT_EXIT(EndAfterFailedCreations(), ExitedWithCode(0),
+                "E KivGLDrawSurface: start draw thread fail 12\n");
 }
 
 TEST(NoDisplay, ContextIsRefusedWithItsCodeAndLineAndCanBeTriedAgain) {
-    const std::string notInitialised = "E EGLManager: eglInitialize failed: 0x3001\n";
-    const std::string noPbuffer = "E EGLManager: eglCreatePbufferSurface error: 0x3005\n";
-    const std::tuple<const char*, const char*, std::string> cases[] = {
-        {"DISPLAY=", "2 6 0\n2 6 0\n", notInitialised},
-        {"DISPLAY=:59999", "2 6 0\n2 6 0\n", notInitialised},
-        {"EGL_PLATFORM=wayland WAYLAND_DISPLAY=none", "2 6 0\n2 6 0\n", notInitialised},
-        {"EGL_PLATFORM=surfaceless", "5 6 0\n5 6 0\n", noPbuffer},  // no configuration is for windows there
+    const std::tuple<const char*, const char*, int, std::string> cases[] = {
+        {"DISPLAY", "", 2, "E EGLManager: eglInitialize failed: 0x3001\n"},
+        {"EGL_PLATFORM", "surfaceless", 5, "E EGLManager: eglCreatePbufferSurface error: 0x3005\n"},
     };
-    for (const auto& [environment, codes, line] : cases) {
-        EXPECT_THAT(RunClient(environment, "destroyed"),
-                    AllOf(HasSubstr(codes), ContainsRegex(line + "(.*\n)*" + line), EndsWith("status 0")))
-            << environment;
+    for (const auto& [variable, value, code, line] : cases) {
+        EXPECT_EXIT((setenv(variable, value, 1), EndDestroyed(code, 6)), ExitedWithCode(0),
+                    ContainsRegex(line + "(.*\n)*" + line));
     }
 }
 
 }  // namespace
+}  // namespace kivgles
