@@ -34,7 +34,7 @@ std::string WriteFont(const std::vector<std::uint8_t>& bytes) {
 }
 
 // Every quad drawn must lie inside its atlas.
-void CheckTexCoords(const GLfloat* vertices, std::size_t count, const GLfloat*) {
+void CheckTexCoords(const GLfloat* vertices, std::size_t count) {
     constexpr float TOLERANCE = 1e-4F;
     for (std::size_t i = 0; i < 4 * count; i += 4) {
         for (const float coordinate : {vertices[i + 2], vertices[i + 3]}) {

@@ -1,21 +1,19 @@
 #ifndef KIVGLES_TESTS_RACES_BUSYCLIENT_H
 #define KIVGLES_TESTS_RACES_BUSYCLIENT_H
 
-// Clients that use all there is of a surface: one, or eight at once, each on a thread of its own.
+// Clients that use all there is of a surface at once, each on a thread of its own.
 
 #include <thread>
 #include <vector>
+
+#include <gtest/gtest.h>
 
 #include "kivgles/KivGLDrawSurface.h"
 
 namespace kivgles {
 
 constexpr unsigned int CLIENTS = 8;
-constexpr char RACE_FONT[] = KIVGLES_TEST_FONTS "/bearings.ttf";
 constexpr TagKivRectInfo CANVAS{0, 0, 64, 64};
-constexpr TagKivRectInfo LOWER_HALF{0, 32, 64, 32};
-constexpr std::uint8_t WHITE[4] = {255, 255, 255, 255};
-constexpr TagKivBitmapInfo WHITE_PIXEL{WHITE, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1, 1, LOWER_HALF};
 
 // The opaque colour of a client's nth coloured command; of 262,144 no two have the same. No component is 1,
 // which would mean full intensity.
@@ -33,18 +31,14 @@ struct BusyClient {
     KivGLDrawSurface* surface;
     unsigned int canvas;  // a layer shared by all
     unsigned int number = 0;
-    unsigned int layer = 0;      // its own
-    unsigned int commands = 0;   // sent
-    unsigned int coloured = 0;   // of these, numbered by CommandColor
-    unsigned int failures = 0;   // results and sizes other than expected
-    TagKivColorRGBA lastRect{};  // in the column of 8 pixels at 8 * number, in the canvas's upper half
+    unsigned int layer = 0;     // its own
+    unsigned int rounds = 0;    // done
+    unsigned int coloured = 0;  // commands sent, numbered by CommandColor
+    unsigned int failures = 0;  // results and sizes other than expected
 
-    void Sent(int result, unsigned int count = 1) {
-        commands += count;
-        failures += result == 0 ? 0 : 1;
-    }
+    void Sent(int result) { failures += result == 0 ? 0 : 1; }
     TagKivColorRGBA NextColor() { return CommandColor(number, coloured++); }
-    void LoadFont() { Sent(surface->KivLoadFont(RACE_FONT, 40)); }
+    void LoadFont() { Sent(surface->KivLoadFont(KIVGLES_TEST_FONTS "/bearings.ttf", 40)); }
     void MakeLayer() { Sent(surface->KivCreateGLFBO(layer, 64, 64, KIV_COLOR_FORMAT_RGBA8888)); }
     void Start() {
         MakeLayer();
@@ -65,58 +59,68 @@ struct BusyClient {
         const std::vector<char16_t> units(4, u'A');  // gone when this returns
         TagKivTextInfo text{units.data(), 4, {}, NextColor(), 0, fontSize, styled, false, styled};
         text.fgColor = NextColor();
-        Sent(surface->KivDrawText(layer, text, CANVAS), 2);
+        Sent(surface->KivDrawText(layer, text, CANVAS));
         MeasureText(text, true);
     }
-    void Round(unsigned int round) {
+    void Round() {
+        constexpr TagKivRectInfo LOWER_HALF{0, 32, 64, 32};
+        constexpr std::uint8_t WHITE[4] = {255, 255, 255, 255};
+        const TagKivBitmapInfo pixel{WHITE, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1, 1, LOWER_HALF};
         for (int i = 0; i < 18; ++i) {
-            lastRect = NextColor();
-            Sent(surface->KivDrawRect(canvas, {8 * number, 0, 8, 32}, lastRect));
+            Sent(surface->KivDrawRect(canvas, {8 * number, 0, 8, 32}, NextColor()));
             Sent(surface->KivDrawRound(layer, {32, 32, 8, 8}, NextColor()));
         }
-        DrawText(40, false);           // from the standard atlas
-        DrawText(80, round % 8 == 0);  // from one made for it, and seldom made anew
-        Sent(surface->KivDrawBitmap(layer, WHITE_PIXEL));
-        Sent(surface->KivDrawBitmapByBlend(layer, WHITE_PIXEL));
-        Sent(surface->KivDisplayBitmap(WHITE_PIXEL));
+        DrawText(40, false);              // from the standard atlas
+        DrawText(80, ++rounds % 8 == 0);  // from one made for it, and seldom made anew
+        Sent(surface->KivDrawBitmap(layer, pixel));
+        Sent(surface->KivDrawBitmapByBlend(layer, pixel));
+        Sent(surface->KivDisplayBitmap(pixel));
         Sent(surface->KivBlit({layer, canvas, CANVAS, LOWER_HALF}));
         Sent(surface->KivDisplayFBO(canvas, CANVAS, CANVAS));
         Sent(surface->KivRefreshOnSrceen());
         Sent(surface->KivClearGLFBO(layer));
-        round % 64 == 0 ? LoadFont() : Sent(surface->Init(0));
+        rounds % 64 == 0 ? LoadFont() : Sent(surface->Init(0));
         Sent(surface->KivDestoryGLFBO(layer));
         MakeLayer();
     }
 };
 
-// Calls `run(client)` on a thread for each, and returns when all have ended.
-template <typename Run>
-void OnClientThreads(Run run) {
+// Lets each client do something on a thread of its own, and returns when all have.
+template <typename Do>
+void AtOnce(std::vector<BusyClient>& clients, const Do& something) {
     std::vector<std::thread> threads;
-    for (unsigned int client = 0; client < CLIENTS; ++client) {
-        threads.emplace_back(run, client);
+    for (BusyClient& client : clients) {
+        threads.emplace_back(something, std::ref(client));
     }
     for (std::thread& thread : threads) {
         thread.join();
     }
 }
 
-// Lets all clients do so many rounds at once, and returns what has become of them. `canvas` is set to a layer
-// that they share.
-inline std::vector<BusyClient> RunClients(KivGLDrawSurface& surface, unsigned int& canvas,
-                                          unsigned int rounds) {
-    (void)surface.KivCreateGLFBO(canvas, CANVAS.width, CANVAS.height, KIV_COLOR_FORMAT_RGBA8888);
-    std::vector<BusyClient> clients(CLIENTS, BusyClient{&surface, canvas});
-    OnClientThreads([&clients, rounds](unsigned int number) {
-        BusyClient& client = clients[number];
-        client.number = number;
-        client.Start();
-        for (unsigned int round = 0; round < rounds; ++round) {
-            client.Round(round);
+// A surface on a window with eight clients, who share a layer.
+struct BusySurface {
+    explicit BusySurface(ANativeWindow* window) {
+        unsigned int canvas = 0;
+        EXPECT_EQ(surface.KivCreateGLContext(), 0);
+        EXPECT_EQ(surface.KivConnectWindowSurface(window), 0);
+        EXPECT_EQ(surface.KivCreateGLFBO(canvas, CANVAS.width, CANVAS.height, KIV_COLOR_FORMAT_RGBA8888), 0);
+        for (unsigned int number = 0; number < CLIENTS; ++number) {
+            clients.push_back({&surface, canvas, number});
         }
-    });
-    return clients;
-}
+        AtOnce(clients, [](BusyClient& client) { client.Start(); });
+    }
+    void Rounds(unsigned int rounds) {
+        AtOnce(clients, [rounds](BusyClient& client) {
+            for (unsigned int round = 0; round < rounds; ++round) {
+                client.Round();
+            }
+            EXPECT_EQ(client.failures, 0U);
+        });
+    }
+
+    KivGLDrawSurface surface;
+    std::vector<BusyClient> clients;
+};
 
 }  // namespace kivgles
 

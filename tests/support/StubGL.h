@@ -3,26 +3,23 @@
 
 #include <climits>
 #include <cstddef>
-#include <string_view>
 
 #include <GLES2/gl2.h>
 
-// EGL and OpenGL ES without a driver, linked into a program before the real ones. A GL function that is not
-// here is the real one, which does nothing without a context.
+// EGL and OpenGL ES without a driver, linked into a program before the real ones. A function that is not here
+// is the real one, which does nothing without a display or context.
 //
 // Nothing is drawn. What GL would read from the caller is read in full, so that a sanitizer sees it, and what
 // would read or write where it must not ends the process: an upload outside a texture or over another one,
-// vertices behind the end of their buffer. Other calls of a thread whose context has been released do
-// nothing; GL on a thread that never had one ends the process.
+// vertices behind the end of their buffer, an object made or deleted by a thread that never had a context.
 //
 // Thread: the context is current on one thread at a time, as the library sees to. There are no locks, so that
 //         the thread sanitizer sees the library's own ordering only: the rest of this header is for when no
 //         draw thread makes calls.
 namespace stubgl {
 
-// Called by every draw, on its thread, with its vertices of four floats each, and with the colour if one has
-// been set since the draw before.
-using Drawing = void (*)(const GLfloat* vertices, std::size_t count, const GLfloat* color);
+// Called by every draw, on its thread, with its vertices of four floats each.
+using Drawing = void (*)(const GLfloat* vertices, std::size_t count);
 
 // Forgets everything. The call after `callsBeforeFailure` more calls that can fail does so.
 void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure = UINT_MAX, Drawing drawing = nullptr);
@@ -30,9 +27,8 @@ void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure = UINT_MAX, Dra
 // Gives this thread a context, for renderers without EGL.
 void MakeCurrent();
 
-// How many there are of "texture", "buffer", "framebuffer", "program" or "shader", or of all with EGL's. A
-// context takes those of GL with it when it is released.
-std::size_t LiveNum(std::string_view kind = "");
+// How many objects there are. A context takes those of GL with it when it is released.
+std::size_t LiveNum();
 
 // Ends the process as a finding, and says which, unless `holds`.
 void Expect(bool holds, const char* finding);
