@@ -41,6 +41,7 @@ TEST(Limits, AResizedWindowIsConnectedAnewByWayOfAnotherOne) {
     EXPECT_EQ(surface.KivGetWindowHeight(), 80U);
     surface.KivDrawRect(FBO_HANDLE_BASE, {110, 70, 10, 10}, {0, 255, 0, 255});
     surface.KivRefreshOnSrceen();
+    EXPECT_EQ(surface.Init(0), 0);  // waits
     EXPECT_TRUE(window.Shows(0x00FF00, 118, 78));
 }
 

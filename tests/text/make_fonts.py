@@ -51,9 +51,8 @@ FONTS = {
     "space_breaks_row.ttf": {" ": EMPTY, "A": (0, 0, 501, 10, 501), "B": (0, 0, 520, 30, 520), "C": (0, 0, 500, 30, 500)},
     "digits.ttf": {"0": (1, 0, 18, 20, 20), "1": (1, 0, 6, 20, 8)},
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
-    # A texture of 64 pixels is full with A. C is too wide for it, and the last is no unit of text.
-    "full.ttf": {"A": (0, 0, 40, 40, 40), "B": (0, 0, 40, 40, 40), "C": (0, 0, 70, 10, 70), "D": (0, 0, 10, 10, 10),
-                 "\U0001F600": (0, 0, 10, 10, 10)},
+    # A texture of 64 pixels is full with A. No texture has room for C, and the last one is no unit of text.
+    "full.ttf": {"A": (0, 0, 40, 40, 40), "C": (0, 0, 1057, 10, 1057), "\U0001F600": (0, 0, 40, 40, 40)},
     "advance.ttf": {"A": (0, 0, 1, 1, 32767)},
     "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
     "no_characters.ttf": {},
