@@ -1,87 +1,155 @@
-"""Fails calls that may fail in what clients do: of each function one once and one from then on for good, or with --all
-each call whose failure could have an effect of its own, both ways.
+"""Fails calls that may fail in what clients do, once and from then on for good: of each function the first, the second
+and a later one of an operation, or with --all each call whose failure could have an effect of its own.
 
-A process makes many trials, one after the other, and looks after each at what is left. What an operation that meets a
-fault answers and logs must be what rules.py says.
+What an operation that meets a fault answers and logs must be what rules.py says; it is tried again, and given up when
+it fails for good. The others come out as ever, nothing is left, and a picture is drawn as ever: after a fault that
+came once in the same context, then by another client.
 """
 import argparse
 import collections
 import concurrent.futures
+import itertools
 import os
 import pathlib
-import select
+import re
 import subprocess
 import sys
 
 import rules
 
 SCENARIOS = pathlib.Path(__file__).parents[1] / "scenarios"
-BATCH = 40  # trials a process
-SILENCE = 600  # seconds without a line from a trial, which has several in a tenth of one
-NEVER_FAIL = set(
-    "FT_Bitmap_Init FT_Set_Transform glActiveTexture glBindBuffer glBindFramebuffer glBindTexture glBlendFunc glClear "
-    "glClearColor glDeleteBuffers glDeleteFramebuffers glDeleteProgram glDeleteShader glDeleteTextures glDisable "
-    "glDisableVertexAttribArray glDrawArrays glDrawElements glEnable glEnableVertexAttribArray glPixelStorei "
-    "glTexParameteri glUniform1i glUniform4fv glUseProgram glVertexAttribPointer glViewport".split())
+NO_CONTEXT = 102
+OTHER_WINDOW = "connect 2"  # which no scenario uses
 
 
-def output(command, trials):
-    """What a process says about these trials; what it does not come to is left out."""
-    with subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, bufsize=0) as process:
-        process.stdin.write("".join(trial + "\n" for trial in trials).encode())
-        process.stdin.close()
-        text = b""
-        while select.select([process.stdout], [], [], SILENCE)[0]:
-            more = os.read(process.stdout.fileno(), 1 << 16)
-            if not more:
-                break
-            text += more
-        else:
-            process.kill()
-            text += b"! hangs\n"
-    text = text.decode()
-    return text if process.returncode == 0 or "\n!" in text else text + f"! ends with {process.returncode}\n"
+class Reply:
+    """What comes of an operation."""
+
+    def __init__(self, lines):
+        self.answer = lines[0]
+        self.result = int(self.answer.split(",")[0])
+        self.errors = [line[2:] for line in lines if line.startswith("E ")]
+        self.picture = [line for line in lines if line.startswith("y ")]
+        self.calls, self.alive = (
+            collections.Counter({name: int(count) for name, count in re.findall(r"(\w+) (\d+)", line)})
+            for line in lines[-2:])
 
 
-def run(command, trials):
-    """Yields each trial and its lines, those of which begin with '!' that say what is not well."""
-    while trials:
-        parts = output(command, trials).split("# ")[1:]
-        for part in parts:
-            trial, *lines = part.splitlines()
-            yield trial, lines
-        trials = trials[max(len(parts), 1):]  # without the one at which the process went down
+class Client:
+    """A process that does operations, one after the other, of which a function may fail."""
+
+    def __init__(self, command, function=""):
+        may_leave = rules.LEFT.get(function, "")
+        options = {"LP_NUM_THREADS": "0"}  # of a driver whose threads only get into one another's way here
+        if "thread" in may_leave:
+            options["MESA_SHADER_CACHE_DISABLE"] = "true"  # has the driver's other thread
+        if "memory" in may_leave:
+            options["LSAN_OPTIONS"] = "detect_leaks=0"
+        self.process = subprocess.Popen(command, stdin=subprocess.PIPE, stdout=subprocess.PIPE, text=True,
+                                        env=os.environ | options)
+
+    def ask(self, line):
+        print(line, file=self.process.stdin, flush=True)
+        answer = [text.rstrip("\n") for text in itertools.takewhile(str.strip, self.process.stdout)]
+        if not answer:
+            raise BrokenPipeError(f"{line}: the process ends")
+        return answer
+
+    def take(self, operation):
+        return Reply(self.ask(operation))
+
+    def end(self):
+        """Returns the process's exit code."""
+        self.process.communicate()
+        return self.process.returncode
 
 
-def sites(scenario, lines):
-    """Each fallible call of a scenario: what it is like, its trial.
+def survey(client, scenario):
+    """The operations of a scenario, then of a picture in the context that it leaves, and what comes of each."""
+    operations, picture = (client.ask(f"scenario {name}") for name in (scenario, "picture"))
+    while operations[-1] in ("destroy", "new"):
+        operations.pop()
+    steps = [(operation, client.take(operation)) for operation in ("begin", *operations)]
+    if steps[-1][1].result != NO_CONTEXT and not any(operation.endswith(" always") for operation in operations):
+        drawing = [operation for operation in picture if operation.split()[0] not in ("create", "connect", "destroy")]
+        steps += [(operation, client.take(operation)) for operation in (OTHER_WINDOW, *drawing, "destroy")]
+    return steps + [("begin", client.take("begin"))]
 
-    Two calls are alike if operations of one kind make them that make the same calls, as the same, or if neither is
-    among the first twelve nor the last of its function there."""
-    operations = []
-    for line in lines:
-        if line.startswith("> "):
-            operations.append((line, {}))
-        elif not line.startswith("!"):
-            function, count = line.split()
-            operations[-1][1][function] = int(count)
 
+def sites(scenario, steps):
+    """Each call that may fail, and what it is like: what the operation is, what it calls, which of its calls it is."""
+    failing_anyway = {operation.split()[1] for operation, _ in steps if operation.startswith("fail ")}
     before = collections.Counter()
-    for name, calls in operations:
-        kind = name, tuple((function, min(count, 3)) for function, count in calls.items())
-        for function in calls.keys() - NEVER_FAIL:
+    for operation, reply in steps:
+        calls = reply.calls - before
+        for function in calls.keys() & rules.MAY_FAIL - failing_anyway:
             for nth in range(1, calls[function] + 1):
-                position = "last" if nth == calls[function] else min(nth, 13)
-                yield (function, kind, position), f"{scenario} {function} {before[function] + nth}"
-        before.update(calls)
+                which = function, min(nth, 3)
+                yield which, (operation.split()[0], reply.result, frozenset(calls)), (scenario, before[function] + nth)
+        before = reply.calls
 
 
-def batches(trials):
-    """Those of one function together: what it may leave behind it leaves to its own."""
-    by_function = collections.defaultdict(list)
-    for trial in trials:
-        by_function[trial.split()[1]].append(trial)
-    return [some[i:i + BATCH] for some in by_function.values() for i in range(0, len(some), BATCH)]
+def left(now, wanted, function):
+    """The kinds of objects of which there are more than there should be, unless the function may leave them."""
+    return (now.alive - wanted.alive).keys() - rules.LEFT.get(function, "").split()
+
+
+def trial(client, steps, picture, function, nth, for_good):
+    """Yields what is not well when that call of the function fails."""
+    lasts = function in rules.LASTING
+    may_tell_else = lasts or function.startswith("FT_")  # besides the result
+    made = 0  # calls so far
+    came = in_picture = False
+    client.take(f"begin {function} {nth} {'forGood' if for_good else ''}")
+    for operation, wanted in steps[1:-1]:
+        if operation == OTHER_WINDOW and came:
+            if for_good or lasts:
+                break
+            in_picture = True
+        verb = operation.split()[0]
+        now = client.take(operation)
+        yield from (f"{operation}: {kind} left" for kind in left(now, wanted, function))
+        fails = now.calls[function] >= max(nth, made + 1) and (for_good or made < nth)
+        if fails:
+            came = True
+            if not rules.admit(verb, function, min(max(nth - made, 1), 3), for_good, wanted, now):
+                yield f"{operation}: no rule says that it answers {now.answer} and logs {now.errors}"
+            if now.result != wanted.result:
+                if for_good:
+                    break
+                if verb == "create":
+                    client.take("destroy")  # also when there is nothing
+                now = client.take(operation)
+                fails = False
+        if not fails and not (verb == "shows" and came and not in_picture):
+            if now.result != wanted.result or now.answer != wanted.answer and not may_tell_else:
+                yield f"{operation}: answers {now.answer} without a fault"
+            if in_picture and now.picture != wanted.picture:
+                yield f"{operation}: the picture is not drawn in the same context"
+        made = now.calls[function]
+    if not came:
+        yield "the fault does not come"
+    for operation, wanted in picture:
+        now = client.take(operation)
+        if (now.answer, now.picture) != (wanted.answer, wanted.picture):
+            yield f"{operation}: the picture is not drawn afterwards"
+        yield from (f"{operation}: {kind} left afterwards" for kind in left(now, wanted, function))
+
+
+def trials_of(function, sites_of_it, plays, command):
+    """What is not well at any of them, in a process of their own: what the function may leave, it leaves to these."""
+    complaints = []
+    client = Client(command, function)
+    for scenario, nth, how in sites_of_it:
+        name = f"{scenario} {function} {nth} {how}"
+        try:
+            found = trial(client, plays[scenario], plays["picture"], function, nth, how == "forGood")
+            complaints += [f"{name}: {complaint}" for complaint in found]
+        except BrokenPipeError as end:
+            complaints.append(f"{name}: {end} with {client.end()}")
+            client = Client(command, function)
+    code = client.end()
+    return complaints + ([f"{function}: the process ends with {code}"] if code else [])
 
 
 def main():
@@ -89,35 +157,28 @@ def main():
     parser.add_argument("--all", action="store_true", help="at each call that is not like another one")
     parser.add_argument("command", nargs="+", help="the program for trials")
     arguments = parser.parse_args()
-    command = arguments.command + ["--quiet"]
-    os.environ["LP_NUM_THREADS"] = "0"  # of a driver whose threads only get into one another's way here
-    complaints = []
 
-    scenarios = [scenario.stem for scenario in sorted(SCENARIOS.glob("*.txt"))
-                 if "not swept" not in scenario.read_text()]
+    swept = sorted(file.stem for file in SCENARIOS.glob("*.txt") if "not swept" not in file.read_text())
+    client = Client(arguments.command)
+    swept.sort(key=lambda scenario: scenario != "picture")  # first, because it lets go of all that it makes
+    plays = {scenario: survey(client, scenario) for scenario in swept}
+    code = client.end()
+    complaints = [f"without a fault, the process ends with {code}"] if code else []
     found = {}
-    for scenario, lines in run(command, scenarios):
-        complaints += [f"{scenario}: {line}" for line in lines if line.startswith("!")]
-        for alike, site in sites(scenario, lines):
-            found.setdefault(alike, site)
-    functions = sorted({function for function, _, _ in found})
-    if arguments.all:
-        trials = [f"{site} {how}" for site in found.values() for how in ("once", "forGood")]
-    else:
-        of_each = [[site for (function, *_), site in found.items() if function == each] for each in functions]
-        trials = [trial for some in of_each for trial in (some[0] + " once", some[-1] + " forGood")]
+    for scenario, steps in plays.items():
+        for which, operation, site in sites(scenario, steps):
+            found.setdefault((which, operation if arguments.all else ""), site)
+    trials = collections.defaultdict(list)
+    for ((function, _), _), (scenario, nth) in found.items():
+        trials[function] += [(scenario, nth, "once"), (scenario, nth, "forGood")]
 
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for results in pool.map(lambda batch: list(run(command, batch)), batches(trials)):
-            for trial, lines in results:
-                complaints += [f"{trial}: {line}" for line in lines if line.startswith("!")]
-                complaints += [f"{trial}: no rule says {line}" for line in lines
-                               if not line.startswith("!") and not rules.admit(line, trial.endswith("forGood"))]
-
+        done = pool.map(lambda function: trials_of(function, trials[function], plays, arguments.command), trials)
+        complaints += [complaint for some in done for complaint in some]
     for complaint in complaints:
         print("faults:", complaint)
-    print(f"faults: {len(functions)} functions, {len(trials)} trials, {len(complaints)} failures")
-    sys.exit(bool(complaints) or len(functions) < 40)
+    print(f"faults: {len(trials)} functions, {sum(map(len, trials.values()))} trials, {len(complaints)} failures")
+    sys.exit(bool(complaints) or len(trials) < 40)
 
 
 if __name__ == "__main__":
