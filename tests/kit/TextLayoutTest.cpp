@@ -1,12 +1,9 @@
 // Where the characters of a text go, in a font of which the widths are known.
 
-#include <algorithm>
-#include <iterator>
-#include <random>
 #include <string>
-#include <string_view>
 
 #include <gtest/gtest.h>
+#include <utf8.h>
 
 #include "TextLayout.h"
 #include "Utf8.h"
@@ -14,12 +11,10 @@
 namespace kivgles::kit {
 namespace {
 
-// Ten pixels wide, but "i" is four; the pen is not sure of "j"; there is no "#" and nothing above U+FFFF.
+// Ten pixels wide, but "i", "0" and "9" are four; the pen is not sure of "j"; there is no "#".
 CharacterWidth FindInTestFont(char32_t character) {
-    if (character == U'#' || character > 0xFFFF) {
-        return {};
-    }
-    return {true, character == U'i' || character == U'1' ? 4 : 10, character != U'j'};
+    const bool narrow = character == U'i' || character == U'0' || character == U'9';
+    return {character != U'#', narrow ? 4 : 10, character != U'j'};
 }
 
 // A text of 20 pixels: a space is 6, the box for a missing character 12 wide. Lines are 25 high, the baseline
@@ -51,22 +46,13 @@ std::string Describe(const TextLayout& layout) {
     std::string text;
     for (const TextLine& line : layout.lines) {
         text += &line == &layout.lines.front() ? "" : " / ";
-        std::string separator;
+        const char* separator = "";
         for (const TextRun& run : line.runs) {
-            const std::u16string& units = run.units;
-            text += separator + std::to_string(run.x) + ":";
-            for (const char16_t unit : units) {
-                text += unit == u'\u2026'   ? "~"
-                        : unit == u'\u6771' ? "E"
-                        : unit == u'\u3002' ? "o"
-                        : unit == u'\uFFFD' ? "?"
-                                            : std::string(1, static_cast<char>(unit));
-            }
+            text += separator + std::to_string(run.x) + ":" + utf8::utf16to8(run.units);
             separator = " ";
         }
         for (const Rect& box : line.boxes) {
-            text += separator + "[" + std::to_string(box.x) + "]";
-            separator = " ";
+            text += " [" + std::to_string(box.x) + "]";
         }
     }
     return text + (layout.whole ? "" : "+");
@@ -80,54 +66,37 @@ struct Case {
 };
 
 const Case CASES[] = {
-    {"Word", "abc", Box(100), "0:abc"},
-    {"Empty", "", Box(100), ""},
-    {"Spaces", "ab c", Box(100), "0:ab 26:c"},
     {"SpacesInARowCountEach", " a  b", Box(100), "6:a 28:b"},
     {"SpacesAtTheEndDoNotCount", "ab   ", Aligned(Box(100), Align::RIGHT), "80:ab"},
     {"WideAndHalfSpaces", "a\u3000b\u2001c\u2003d\u2000e\u2002f", Box(200), "0:a 30:b 60:c 90:d 110:e 130:f"},
     {"ThinSpaces", "a\u2009b\u200Ac\u202Fd", Box(100), "0:a 14:b 28:c 42:d"},
     {"Center", "ab", Aligned(Box(101), Align::CENTER), "40:ab"},
-    {"Right", "ai", Aligned(Box(100), Align::RIGHT), "86:ai"},
     {"Missing", "a#b", Box(100), "0:a 22:b [11]"},
-    {"BeyondUnits", "a\U0001F600b", Box(100), "0:a 22:b [11]"},
     {"PenIsPlacedAnewAfterADoubtfulCharacter", "ajb", Box(100), "0:aj 20:b"},
     {"Invisible", "a\u200D\uFE0F\u00ADb\x01", Box(100), "0:ab"},
-    {"BadBytes", "a\xFF\xE6\x9D", Box(100), "0:a??"},
-    {"ProportionalDigits", "210", Box(100), "0:210"},
-    {"TabularDigits", "210a1", With(Box(100), &LayoutRules::tabular, true), "0:2 13:1 20:0a 43:1"},
-    {"LinesOfFeeds", "a\n\nb", Box(100, 75), "0:a /  / 0:b"},
-    {"CarriageReturnsAreNotSeen", "a\r\nb", Box(100, 75), "0:a / 0:b"},
+    {"BadBytes", "a\xFF\xE6\x9D", Box(100), "0:a\uFFFD\uFFFD"},
+    {"TabularDigits", "209a9", With(Box(100), &LayoutRules::tabular, true), "0:2 13:0 23:9 30:a 43:9"},
+    {"LinesOfFeeds", "a\r\n\nb", Box(100, 75), "0:a /  / 0:b"},
 
     {"JustFits", "abc", Box(30), "0:abc"},
-    {"TooLong", "abcd", Box(39), "0:ab~+"},
-    {"NoSpaceBeforeAnEllipsis", "ab cdef", Box(40), "0:ab~+"},
-    {"RoomForTheEllipsisAlone", "ab", Box(10), "0:~+"},
-    {"NoRoomForTheEllipsis", "ab", Box(9), "+"},
-    {"NoWidth", "ab", Box(0), "+"},
-    {"NoHeight", "ab", Box(100, 0), "+"},
-    {"NegativeSize", "ab", Box(-5, -5), "+"},
-    {"LowBoxHasALineAllTheSame", "ab", Box(100, 1), "0:ab"},
-    {"LinesThatDoNotFit", "a\nb\nc", Box(100, 50), "0:a / 0:b~+"},
-    {"EachLineIsShortenedOnItsOwn", "abcd\nb", Box(39, 50), "0:ab~ / 0:b+"},
+    {"NoSpaceBeforeAnEllipsis", "ab cdef", Box(40), "0:ab\u2026+"},
+    {"RoomForTheEllipsisAlone", "ab", Box(10), "0:\u2026+"},
+    {"LowBoxHasALineAllTheSame", "ab\nc", Box(100, 1), "0:ab\u2026+"},
+    {"EachLineIsShortenedOnItsOwn", "abcd\nb", Box(39, 50), "0:ab\u2026 / 0:b+"},
 
     {"WrapsAtSpaces", "ab cd ef", Wrapped(50), "0:ab 26:cd / 0:ef"},
     {"SpacesHangOverTheEnd", "abc   de", Wrapped(30), "0:abc / 0:de"},
     {"NoBreakSpaceDoesNotWrap", "a b\u00A0c", Wrapped(40), "0:a / 0:b 16:c"},
-    {"LongWordBreaksAnywhere", "abcdef", Wrapped(25), "0:ab / 0:cd / 0:ef"},
     {"LongWordBeginsALineOfItsOwn", "a bcdef", Wrapped(35), "0:a / 0:bcd / 0:ef"},
-    {"WrapsBetweenIdeographs", "\u6771\u6771\u6771", Wrapped(25), "0:EE / 0:E"},
-    {"WrapsBetweenIdeographAndLatin", "ab\u6771", Wrapped(25), "0:ab / 0:E"},
-    {"ClosingMarkDoesNotBeginALine", "\u6771\u6771\u3002", Wrapped(25), "0:E / 0:Eo"},
-    {"LastLineIsShortened", "ab cd ef", Wrapped(40, 50), "0:ab / 0:cd~+"},
-    {"LastLineThatFitsIsWhole", "ab cd", Wrapped(40, 50), "0:ab / 0:cd"},
+    {"WrapsAtIdeographs", "ab\u6771\u6771\u6771", Wrapped(25), "0:ab / 0:\u6771\u6771 / 0:\u6771"},
+    {"ClosingMarkDoesNotBeginALine", "\u6771\u6771\u3002", Wrapped(25), "0:\u6771 / 0:\u6771\u3002"},
+    {"OpeningMarkDoesNotEndALine", "\u6771\u300C\u6771", Wrapped(25), "0:\u6771 / 0:\u300C\u6771"},
+    {"LastLineIsShortened", "ab cd ef", Wrapped(40, 50), "0:ab / 0:cd\u2026+"},
     {"NotEvenOneCharacterFits", "ab cd", Wrapped(9), "+"},
     {"WrappedLinesAreAlignedEach", "abc d", Aligned(Wrapped(30), Align::RIGHT), "0:abc / 20:d"},
 
-    {"CharactersBeforeTheVisibleAreRunsOfTheirOwn", "abcdefgh",
-     With(Box(200), &LayoutRules::visibleBegin, 35), "10:b 20:c 30:d 40:efgh"},
-    {"CharactersBehindTheVisibleAreLeftOut", "abcdefgh", With(Box(200), &LayoutRules::visibleEnd, 25),
-     "0:abcde"},
+    {"BeforeTheVisible", "abcdef", With(Box(99), &LayoutRules::visibleBegin, 35), "10:b 20:c 30:d 40:ef"},
+    {"BehindTheVisible", "abcdef", With(Box(99), &LayoutRules::visibleEnd, 15), "0:abcd"},
 };
 
 TEST(TextLayout, PlacesCharacters) {
@@ -137,73 +106,7 @@ TEST(TextLayout, PlacesCharacters) {
     }
 }
 
-TEST(TextLayout, SplitsWhatIsLongerThanARequest) {
-    const TextLayout layout = LayOut(std::u32string(300, U'a'), Box(3000), FindInTestFont);
-    ASSERT_EQ(layout.lines.size(), 1U);
-    ASSERT_EQ(layout.lines[0].runs.size(), 3U);
-    EXPECT_EQ(layout.lines[0].runs[1].units.size(), 127U);
-    EXPECT_EQ(layout.lines[0].runs[1].x, 1270);
-    EXPECT_EQ(layout.lines[0].runs[2].units.size(), 46U);
-    EXPECT_EQ(layout.lines[0].width, 3000);
-}
-
-TEST(TextLayout, PutsLinesIntoTheHeight) {
-    const auto expect = [](VerticalAlign align, int top, int secondBaseline) {
-        const LayoutRules rules = With(Box(100, 100), &LayoutRules::verticalAlign, align);
-        const TextLayout layout = LayOut(U"a\nb", rules, FindInTestFont);
-        ASSERT_EQ(layout.lines.size(), 2U);
-        EXPECT_EQ(layout.lines[0].top, top);
-        EXPECT_EQ(layout.lines[1].baseline, secondBaseline);
-    };
-    expect(VerticalAlign::TOP, 0, 45);
-    expect(VerticalAlign::MIDDLE, 25, 70);
-    expect(VerticalAlign::BOTTOM, 50, 95);
-    expect(VerticalAlign::BASELINE, 55, 100);
-    const TextLayout low =
-        LayOut(U"a", With(Box(100, 10), &LayoutRules::verticalAlign, VerticalAlign::MIDDLE), FindInTestFont);
-    EXPECT_EQ(low.lines[0].baseline, -7 + 20)
-        << "a line that is higher than its box reaches over both edges alike";
-}
-
-TEST(TextLayout, StaysWithinItsBoxWhateverItIsGiven) {
-    constexpr char32_t CHARACTERS[] = {U'a',      U'i',      U'j',      U'#',      U' ',      U'\n',
-                                       U'\u6771', U'\u3002', U'\u3000', U'\u00A0', U'\u200B', U'1'};
-    std::mt19937 random(1);
-    const auto below = [&random](unsigned int limit) { return static_cast<int>(random() % limit); };
-    for (int round = 0; round < 20000; ++round) {
-        std::u32string text;
-        for (int i = below(40); i > 0; --i) {
-            text += CHARACTERS[below(std::size(CHARACTERS))];
-        }
-        LayoutRules rules = Box(below(120), below(120));
-        rules.wrapped = below(2) == 0;
-        rules.tabular = below(2) == 0;
-        rules.align = static_cast<Align>(below(3));
-        const TextLayout layout = LayOut(text, rules, FindInTestFont);
-        const auto room = static_cast<std::size_t>(std::max(rules.box.height / rules.lineHeight, 1));
-        ASSERT_LE(layout.lines.size(), room) << round;
-        std::size_t drawn = 0;
-        for (const TextLine& line : layout.lines) {
-            ASSERT_GE(line.x, 0) << round;
-            ASSERT_LE(line.x + line.width, rules.box.width) << round;
-            drawn += line.boxes.size();
-            for (const TextRun& run : line.runs) {
-                ASSERT_GE(run.x, line.x) << round;
-                ASSERT_LE(run.x + run.width, line.x + line.width) << round;
-                ASSERT_FALSE(run.units.empty()) << round;
-                drawn += run.units.size();
-            }
-        }
-        // Nothing is lost in silence: all that has ink is in the lines, or `whole` is false.
-        const auto hasInk = [](char32_t c) {
-            return std::u32string_view(U" \n\u3000\u00A0\u200B").find(c) == std::u32string_view::npos;
-        };
-        const auto expected = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), hasInk));
-        ASSERT_TRUE(!layout.whole || drawn == expected) << round << ": " << drawn << " of " << expected;
-    }
-}
-
-TEST(TextLayout, DrawsAnEllipsisOfFullStopsWhereTheFontHasNone) {
+TEST(TextLayout, HasAnEllipsisOfFullStopsWhereTheFontHasNone) {
     const auto findWithoutEllipsis = [](char32_t character) {
         return character == U'\u2026' ? CharacterWidth{} : FindInTestFont(character);
     };
