@@ -121,8 +121,8 @@ TEST_F(LayerTest, ImagesGoWhereTheyAreToInLayersOfAnySize) {
 }
 
 TEST_F(LayerTest, ImagesLargerThanTheWindowAreCutOff) {
-    for (int height = 300; height > 200; height -= 5) {  // each by way of a layer of its size
-        layer.Draw({PIXELS.data(), {2, 2}}, {-10, -10, 2, height});
+    for (int width = 300; width > 200; width -= 5) {  // each by way of a layer of its size
+        layer.Draw({PIXELS.data(), {2, 2}}, {-10, -10, width, 200});
     }
     layer.Draw({PIXELS.data(), {2, 2}}, {-200, -100, 400, 200});
     const Picture picture = Show();

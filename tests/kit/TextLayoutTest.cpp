@@ -78,7 +78,7 @@ const Case CASES[] = {
     {"TabularDigits", "209a9", With(Box(100), &LayoutRules::tabular, true), "0:2 13:0 23:9 30:a 43:9"},
     {"LinesOfFeeds", "a\r\n\nb", Box(100, 75), "0:a /  / 0:b"},
 
-    {"JustFits", "abc", Box(30), "0:abc"},
+    {"JustFits", "ab0", Box(24), "0:ab0"},
     {"NoSpaceBeforeAnEllipsis", "ab cdef", Box(40), "0:ab\u2026+"},
     {"RoomForTheEllipsisAlone", "ab", Box(10), "0:\u2026+"},
     {"LowBoxHasALineAllTheSame", "ab\nc", Box(100, 1), "0:ab\u2026+"},
