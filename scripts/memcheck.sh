@@ -19,5 +19,5 @@ check() {
 }
 check BoundsCheckedTest '*'
 check LogTest '*'
-RACE_ROUNDS=2 check RacesTest 'Races.*'
+RACE_LIVES=1 check RacesTest 'Races.*'
 echo "memcheck: no findings"

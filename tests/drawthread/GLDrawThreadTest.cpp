@@ -9,7 +9,6 @@
 
 #include "drawthread/GLDrawThread.h"
 #include "kivgles/KivGLDrawSurface.h"
-#include "support/Interception.h"
 #include "support/Recorder.h"
 
 // What runs whenever a load looks at an outline.

@@ -21,7 +21,7 @@ using stubgl::Expect;
 constexpr std::size_t LAYERS = 15;
 constexpr std::size_t LARGEST_TEXT = 140;     // units
 constexpr std::size_t LARGEST_BITMAP = 4096;  // pixels
-constexpr int FONT_LOADS = 2;                 // by one input: what takes longest, and has a target of its own
+constexpr const char* FONTS[] = {KIVGLES_TEST_FONTS "/bearings.ttf", "/dev/null"};
 constexpr int NO_CONTEXT = 102;
 
 std::thread drawThread;  // while there is a context, or one that failed
@@ -97,7 +97,7 @@ struct FuzzedClient {
             [&] { return DestroyContext(); },
             [&] { return ConnectWindow(); },
             [&] { return surface.Init(input.ConsumeIntegral<unsigned int>()); },
-            [&] { return LoadFont(); },
+            [&] { return surface.KivLoadFont(FONTS[input.ConsumeBool() ? 1 : 0], input.Number()); },
             [&] { return surface.KivRefreshOnSrceen(); },
             [&] { return CreateLayer(); },
             [&] { return CreateLayer(); },  // twice as often as it is destroyed
@@ -134,18 +134,12 @@ struct FuzzedClient {
         const int result = surface.KivConnectWindowSurface(reinterpret_cast<ANativeWindow*>(window));
         return window != 0 || HasContext() ? result : NO_CONTEXT;  // the window is looked at first
     }
-    int LoadFont() {
-        const bool isEmpty = input.ConsumeIntegralInRange<int>(0, 3) == 0 || ++fontLoads > FONT_LOADS;
-        return surface.KivLoadFont(isEmpty ? "/dev/null" : KIVGLES_TEST_FONTS "/bearings.ttf",
-                                   input.Number());
-    }
     int CreateLayer() {
         return surface.KivCreateGLFBO(made, input.Number(), input.Number(), KIV_COLOR_FORMAT_RGBA8888);
     }
 
     Input& input;
     KivGLDrawSurface surface{};
-    int fontLoads = 0;
     unsigned int made = 0;  // answers
     unsigned int width = 0;
     unsigned int height = 0;

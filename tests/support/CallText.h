@@ -6,9 +6,11 @@
 // sources and glyphs are shown, each list in lines below its call, other pointers are not.
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
-#include <cstdint>
+#include <cstdio>
 #include <map>
+#include <sstream>
 #include <string>
 #include <tuple>
 #include <type_traits>
@@ -37,20 +39,17 @@ struct Seen {
 inline thread_local Seen seen;
 
 // --- Arguments ---
+
 template <typename Argument>
 std::string Text(const Argument& argument) {
-    if constexpr (std::is_floating_point_v<Argument>) {
-        char text[32];
-        (void)std::snprintf(text, sizeof(text), "%g", static_cast<double>(argument));
-        return text;
-    } else if constexpr (std::is_integral_v<Argument>) {
-        return std::to_string(argument);
-    } else {
+    if constexpr (std::is_pointer_v<Argument> && !std::is_convertible_v<Argument, std::string>) {
         return argument == nullptr ? "null" : "data";
+    } else {
+        std::ostringstream text;
+        text << argument;
+        return text.str();
     }
 }
-inline std::string Text(const std::string& text) { return text; }
-inline std::string Text(const char* text) { return text; }
 
 template <typename Item>
 std::string List(const Item* items, std::ptrdiff_t n) {
@@ -60,23 +59,219 @@ std::string List(const Item* items, std::ptrdiff_t n) {
     return text + "]";
 }
 
-std::string Const(long long value);
-std::string Name(const std::string& kind, GLuint name);
-std::string Name(const std::string& kind, const void* object);
-std::string Attribute(GLuint index);
-std::string Uniform(GLint location);
-std::string Color(const float* rgba);
-std::string Matrix(const FT_Matrix* matrix);
-std::string Pixels(const void* data, int width, int height);  // of one byte
+// Those that the library uses as enumerations.
+// clang-format off
+#define NAMED(constant) {constant, #constant}
+inline const std::map<long long, const char*> CONSTANTS = {
+    NAMED(GL_ALPHA), NAMED(GL_ARRAY_BUFFER), NAMED(GL_BLEND), NAMED(GL_CLAMP_TO_EDGE),
+    NAMED(GL_COLOR_ATTACHMENT0), NAMED(GL_COLOR_BUFFER_BIT), NAMED(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT),
+    NAMED(GL_COMPILE_STATUS), NAMED(GL_DYNAMIC_DRAW), NAMED(GL_FLOAT), NAMED(GL_FRAGMENT_SHADER),
+    NAMED(GL_FRAMEBUFFER), NAMED(GL_INFO_LOG_LENGTH), NAMED(GL_LINEAR), NAMED(GL_LINK_STATUS),
+    NAMED(GL_MAX_TEXTURE_SIZE), NAMED(GL_ONE_MINUS_SRC_ALPHA), NAMED(GL_RENDERER), NAMED(GL_RGBA),
+    NAMED(GL_SRC_ALPHA), NAMED(GL_SRC_ALPHA_SATURATE), NAMED(GL_TEXTURE0), NAMED(GL_TEXTURE1),
+    NAMED(GL_TEXTURE2), NAMED(GL_TEXTURE_2D), NAMED(GL_TEXTURE_MAG_FILTER), NAMED(GL_TEXTURE_MIN_FILTER),
+    NAMED(GL_TEXTURE_WRAP_S), NAMED(GL_TEXTURE_WRAP_T), NAMED(GL_TRIANGLES), NAMED(GL_TRIANGLE_FAN),
+    NAMED(GL_UNPACK_ALIGNMENT), NAMED(GL_UNSIGNED_BYTE), NAMED(GL_UNSIGNED_SHORT), NAMED(GL_VENDOR),
+    NAMED(GL_VERSION), NAMED(GL_VERTEX_SHADER), NAMED(GL_ZERO), NAMED(EGL_ALPHA_SIZE), NAMED(EGL_BLUE_SIZE),
+    NAMED(EGL_CONTEXT_CLIENT_VERSION), NAMED(EGL_GREEN_SIZE), NAMED(EGL_HEIGHT), NAMED(EGL_RED_SIZE),
+    NAMED(EGL_RENDERABLE_TYPE), NAMED(EGL_SURFACE_TYPE), NAMED(EGL_WIDTH)
+};
+#undef NAMED
+// clang-format on
+
+inline std::string Variable(const char* kind, GLint location) {
+    const auto name = seen.variables.find({kind, seen.program, location});
+    return name == seen.variables.end() ? std::to_string(location) : name->second;
+}
+
+// To a thousandth: single precision leaves less over.
+inline std::string Length(double value) {
+    char text[24];
+    (void)std::snprintf(text, sizeof(text), "%.9g", std::round(value * 1000) / 1000 + 0.0);
+    return text;
+}
+// Of normalised device coordinates, in pixels of the viewport from its upper left corner.
+inline std::string Place(float x, float y) {
+    return Length((x + 1.0) / 2 * seen.viewport.width) + " " + Length((1.0 - y) / 2 * seen.viewport.height);
+}
+// Of texture coordinates, in texels of the texture bound.
+inline std::string Texel(float s, float t) {
+    const Size size = seen.textures[seen.texture];
+    return Length(double{s} * size.width) + " " + Length(double{t} * size.height);
+}
+// Whether 37 points are at every ten degrees around the first one, to what single precision leaves.
+inline bool IsFan(const float* v) {
+    bool isFan = true;
+    for (int i = 0; i < 37; ++i) {
+        const float* const point = v + 4 + 4 * i;
+        const auto isAt = [&](int axis, float radius, double share) {
+            return std::fabs(point[axis] - (v[axis] + radius * share)) <= 1e-6 * (1 + std::fabs(radius));
+        };
+        const double angle = i * 3.14159265358979 / 18;
+        isFan = isFan && isAt(0, v[4] - v[0], std::cos(angle)) && isAt(1, v[41] - v[1], std::sin(angle)) &&
+                point[2] == 0 && point[3] == 1;
+    }
+    return isFan;
+}
+// The corners in the order of the vertices, left or right and top or bottom; then left, top, right and bottom
+// edge, of a place and of what of the texture is there if it has any.
+inline std::string Quad(const float* first, std::ptrdiff_t n) {
+    const float* const second = first + 4;
+    const float* const third = first + 8;
+    const bool goesUp = first[1] <= third[1];
+    const float* const upper = goesUp ? third : first;
+    const float* const lower = goesUp ? first : third;
+    std::string corners = "\n";
+    bool isFlat = true;
+    for (const float* v = first; v != first + n; v += 4) {
+        const auto has = [v](const float* corner, int axis) {
+            return v[axis] == corner[axis] && v[axis + 2] == corner[axis + 2];
+        };
+        corners += has(first, 0) ? "l" : has(second, 0) ? "r" : "?";
+        corners += has(lower, 1) ? "b " : has(upper, 1) ? "t " : "? ";
+        isFlat = isFlat && v[2] == 0 && v[3] == 1;
+    }
+    return corners + "at " + Place(first[0], upper[1]) + " " + Place(second[0], lower[1]) +
+           (isFlat ? "" : " from " + Texel(first[2], upper[3]) + " " + Texel(second[2], lower[3]));
+}
+// "#rrggbbaa"
+inline std::string Hex(const GLubyte* rgba) {
+    char text[10];
+    (void)std::snprintf(text, sizeof(text), "#%02x%02x%02x%02x", rgba[0], rgba[1], rgba[2], rgba[3]);
+    return text;
+}
+// Where a colour begins in a row: "0 #000000ff 16 #ff0000ff". To the nearest 8 of 255: GLs round what they
+// blend in different ways.
+inline std::string Row(const GLubyte* rgba, int width) {
+    std::string text;
+    std::string former;
+    for (int x = 0; x < width; ++x) {
+        GLubyte rounded[4];
+        std::transform(rgba + 4 * x, rgba + 4 * x + 4, rounded,
+                       [](GLubyte component) { return std::min((component + 4) / 8 * 8, 255); });
+        const std::string color = Hex(rounded);
+        text += color == former ? "" : (x == 0 ? "" : " ") + std::to_string(x) + " " + color;
+        former = color;
+    }
+    return text;
+}
+
+inline std::string Const(long long value) {
+    const auto name = CONSTANTS.find(value);
+    char number[20];
+    (void)std::snprintf(number, sizeof(number), "0x%llx", value);
+    return name == CONSTANTS.end() ? number : name->second;
+}
+inline std::string Name(const std::string& kind, GLuint name) {
+    return name == 0 ? "0" : "<" + kind + " " + std::to_string(name) + ">";
+}
+inline std::string Name(const std::string& kind, const void* object) {
+    char address[24];
+    (void)std::snprintf(address, sizeof(address), " %p>", object);
+    return object != nullptr   ? "<" + kind + address
+           : kind == "context" ? "EGL_NO_CONTEXT"
+           : kind == "surface" ? "EGL_NO_SURFACE"
+                               : "null";
+}
+
+inline std::string Attribute(GLuint index) { return Variable("attribute", static_cast<GLint>(index)); }
+inline std::string Uniform(GLint location) { return Variable("uniform", location); }
+
+// As #rrggbbaa where it is one of eight bits a component.
+inline std::string Color(const float* rgba) {
+    GLubyte bytes[4];
+    std::transform(rgba, rgba + 4, bytes, [](float component) { return std::lround(component * 255); });
+    const bool isExact = std::equal(rgba, rgba + 4, bytes, [](float component, GLubyte byte) {
+        return std::fabs(component * 255 - byte) < 1e-4F;
+    });
+    return isExact ? Hex(bytes) : List(rgba, 4);
+}
+
+inline std::string Matrix(const FT_Matrix* m) {
+    const FT_Matrix matrix = m != nullptr ? *m : FT_Matrix{};
+    const FT_Fixed items[] = {matrix.xx, matrix.xy, matrix.yx, matrix.yy};
+    return m != nullptr ? List(items, 4) : "null";
+}
+
+// An outline's coverage is FreeType's, and differs from version to version: it is to be what FreeType
+// rendered last. A bitmap font's pixels are shown row by row.
+inline std::string Pixels(const void* data, int width, int height) {
+    if (data == nullptr) {
+        return "null";
+    }
+    const FT_Bitmap rendered = seen.glyph != nullptr ? seen.glyph->bitmap : FT_Bitmap{};
+    if (data == rendered.buffer && seen.glyph->outline.n_points > 0 &&
+        rendered.pixel_mode == FT_PIXEL_MODE_GRAY && rendered.pitch == width &&
+        rendered.rows == static_cast<unsigned int>(height)) {
+        return "coverage";
+    }
+    std::string text;
+    for (int i = 0; i < width * height; ++i) {
+        char pixel[4];
+        (void)std::snprintf(pixel, sizeof(pixel), "%02x", static_cast<const GLubyte*>(data)[i]);
+        text += (i != 0 && i % width == 0 ? " " : "") + std::string(pixel);
+    }
+    return text;
+}
 
 // --- Lists below a call ---
-std::string Attributes(const EGLint* list);
-std::string Source(GLsizei n, const GLchar* const* parts);
-std::string Vertices(const void* data, GLsizeiptr size);
 
-// Each row that differs from the one above, as the columns where a colour begins: "y 8: 0 #000000ff 16
-// #ff0000ff".
-std::string Picture(const GLubyte* rgba, int width, int height);
+// A line of source to a line, in quotes: blanks at its end count.
+inline std::string Source(GLsizei n, const GLchar* const* parts) {
+    std::string text;
+    for (GLsizei i = 0; i < n; ++i) {
+        std::istringstream source(parts[i]);
+        for (std::string row; std::getline(source, row);) {
+            text += "\n\"" + row + "\"";
+        }
+    }
+    return text;
+}
+// Each in a line.
+inline std::string Attributes(const EGLint* list) {
+    std::string text;
+    for (; list != nullptr && *list != EGL_NONE; list += 2) {
+        const bool isWindow = list[0] == EGL_SURFACE_TYPE && list[1] == EGL_WINDOW_BIT;
+        const bool isES2 = list[0] == EGL_RENDERABLE_TYPE && list[1] == EGL_OPENGL_ES2_BIT;
+        text += "\n" + Const(list[0]) + ", " +
+                (isWindow ? "EGL_WINDOW_BIT"
+                 : isES2  ? "EGL_OPENGL_ES2_BIT"
+                          : std::to_string(list[1]));
+    }
+    return text;
+}
+// A round's fan, or quads, of a long text the first two and the last; anything else number by number.
+inline std::string Vertices(const void* data, GLsizeiptr size) {
+    const auto* const v = static_cast<const float*>(data);
+    const GLsizeiptr n = size / 4;
+    const GLsizeiptr step = n % 24 == 0 ? 24 : 16;
+    if (n == 152 && IsFan(v)) {
+        return "\nfan around " + Place(v[0], v[1]) + " by " +
+               Length((v[4] - v[0]) / 2.0 * seen.viewport.width) + " " +
+               Length((v[41] - v[1]) / 2.0 * seen.viewport.height);
+    }
+    if (v == nullptr || n % step != 0) {
+        return "\n" + List(v, n);
+    }
+    std::string text;
+    for (GLsizeiptr i = 0; i < n; i += step) {
+        const bool isShown = n <= 8 * step || i < 2 * step || i == n - step;
+        text += isShown ? Quad(v + i, step) : "";
+    }
+    return text;
+}
+
+// Each row that differs from the one above.
+inline std::string Picture(const GLubyte* rgba, int width, int height) {
+    std::string text;
+    std::string former;
+    for (int y = 0; y < height; ++y) {
+        const std::string row = Row(rgba + 4 * width * (height - 1 - y), width);  // GL's rows go upwards
+        text += row == former ? "" : "y " + std::to_string(y) + ": " + row + "\n";
+        former = row;
+    }
+    return text;
+}
 
 struct CallOf {
     const char* name;

@@ -8,8 +8,6 @@
 
 #include <android/log.h>
 
-#include "support/Interception.h"
-
 namespace recorder {
 
 namespace {

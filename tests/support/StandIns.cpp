@@ -15,7 +15,7 @@
 #include <pthread.h>
 
 #include "support/CallText.h"
-#include "support/Interception.h"
+#include "support/Recorder.h"
 
 using namespace recorder;
 
@@ -83,7 +83,7 @@ GLint Located(const char* kind, GLuint program, const char* name, GLint location
 
 // --- What is drawn ---
 
-// A driver may crash when it draws without a buffer, which no fault of the library's has taken away.
+// A driver may crash when it draws without a buffer, which is not the library's fault if it got none.
 bool HasVertices() {
     GLint buffer = 0;
     glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &buffer);

@@ -18,13 +18,11 @@ using stubgl::Expect;
 struct Object {
     GLsizei width = 0;
     GLsizei height = 0;
-    std::vector<GLsizei> filledTo;  // per column, the row below the lowest upload
 };
 
 struct GLState {
     GLint maxTextureSize = 0;
     unsigned int callsBeforeFailure = UINT_MAX;
-    stubgl::Drawing drawing = nullptr;
     std::uintptr_t lastName = 0;
     std::map<GLuint, Object> objects{};
     std::set<std::uintptr_t> objectsOfEGL{};
@@ -78,8 +76,8 @@ EGLBoolean DestroyOfEGL(void* object) {
 
 namespace stubgl {
 
-void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure, Drawing drawing) {
-    state = GLState{maxTextureSize, callsBeforeFailure, drawing};
+void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure) {
+    state = GLState{maxTextureSize, callsBeforeFailure};
 }
 
 void MakeCurrent() { hasHadContext = true; }
@@ -110,22 +108,18 @@ void glTexImage2D(GLenum, GLint, GLint, GLsizei width, GLsizei height, GLint, GL
     const GLint limit = state.maxTextureSize;
     if (texture != state.objects.end() && width >= 0 && height >= 0 && width <= limit && height <= limit) {
         ReadPixels(pixels, width, height, format);
-        texture->second = {width, height, std::vector<GLsizei>(static_cast<std::size_t>(width))};
+        texture->second = {width, height};
     }  // else GL refuses, and the texture stays without storage
 }
 
 void glTexSubImage2D(GLenum, GLint, GLint x, GLint y, GLsizei width, GLsizei height, GLenum format, GLenum,
                      const void* pixels) {
-    Object& texture = state.objects.at(state.texture);
+    const Object& texture = state.objects.at(state.texture);
     Expect(x >= 0 && y >= 0 && width >= 0 && height >= 0 && width <= texture.width - x &&
                height <= texture.height - y,
            "an upload reaches outside its texture");
     Expect(pixels != nullptr || width == 0 || height == 0, "an upload without pixels");
     ReadPixels(pixels, width, height, format);
-    const auto first = texture.filledTo.begin() + x;
-    Expect(height == 0 || std::all_of(first, first + width, [y](GLsizei row) { return row <= y; }),
-           "an upload covers another one");
-    std::fill(first, first + width, y + height);
 }
 
 // Vertices. What is uploaded is drawn before anything else is.
@@ -139,9 +133,6 @@ void glBufferData(GLenum, GLsizeiptr size, const void* data, GLenum) {
 void glDrawArrays(GLenum, GLint first, GLsizei count) {
     const auto end = static_cast<std::size_t>(first + count);
     Expect(4 * end <= state.vertices.size(), "vertices are drawn from behind their buffer's end");
-    if (state.drawing != nullptr) {
-        state.drawing(state.vertices.data(), end);
-    }
 }
 void glDrawElements(GLenum, GLsizei count, GLenum, const void* indices) {
     const auto* const first = static_cast<const GLushort*>(indices);

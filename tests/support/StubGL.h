@@ -10,19 +10,16 @@
 // is the real one, which does nothing without a display or context.
 //
 // Nothing is drawn. What GL would read from the caller is read in full, so that a sanitizer sees it, and what
-// would read or write where it must not ends the process: an upload outside a texture or over another one,
-// vertices behind the end of their buffer, an object made or deleted by a thread that never had a context.
+// would read or write where it must not ends the process: an upload outside a texture, vertices behind the
+// end of their buffer, an object made or deleted by a thread that never had a context.
 //
 // Thread: the context is current on one thread at a time, as the library sees to. There are no locks, so that
 //         the thread sanitizer sees the library's own ordering only: the rest of this header is for when no
 //         draw thread makes calls.
 namespace stubgl {
 
-// Called by every draw, on its thread, with its vertices of four floats each.
-using Drawing = void (*)(const GLfloat* vertices, std::size_t count);
-
 // Forgets everything. The call after `callsBeforeFailure` more calls that can fail does so.
-void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure = UINT_MAX, Drawing drawing = nullptr);
+void Reset(GLint maxTextureSize, unsigned int callsBeforeFailure = UINT_MAX);
 
 // Gives this thread a context, for renderers without EGL.
 void MakeCurrent();

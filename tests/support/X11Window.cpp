@@ -28,7 +28,7 @@ void X11Window::Resize(unsigned int width, unsigned int height) {
 
 bool X11Window::Shows(unsigned long color, int x, int y) const {
     bool shows = false;
-    for (int roundTrips = 0; roundTrips < 1000 && !shows; ++roundTrips) {
+    for (int roundTrips = 0; roundTrips < 50000 && !shows; ++roundTrips) {
         shows = Pixels(x, y, 1, 1).front() == color;
     }
     return shows;
