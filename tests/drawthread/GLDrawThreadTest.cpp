@@ -48,6 +48,16 @@ TEST(Handlers, RefuseCommandsWithoutTheirPayloadAndOfNoKindAndSayWhy) {
     }
 }
 
+// Before those whose draw threads may still be saying that they end.
+TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
+    GLDrawThread drawThread;
+    ASSERT_EQ(drawThread.Init(), 0);
+    ASSERT_EQ(drawThread.DeInit(), 0);
+    recorder::Reset();
+    EXPECT_EQ(drawThread.ReadCmdFromQueue(), nullptr);
+    EXPECT_EQ(recorder::Log(), std::vector<std::string>{"W GLDrawThread: DrawCmd is empty\n"});
+}
+
 TEST(FirstText, LoadsWhatTheLastLoadExecutedNamedNotOneThatIsStillQueued) {
     GLDrawThread drawThread;
     ASSERT_EQ(drawThread.SetupGLESConext(), 0);
@@ -90,15 +100,6 @@ TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFontAndSho
     EXPECT_EQ(surface.Init(0), 0);
     EXPECT_EQ(surface.KivGetTextSize(text, width, height), 0);
     onOutline = nullptr;
-}
-
-TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
-    GLDrawThread drawThread;
-    ASSERT_EQ(drawThread.Init(), 0);
-    ASSERT_EQ(drawThread.DeInit(), 0);
-    recorder::Reset();
-    EXPECT_EQ(drawThread.ReadCmdFromQueue(), nullptr);
-    EXPECT_EQ(recorder::Log(), std::vector<std::string>{"W GLDrawThread: DrawCmd is empty\n"});
 }
 
 }  // namespace
