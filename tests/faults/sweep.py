@@ -89,51 +89,55 @@ def sites(scenario, steps):
         before = reply.calls
 
 
-def left(now, wanted, function):
-    """The kinds of objects of which there are more than there should be, unless the function may leave them."""
-    return (now.alive - wanted.alive).keys() - rules.LEFT.get(function, "").split()
+def left(operation, now, wanted, function):
+    """Yields of what there is more than there should be, unless the function may leave it."""
+    for kind in (now.alive - wanted.alive).keys() - rules.LEFT.get(function, "").split():
+        yield f"{operation}: {kind} left"
+
+
+def unlike(operation, now, wanted, function, parts=("answer", "errors", "picture")):
+    """Yields how an operation comes out otherwise though nothing fails in it."""
+    if any(getattr(now, part) != getattr(wanted, part) for part in parts):
+        yield f"{operation}: without a fault, it answers {now.answer}, logs {now.errors} and shows {now.picture}"
+    yield from left(operation, now, wanted, function)
 
 
 def trial(client, steps, picture, function, nth, for_good):
     """Yields what is not well when that call of the function fails."""
-    lasts = function in rules.LASTING
-    may_tell_else = lasts or function.startswith("FT_")  # besides the result
+    changes_later = function in rules.LASTING or function.startswith("FT_") or any(
+        operation.startswith("fail ") for operation, _ in steps)  # which of its calls depends on those before
     made = 0  # calls so far
-    came = in_picture = False
+    came = drawing = False
     client.take(f"begin {function} {nth} {'forGood' if for_good else ''}")
     for operation, wanted in steps[1:-1]:
         if operation == OTHER_WINDOW and came:
-            if for_good or lasts:
+            if for_good or function in rules.LASTING:
                 break
-            in_picture = True
-        verb = operation.split()[0]
+            drawing = True
         now = client.take(operation)
-        yield from (f"{operation}: {kind} left" for kind in left(now, wanted, function))
         fails = now.calls[function] >= max(nth, made + 1) and (for_good or made < nth)
         if fails:
             came = True
-            if not rules.admit(verb, function, min(max(nth - made, 1), 3), for_good, wanted, now):
+            yield from left(operation, now, wanted, function)
+            if not rules.admit(operation.split()[0], function, min(max(nth - made, 1), 3), for_good, wanted, now):
                 yield f"{operation}: no rule says that it answers {now.answer} and logs {now.errors}"
+            if now.result != wanted.result and for_good:
+                break
             if now.result != wanted.result:
-                if for_good:
-                    break
-                if verb == "create":
+                if operation == "create":
                     client.take("destroy")  # also when there is nothing
                 now = client.take(operation)
                 fails = False
-        if not fails and not (verb == "shows" and came and not in_picture):
-            if now.result != wanted.result or now.answer != wanted.answer and not may_tell_else:
-                yield f"{operation}: answers {now.answer} without a fault"
-            if in_picture and now.picture != wanted.picture:
-                yield f"{operation}: the picture is not drawn in the same context"
+        if came and not drawing and not fails:  # what is drawn may lack what failed
+            parts = [] if operation.startswith("shows ") else ["result"] if changes_later else ["answer", "errors"]
+            yield from unlike(operation, now, wanted, function, parts)
+        elif not fails:
+            yield from unlike(operation, now, wanted, function)
         made = now.calls[function]
     if not came:
         yield "the fault does not come"
     for operation, wanted in picture:
-        now = client.take(operation)
-        if (now.answer, now.picture) != (wanted.answer, wanted.picture):
-            yield f"{operation}: the picture is not drawn afterwards"
-        yield from (f"{operation}: {kind} left afterwards" for kind in left(now, wanted, function))
+        yield from unlike(f"afterwards, {operation}", client.take(operation), wanted, function)
 
 
 def trials_of(function, sites_of_it, plays, command):
