@@ -5,8 +5,7 @@
 //
 //   scenario NAME                    which tells the operations of the scenario
 //   begin [FUNCTION NTH [forGood]]   at which the client goes, with all that it has, and comes anew. That
-//   call
-//                                    fails then, with `forGood` every later one too.
+//                                    call fails then, with `forGood` every later one too.
 //
 // An answer ends with an empty line. That of an operation is what it answers, its trace, after "calls" how
 // often each function has been called since it began, after "alive" how many objects of each kind there are.
