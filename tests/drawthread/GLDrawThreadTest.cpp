@@ -10,6 +10,8 @@
 #include "drawthread/GLDrawThread.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
+#include "surface/ResultCode.h"
+#include "text/OSDText.h"
 
 // What runs whenever a load looks at an outline.
 static std::function<void()> onOutline;
@@ -27,7 +29,7 @@ namespace {
 
 constexpr char FONT[] = KIVGLES_TEST_FONTS "/bearings.ttf";
 
-// Which no client sends.
+// What no client brings about: each part is safe by itself all the same.
 TEST(Handlers, RefuseCommandsWithoutTheirPayloadAndOfNoKindAndSayWhy) {
     const std::tuple<int, int, std::string> cases[] = {
         {CMD_DISPLAY_FBO, 102, "blitInfo is null\n"},
@@ -45,6 +47,24 @@ TEST(Handlers, RefuseCommandsWithoutTheirPayloadAndOfNoKindAndSayWhy) {
         auto cmd = std::make_shared<DrawCmd>(static_cast<TagCmd>(kind));
         EXPECT_EQ(drawThread.DrawCmdProc(cmd), status);
         EXPECT_EQ(recorder::Log(), std::vector<std::string>{"E GLDrawThread: " + complaint});
+    }
+}
+
+TEST(OSDText, WithoutItsProgramHasNoFontAndDrawsNothing) {
+    OSDText text;
+    const TagGLTextInfo request{u"A", 1, {}, {}, 0, 20, 0, 0, 0};
+    unsigned int width = 0;
+    unsigned int height = 0;
+    EXPECT_EQ(text.LoadFont("any.ttf", 40), 101);
+    EXPECT_EQ(text.GetTextSize(request, width, height), 0);
+    EXPECT_EQ(width, 30U);
+    EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 64, 32}, request, 0, 0), 101);
+}
+
+TEST(ResultCodes, OfStatusesThatNothingReturnsAreTheirs) {
+    for (const auto& [status, code] : {std::pair(10, 10), std::pair(12, 11), std::pair(13, 13),
+                                       std::pair(14, 14), std::pair(40, 50), std::pair(41, 100)}) {
+        EXPECT_EQ(TranslateResult(status), code);
     }
 }
 
