@@ -58,12 +58,13 @@ TEST(Screen, GoesOnAfterItsWindowWasResizedReplacedOrLost) {
     stage.window.Resize(120, 80);
     stage.screen.Reconnect(stage.window.Native());
     expectPainted();
+    kept.Clear(RED);
     {
         const X11Window another(150, 70);
         stage.screen.Connect(another.Native());
-        stage.screen.Present(stage.layer);
+        stage.screen.Present(kept);
         stage.screen.Finish();
-        EXPECT_TRUE(another.Shows(0x0000FF, 148, 68));
+        EXPECT_TRUE(another.Shows(0xFF0000, 148, 68)) << "layers stay as they are";
     }
     stage.screen.Reconnect(stage.window.Native());
     expectPainted();
