@@ -53,7 +53,7 @@ FONTS = {
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
     # A texture of 64 pixels is full with A. No texture has room for C, and the last one is no unit of text.
     "full.ttf": {"A": (0, 0, 40, 40, 40), "C": (0, 0, 1057, 10, 1057), "\U0001F600": (0, 0, 40, 40, 40)},
-    "advance.ttf": {"A": (0, 0, 1, 1, 32767)},
+    "advance.ttf": {"C": (0, 0, 1, 1, 32767)},
     "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
     "no_characters.ttf": {},
     "outlines.otf": {" ": EMPTY, "A": (2, 0, 10, 20, 14), "J": (-5, -6, 12, 20, 9)},
