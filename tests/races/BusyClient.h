@@ -3,6 +3,7 @@
 
 // Clients that use all there is of a surface at once, each on a thread of its own.
 
+#include <functional>
 #include <thread>
 #include <vector>
 

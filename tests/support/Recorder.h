@@ -36,13 +36,10 @@ std::map<std::string, int> Counts();  // calls of each function since Reset, rec
 // answers with its error value (EGL_BAD_ALLOC, FT_Err_Out_Of_Memory, EAGAIN, a name of 0, a location of -1);
 // glCheckFramebufferStatus and glGetIntegerv answer `result`.
 void Fail(const std::string& function, int nth = 1, bool forGood = false, unsigned int result = 0);
-int Failed(const std::string& function);  // calls that failed so since Reset
-// For a function that the test program itself stands in for: counts a call, tells whether it has to fail.
-bool Enter(const std::string& function);
 
 // --- Objects alive: of "texture", "buffer", "framebuffer", "shader" and "program", of which one context has
-// all, "context", "surface", "face", "library", or of any kind ---
-std::size_t LiveNum(const std::string& kind = "");
+// all, "context", "surface", "face" and "library" ---
+std::size_t LiveNum(const std::string& kind);
 
 // --- Log lines, "E FBOManager: Create texture fail\n", that begin as said ---
 std::vector<std::string> Log(const std::string& beginning = "");
@@ -51,7 +48,6 @@ std::vector<std::string> Log(const std::string& beginning = "");
 
 struct Function {
     std::atomic<int> count{0};
-    std::atomic<int> failed{0};
     std::atomic<int> failAt{0};  // the count at which to fail; 0: never
     std::atomic<bool> failForGood{false};
     std::atomic<unsigned int> result{0};

@@ -34,9 +34,6 @@ struct Step {
     std::string answer;  // the result code, and what else the client is told: "0, 64 x 48"
     std::vector<TraceLine> trace;
     std::string place;
-
-    int Result() const { return std::stoi(answer); }
-    std::string Verb() const { return command.substr(0, command.find(' ')); }
 };
 
 struct Scenario {
