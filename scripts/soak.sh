@@ -1,8 +1,7 @@
 #!/usr/bin/env bash
 # soak.sh [LIVES [COMMANDS]]
-# Puts a surface through so many lives (1,000) and so many paced commands (a million) on the real EGL, prints
-# what the process holds on the way, and fails when its memory, descriptors, threads or objects do not stay
-# flat. Takes some minutes.
+# Puts surfaces through so many lives (1,000), then one through so many commands (a million), of eight clients on the
+# real EGL. Prints how much memory the process holds after each tenth, and fails when it grows. Takes some minutes.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 
