@@ -40,8 +40,8 @@ LayoutRules Wrapped(int width, int height = 1000) {
 
 LayoutRules Aligned(const LayoutRules& rules, Align align) { return With(rules, &LayoutRules::align, align); }
 
-// "0:ab 26:c" are two runs with their pens, "[8]" is a box at 8, " / " is between lines, "+" at the end says
-// that something was left out.
+// "0:ab 26:c" are two runs with their pens, "[8,6]" is a box there, " / " is between lines, "+" at the end
+// says that something was left out.
 std::string Describe(const TextLayout& layout) {
     std::string text;
     for (const TextLine& line : layout.lines) {
@@ -52,7 +52,7 @@ std::string Describe(const TextLayout& layout) {
             separator = " ";
         }
         for (const Rect& box : line.boxes) {
-            text += " [" + std::to_string(box.x) + "]";
+            text += " [" + std::to_string(box.x) + "," + std::to_string(box.y) + "]";
         }
     }
     return text + (layout.whole ? "" : "+");
@@ -71,7 +71,7 @@ const Case CASES[] = {
     {"WideAndHalfSpaces", "a\u3000b\u2001c\u2003d\u2000e\u2002f", Box(200), "0:a 30:b 60:c 90:d 110:e 130:f"},
     {"ThinSpaces", "a\u2009b\u200Ac\u202Fd", Box(100), "0:a 14:b 28:c 42:d"},
     {"Center", "ab", Aligned(Box(101), Align::CENTER), "40:ab"},
-    {"Missing", "a#b", Box(100), "0:a 22:b [11]"},
+    {"Missing", "a#b", Box(100), "0:a 22:b [11,6]"},
     {"PenIsPlacedAnewAfterADoubtfulCharacter", "ajb", Box(100), "0:aj 20:b"},
     {"Invisible", "a\u200D\uFE0F\u00ADb\x01", Box(100), "0:ab"},
     {"BadBytes", "a\xFF\xE6\x9D", Box(100), "0:a\uFFFD\uFFFD"},

@@ -68,12 +68,12 @@ TEST_F(TextTest, StandsOnItsBaselinesInEveryAlignment) {
 TEST_F(TextTest, BeyondTheEdgesIsCutOffAndNotMoved) {
     screen.LoadFont(DEJAVU);
     const Text text = Text(30, WHITE).Italic().Underlined();
-    const Picture whole = Drawn(text, "Wj gAB", {260, 150, 140, 40});
+    const Picture whole = Drawn(text, "gW jAB", {260, 150, 140, 40});
     for (const auto& [dx, dy] :
          {std::pair{-275, 0}, std::pair{-295, 0}, std::pair{0, -180}, std::pair{-275, -183},
           std::pair{-340, 0}, std::pair{125, 0}, std::pair{0, 30}}) {
         SCOPED_TRACE(testing::Message() << dx << "," << dy);
-        ExpectMoved(Drawn(text, "Wj gAB", {260 + dx, 150 + dy, 140, 40}), whole, dx, dy);
+        ExpectMoved(Drawn(text, "gW jAB", {260 + dx, 150 + dy, 140, 40}), whole, dx, dy);
     }
 }
 
