@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
 # android.sh [ABI]...
-# Compiles the library and its kit, and links the library, for Android (arm64-v8a, armeabi-v7a and x86_64 unless said otherwise) over Debian's
-# headers, against libraries that have the names which tests/abi/android.txt says are needed and no others, and looks at
-# the result: its name, its pages, what it exports, which libraries it needs. No NDK takes part and nothing is run.
+# Compiles the library and its kit, and links the library, for Android (arm64-v8a, armeabi-v7a and x86_64 unless said
+# otherwise) over Debian's headers, against libraries that have the names which tests/abi/android.txt says are needed
+# and no others, and looks at the result: its name, its pages, what it exports, which libraries it needs. No NDK takes
+# part and nothing is run.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build_root=${KIVGLES_ANDROID_BUILD:-build/android}

@@ -2,7 +2,7 @@
 # arm64.sh [ARGUMENT OF CTEST]...
 # Builds everything for ARM64 with Debian's cross compiler, looks at the library's code, and runs the demo and the
 # tests under an emulator, on the software renderer that compiles nothing at run time (emulated, another is slow).
-# Left out are the sweep of faults and the million commands. The X server is this machine's own.
+# Left out are the sweep of faults and the races. The X server is this machine's own.
 # To install the libraries of ARM64 apt may bring this machine's to the same version; CI does it in a minimal system.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

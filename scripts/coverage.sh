@@ -13,8 +13,7 @@ scripts/setup.sh tests gcovr
 # Counts of former runs do not go into this one.
 mkdir -p build/coverage
 find build/coverage -name '*.gcda' -delete
-# Nor do the tests that reach nothing more: of memory over time, and of programs outside.
-scripts/test.sh --all coverage --exclude-regex '^(Soak|Consumer)\.' "$@"
+scripts/test.sh --all coverage "$@"
 
 mkdir -p build/coverage/report
 gcovr --root . --object-directory build/coverage --filter src/ \

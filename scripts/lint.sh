@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # lint.sh
-# Checks the library's and the kit's sources and headers with clang-tidy (what .clang-tidy names) and cppcheck. Any finding is an
-# error.
+# Checks the library's and the kit's sources and headers with clang-tidy (what .clang-tidy names) and cppcheck. Any
+# finding is an error.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 

@@ -48,7 +48,12 @@ FONTS = {
         "G": (0, 0, 1, 4, 1),
     },
     # In the text "A B" the space makes the difference between one row and two; in "A BC" the rows are higher without.
-    "space_breaks_row.ttf": {" ": EMPTY, "A": (0, 0, 501, 10, 501), "B": (0, 0, 520, 30, 520), "C": (0, 0, 500, 30, 500)},
+    "space_breaks_row.ttf": {
+        " ": EMPTY,
+        "A": (0, 0, 501, 10, 501),
+        "B": (0, 0, 520, 30, 520),
+        "C": (0, 0, 500, 30, 500),
+    },
     "digits.ttf": {"0": (1, 0, 18, 20, 20), "1": (1, 0, 6, 20, 8)},
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
     # A texture of 64 pixels is full with A. No texture has room for C, and the last one is no unit of text.
