@@ -17,12 +17,13 @@
 static std::atomic<bool> heapIsEmpty{false};
 static thread_local int failsAt = 0;  // which allocation of this thread from now on; 0: none
 
-void* operator new(std::size_t size) {
+// Nothing here is inlined: g++ would see that memory of `malloc` goes to `delete`, and that of `new` to
+// `free`.
+[[gnu::noinline]] void* operator new(std::size_t size) {
     const bool fails = heapIsEmpty || (failsAt != 0 && --failsAt == 0);
     void* const memory = fails ? nullptr : std::malloc(size);
     return memory != nullptr ? memory : throw std::bad_alloc();
 }
-// Not inlined: g++ would see memory of `new` go to `free`.
 [[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
 
