@@ -71,6 +71,7 @@ void EndStarved() {
     (void)surface.Init(0x7F);
 }
 void EndAfterFailedCreations() {
+    alarm(60);
     KivGLDrawSurface surface;
     int failures = -1;
     for (bool failed = true; failed; ++failures) {
