@@ -19,5 +19,7 @@ check() {
 }
 check BoundsCheckedTest '*'
 check LogTest '*'
+check ArithmeticTest '*'
+check SurfaceTest 'Conversions.*'
 RACE_LIVES=1 check RacesTest 'Races.*'
 echo "memcheck: no findings"

@@ -1,16 +1,20 @@
+#include <atomic>
 #include <functional>
 #include <future>
+#include <thread>
 #include <tuple>
 #include <utility>
 
 #include <ft2build.h>
 #include FT_OUTLINE_H
 #include <gtest/gtest.h>
+#include <sched.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
 #include "drawthread/GLDrawThread.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
-#include "surface/ResultCode.h"
 #include "text/OSDText.h"
 
 // What runs whenever a load looks at an outline.
@@ -22,6 +26,14 @@ extern "C" void FT_Outline_Get_CBox(const FT_Outline* outline, FT_BBox* box) {
     }
     static const auto next = recorder::Next<decltype(FT_Outline_Get_CBox)>("FT_Outline_Get_CBox");
     next(outline, box);
+}
+
+// How often this process has given its turn away.
+static std::atomic<int> yields{0};
+
+extern "C" int sched_yield() noexcept {
+    ++yields;
+    return static_cast<int>(syscall(SYS_sched_yield));
 }
 
 namespace kivgles {
@@ -61,13 +73,6 @@ TEST(OSDText, WithoutItsProgramHasNoFontAndDrawsNothing) {
     EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 64, 32}, request, 0, 0), 101);
 }
 
-TEST(ResultCodes, OfStatusesThatNothingReturnsAreTheirs) {
-    for (const auto& [status, code] : {std::pair(10, 10), std::pair(12, 11), std::pair(13, 13),
-                                       std::pair(14, 14), std::pair(40, 50), std::pair(41, 100)}) {
-        EXPECT_EQ(TranslateResult(status), code);
-    }
-}
-
 // Before those whose draw threads may still be saying that they end.
 TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
     GLDrawThread drawThread;
@@ -76,6 +81,26 @@ TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
     recorder::Reset();
     EXPECT_EQ(drawThread.ReadCmdFromQueue(), nullptr);
     EXPECT_EQ(recorder::Log(), std::vector<std::string>{"W GLDrawThread: DrawCmd is empty\n"});
+}
+
+// A thread that yields is not woken ahead of those that are busy.
+TEST(Semaphore, SleepsUntilItIsSignalledAndDoesNotYield) {
+    constexpr int ROUNDS = 1000;
+    KivGLSemaphore there(0);
+    KivGLSemaphore back(0);
+    yields = 0;
+    std::thread answering([&] {
+        for (int round = 0; round < ROUNDS; ++round) {
+            there.Wait();
+            back.Signal();
+        }
+    });
+    for (int round = 0; round < ROUNDS; ++round) {
+        there.Signal();
+        back.Wait();
+    }
+    answering.join();
+    EXPECT_EQ(yields, 0);
 }
 
 TEST(FirstText, LoadsWhatTheLastLoadExecutedNamedNotOneThatIsStillQueued) {

@@ -1,9 +1,12 @@
 // Sequences of public operations with arbitrary arguments, within what the public header asks of a caller,
 // and with EGL and GL failing once.
 
+#include <algorithm>
 #include <climits>
 #include <cstdint>
 #include <functional>
+#include <iterator>
+#include <set>
 #include <thread>
 #include <vector>
 
@@ -23,6 +26,8 @@ constexpr std::size_t LARGEST_TEXT = 140;     // units
 constexpr std::size_t LARGEST_BITMAP = 4096;  // pixels
 constexpr const char* FONTS[] = {KIVGLES_TEST_FONTS "/bearings.ttf", "/dev/null"};
 constexpr int NO_CONTEXT = 102;
+constexpr int TABLE_FULL = 15;
+constexpr int RESULTS[] = {0, 1, 2, 3, 4, 5, 6, TABLE_FULL, 20, 21, 30, 31, 32, 100, 101, NO_CONTEXT, 103};
 
 std::thread drawThread;  // while there is a context, or one that failed
 
@@ -101,7 +106,7 @@ struct FuzzedClient {
             [&] { return surface.KivRefreshOnSrceen(); },
             [&] { return CreateLayer(); },
             [&] { return CreateLayer(); },  // twice as often as it is destroyed
-            [&] { return surface.KivDestoryGLFBO(handle); },
+            [&] { return DestroyLayer(handle); },
             [&] { return surface.KivClearGLFBO(handle); },
             [&] { return surface.KivDisplayFBO(handle, input.Rect(), input.Rect()); },
             [&] {
@@ -118,6 +123,8 @@ struct FuzzedClient {
             },
         };
         const int result = input.PickValueInArray(operations)();
+        Expect(std::find(std::begin(RESULTS), std::end(RESULTS), result) != std::end(RESULTS),
+               "a result code that is not documented");
         Expect((result == NO_CONTEXT) == !HasContext(), "102 does not tell whether there is a context");
     }
     int DestroyContext() {
@@ -127,6 +134,7 @@ struct FuzzedClient {
             drawThread.join();
         }
         Expect(stubgl::LiveNum() == 0, "EGL or GL objects are left behind");
+        layers.clear();
         return NO_CONTEXT;  // from now on
     }
     int ConnectWindow() {
@@ -135,12 +143,24 @@ struct FuzzedClient {
         return window != 0 || HasContext() ? result : NO_CONTEXT;  // the window is looked at first
     }
     int CreateLayer() {
-        return surface.KivCreateGLFBO(made, input.Number(), input.Number(), KIV_COLOR_FORMAT_RGBA8888);
+        const int result =
+            surface.KivCreateGLFBO(made, input.Number(), input.Number(), KIV_COLOR_FORMAT_RGBA8888);
+        Expect(result != 0 || layers.insert(made).second, "a handle is given twice");
+        Expect(result != TABLE_FULL || layers.size() == LAYERS, "the table is full too early");
+        return result;
+    }
+    int DestroyLayer(unsigned int handle) {
+        const int result = surface.KivDestoryGLFBO(handle);
+        if (result == 0) {
+            layers.erase(handle);
+        }
+        return result;
     }
 
     Input& input;
     KivGLDrawSurface surface{};
-    unsigned int made = 0;  // answers
+    std::set<unsigned int> layers{};  // as the answers have it
+    unsigned int made = 0;            // answers
     unsigned int width = 0;
     unsigned int height = 0;
 };

@@ -1,6 +1,10 @@
 // Where the characters of a text go, in a font of which the widths are known.
 
+#include <algorithm>
+#include <iterator>
+#include <random>
 #include <string>
+#include <string_view>
 
 #include <gtest/gtest.h>
 #include <utf8.h>
@@ -103,6 +107,44 @@ TEST(TextLayout, PlacesCharacters) {
     for (const Case& row : CASES) {
         EXPECT_EQ(Describe(LayOut(DecodeUtf8(row.text), row.rules, FindInTestFont)), row.expected)
             << row.name;
+    }
+}
+
+TEST(TextLayout, StaysWithinItsBoxWhateverItIsGiven) {
+    constexpr char32_t CHARACTERS[] = {U'a',      U'i',      U'j',      U'#',      U' ',      U'\n',
+                                       U'\u6771', U'\u3002', U'\u3000', U'\u00A0', U'\u200B', U'1'};
+    std::mt19937 random(1);
+    const auto below = [&random](unsigned int limit) { return static_cast<int>(random() % limit); };
+    for (int round = 0; round < 20000; ++round) {
+        std::u32string text;
+        for (int i = below(40); i > 0; --i) {
+            text += CHARACTERS[below(std::size(CHARACTERS))];
+        }
+        LayoutRules rules = Box(below(120), below(120));
+        rules.wrapped = below(2) == 0;
+        rules.tabular = below(2) == 0;
+        rules.align = static_cast<Align>(below(3));
+        const TextLayout layout = LayOut(text, rules, FindInTestFont);
+        const auto room = static_cast<std::size_t>(std::max(rules.box.height / rules.lineHeight, 1));
+        ASSERT_LE(layout.lines.size(), room) << round;
+        std::size_t drawn = 0;
+        for (const TextLine& line : layout.lines) {
+            ASSERT_GE(line.x, 0) << round;
+            ASSERT_LE(line.x + line.width, rules.box.width) << round;
+            drawn += line.boxes.size();
+            for (const TextRun& run : line.runs) {
+                ASSERT_GE(run.x, line.x) << round;
+                ASSERT_LE(run.x + run.width, line.x + line.width) << round;
+                ASSERT_FALSE(run.units.empty()) << round;
+                drawn += run.units.size();
+            }
+        }
+        // Nothing is lost in silence: all that has ink is in the lines, or `whole` is false.
+        const auto hasInk = [](char32_t c) {
+            return std::u32string_view(U" \n\u3000\u00A0\u200B").find(c) == std::u32string_view::npos;
+        };
+        const auto expected = static_cast<std::size_t>(std::count_if(text.begin(), text.end(), hasInk));
+        ASSERT_TRUE(!layout.whole || drawn == expected) << round << ": " << drawn << " of " << expected;
     }
 }
 
