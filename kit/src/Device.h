@@ -30,8 +30,9 @@ class Device {
  public:
     explicit Device(int longestLayerSide) : maxLayerSide(longestLayerSide) {}
 
-    // For one more request. Throws NOT_CONNECTED for `operation` if there is none. The core's queue has no
-    // bound: where a client has queued very much without ever waiting, this waits until it is done.
+    // For one more request, and not beyond the lock. Throws NOT_CONNECTED for `operation` if there is none.
+    // The core's queue has no bound: where a client has queued very much without ever waiting, this waits
+    // until it is done.
     KivGLDrawSurface& Surface(const char* operation) KIVGLES_REQUIRES(DEVICE_LOCK);
 
     // Until everything queued is done.

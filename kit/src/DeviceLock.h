@@ -11,7 +11,8 @@ class Device;
 
 // What a thread has while it holds the lock of a device, for clang to check. It is one for all devices,
 // because a thread holds one lock at a time, and painters know their device by ways that clang does not
-// follow.
+// follow. So clang does not see whether the device is the right one; and it looks into no constructor or
+// destructor.
 class KIVGLES_THREAD_ANNOTATION(capability("role")) DeviceRole {};
 inline constexpr DeviceRole DEVICE_LOCK;
 

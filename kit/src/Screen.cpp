@@ -39,6 +39,7 @@ void Restart(Device& device, ANativeWindow* window, const char* operation) {
 Screen::Screen(int maxLayerSide) : device(std::make_shared<Device>(maxLayerSide)) {}
 
 Screen::~Screen() {
+    OnReconnect(nullptr);  // what it holds may be a layer, and so the device
     const DeviceLock lock(*device);
     device->Close();
 }
@@ -61,7 +62,7 @@ void Screen::Reconnect(ANativeWindow* window) {
 
 void Screen::OnReconnect(std::function<void()> paint) {
     const DeviceLock lock(*device);
-    device->repaint = std::move(paint);
+    device->repaint.swap(paint);  // the former one goes without the lock, which a layer that it holds takes
 }
 
 void Screen::LoadFont(const std::string& path) {

@@ -92,6 +92,20 @@ TEST(Screen, CanBeReconnectedAfterAFailure) {
     }
 }
 
+TEST(Screen, LetsGoOfWhatPaintsAgainWithALayerThatNobodyElseHas) {
+    std::weak_ptr<Layer> held[2];
+    {
+        Stage stage;
+        for (std::weak_ptr<Layer>& each : held) {
+            const auto layer = std::make_shared<Layer>(stage.screen, Size{8, 8});
+            each = layer;
+            stage.screen.OnReconnect([layer] { layer->Clear(); });
+        }
+        EXPECT_TRUE(held[0].expired()) << "another one has come";
+    }
+    EXPECT_TRUE(held[1].expired());
+}
+
 // Whoever looks never finds half of a sheet, which is painted in steps and handed over by one, nor half of a
 // shape of several requests: the middle and a corner's disc.
 TEST(Screen, ShowsNoHalfOfWhatThreadsPaintAndIsReconnectedMeanwhile) {
