@@ -81,15 +81,17 @@ TEST_F(LayerTest, CopiesAreCutOffAtBothLayersEdges) {
     source.Clear(RED);
     source.Rectangle({0, 0, 5, 5}, GREEN);
     source.Rectangle({19, 19, 1, 1}, BLUE);
+    source.Rectangle({5, 8, 1, 4}, BLUE);
     layer.Copy(source, -3, -3);
     layer.Copy(source, 110, 50);
     layer.Copy(source, {-4, 15, 10, 10}, {40, 10, 10, 10});  // only (0, 15) to (6, 20) is there to copy
     layer.Copy(source, {0, 0, 20, 20}, {60, 0, 40, 30});
+    layer.Copy(source, {0, 0, 20, 20}, {-10, 35, 30, 24});  // from the source's column 7 on
     layer.Copy(source, {50, 50, 5, 5}, {0, 30, 5, 5});
     layer.Copy(source, {0, 0, 0, 5}, {0, 30, 5, 5});
     const Picture picture = Show();
     EXPECT_TRUE(picture.Shows(GREEN, {{1, 1}, {110, 50}, {68, 6}}));
-    EXPECT_TRUE(picture.Shows(RED, {{2, 2}, {119, 55}, {44, 10}, {49, 14}, {80, 20}, {61, 28}}));
+    EXPECT_TRUE(picture.Shows(RED, {{2, 2}, {119, 55}, {44, 10}, {49, 14}, {80, 20}, {61, 28}, {0, 47}}));
     EXPECT_TRUE(picture.Shows(BLUE, {{16, 16}}));
     EXPECT_TRUE(picture.Shows(BLACK, {{43, 10}, {49, 15}, {2, 32}, {61, 31}}));
 }
