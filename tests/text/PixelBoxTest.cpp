@@ -13,7 +13,7 @@ TEST(PixelBoxes, OfHostileOutlinesDoNotOverflow) {
     EXPECT_EQ(whole.Width(), Limits::max() / 32 + 1);
     EXPECT_EQ(whole.Rows(), 2);
     EXPECT_FALSE(whole.IsRenderable());
-    EXPECT_TRUE(TouchedPixels({0, 0, 0x7FFF * 64, 64}).IsRenderable());
+    EXPECT_TRUE(TouchedPixels({0, 0, 0x7FFF * 64, 0x7FFF * 64}).IsRenderable());
     EXPECT_FALSE(TouchedPixels({0, 0, 0x7FFF * 64 + 1, 64}).IsRenderable());
 }
 
