@@ -127,7 +127,11 @@ TEST(Screen, ShowsNoHalfOfWhatThreadsPaintAndIsReconnectedMeanwhile) {
     };
     auto left = std::async(std::launch::async, paint, 0);
     auto right = std::async(std::launch::async, paint, 120);
-    std::shared_ptr<void> painting(nullptr, [&](void*) { stopped = true; });  // however this ends
+    // However this ends: a future waits for its thread.
+    struct Stop {
+        std::atomic<bool>& stopped;
+        ~Stop() { stopped = true; }
+    } const stop{stopped};
 
     std::set<std::uint32_t> seen;
     // On a busy machine one of them may have to wait long for its turn.
@@ -143,7 +147,7 @@ TEST(Screen, ShowsNoHalfOfWhatThreadsPaintAndIsReconnectedMeanwhile) {
         stage.screen.Reconnect(stage.window.Native());
         (void)stage.Show();
     }
-    painting.reset();
+    stopped = true;
     left.get();
     right.get();
     EXPECT_GT(seen.size(), 1U);
