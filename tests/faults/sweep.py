@@ -20,6 +20,7 @@ import rules
 SCENARIOS = pathlib.Path(__file__).parents[1] / "scenarios"
 NO_CONTEXT = 102
 OTHER_WINDOW = "connect 2"  # which no scenario uses
+ALL_PARTS = "answer", "errors", "picture"  # of what comes of an operation
 
 
 class Reply:
@@ -95,49 +96,76 @@ def left(operation, now, wanted, function):
         yield f"{operation}: {kind} left"
 
 
-def unlike(operation, now, wanted, function, parts=("answer", "errors", "picture")):
+def unlike(operation, now, wanted, function, parts=ALL_PARTS):
     """Yields how an operation comes out otherwise though nothing fails in it."""
     if any(getattr(now, part) != getattr(wanted, part) for part in parts):
         yield f"{operation}: without a fault, it answers {now.answer}, logs {now.errors} and shows {now.picture}"
     yield from left(operation, now, wanted, function)
 
 
-def trial(client, steps, picture, function, nth, for_good):
-    """Yields what is not well when that call of the function fails."""
-    changes_later = function in rules.LASTING or function.startswith("FT_") or any(
-        operation.startswith("fail ") for operation, _ in steps)  # which of its calls depends on those before
-    made = 0  # calls so far
-    came = drawing = False
-    client.take(f"begin {function} {nth} {'forGood' if for_good else ''}")
-    for operation, wanted in steps[1:-1]:
-        if operation == OTHER_WINDOW and came:
-            if for_good or function in rules.LASTING:
-                break
-            drawing = True
-        now = client.take(operation)
-        fails = now.calls[function] >= max(nth, made + 1) and (for_good or made < nth)
-        if fails:
-            came = True
-            yield from left(operation, now, wanted, function)
-            if not rules.admit(operation.split()[0], function, min(max(nth - made, 1), 3), for_good, wanted, now):
-                yield f"{operation}: no rule says that it answers {now.answer} and logs {now.errors}"
-            if now.result != wanted.result and for_good:
-                break
-            if now.result != wanted.result:
-                if operation == "create":
-                    client.take("destroy")  # also when there is nothing
-                now = client.take(operation)
-                fails = False
-        if came and not drawing and not fails:  # what is drawn may lack what failed
-            parts = [] if operation.startswith("shows ") else ["result"] if changes_later else ["answer", "errors"]
-            yield from unlike(operation, now, wanted, function, parts)
-        elif not fails:
-            yield from unlike(operation, now, wanted, function)
-        made = now.calls[function]
-    if not came:
-        yield "the fault does not come"
-    for operation, wanted in picture:
-        yield from unlike(f"afterwards, {operation}", client.take(operation), wanted, function)
+class Trial:
+    """A call of a function that fails in what a client does, alone or with all that follow it."""
+
+    def __init__(self, client, function, nth, for_good):
+        self.client = client
+        self.function = function
+        self.nth = nth
+        self.for_good = for_good
+        self.made = 0  # calls before the operation at work
+        self.came = False
+        self.drawing = False  # a picture in the same context, after the fault
+
+    def run(self, steps, picture):
+        """Yields what is not well."""
+        self.client.take(f"begin {self.function} {self.nth} {'forGood' if self.for_good else ''}")
+        for operation, wanted in steps[1:-1]:
+            if operation == OTHER_WINDOW and self.came:
+                if self.for_good or self.function in rules.LASTING:
+                    break
+                self.drawing = True
+            now = self.client.take(operation)
+            fails = self.fails(now)
+            if fails:
+                yield from self.effect(operation, now, wanted)
+                if now.result != wanted.result and self.for_good:
+                    break
+                if now.result != wanted.result:
+                    now = self.again(operation)
+                    fails = False
+            if not fails:
+                yield from unlike(operation, now, wanted, self.function, self.settled(operation, steps))
+            self.made = now.calls[self.function]
+        if not self.came:
+            yield "the fault does not come"
+        for operation, wanted in picture:
+            yield from unlike(f"afterwards, {operation}", self.client.take(operation), wanted, self.function)
+
+    def fails(self, now):
+        """Whether a call that the operation has made was to fail."""
+        return now.calls[self.function] >= max(self.nth, self.made + 1) and (self.for_good or self.made < self.nth)
+
+    def effect(self, operation, now, wanted):
+        self.came = True
+        which = min(max(self.nth - self.made, 1), 3)
+        yield from left(operation, now, wanted, self.function)
+        if not rules.admit(operation.split()[0], self.function, which, self.for_good, wanted, now):
+            yield f"{operation}: no rule says that it answers {now.answer} and logs {now.errors}"
+
+    def again(self, operation):
+        if operation == "create":
+            self.client.take("destroy")  # also when there is nothing
+        return self.client.take(operation)
+
+    def settled(self, operation, steps):
+        """The parts that are as ever of an operation without a fault: what is drawn may lack what failed before."""
+        if not self.came or self.drawing:
+            return ALL_PARTS
+        if operation.startswith("shows "):
+            return ()
+        # Which of its calls depends on those before.
+        changes_later = self.function in rules.LASTING or self.function.startswith("FT_") or any(
+            step.startswith("fail ") for step, _ in steps)
+        return ("result",) if changes_later else ("answer", "errors")
 
 
 def trials_of(function, sites_of_it, plays, command):
@@ -147,7 +175,7 @@ def trials_of(function, sites_of_it, plays, command):
     for scenario, nth, how in sites_of_it:
         name = f"{scenario} {function} {nth} {how}"
         try:
-            found = trial(client, plays[scenario], plays["picture"], function, nth, how == "forGood")
+            found = Trial(client, function, nth, how == "forGood").run(plays[scenario], plays["picture"])
             complaints += [f"{name}: {complaint}" for complaint in found]
         except BrokenPipeError as end:
             complaints.append(f"{name}: {end} with {client.end()}")
