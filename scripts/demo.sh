@@ -10,7 +10,7 @@ root=$(realpath "$(dirname "${BASH_SOURCE[0]}")/..")
 echo "demo: building"
 (
     cd "$root"
-    cmake --preset release -B build/demo -DKIVGLES_BUILD_TESTS=OFF
+    cmake --preset release -B build/demo -DKIVGLES_BUILD_KIT=OFF -DKIVGLES_BUILD_TESTS=OFF
     cmake --build build/demo --target osd_demo
 )
 

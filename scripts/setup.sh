@@ -4,9 +4,9 @@
 # as far as they are missing; those of all groups if none is named. Removes none. Works as root or with sudo; asks for
 # nothing but a password that sudo may want.
 #
-# build   compiles library and kit    checks  looks at the sources, with clang and the tools around it
-# demo    build, and the examples     bench   Google Benchmark
-# tests   demo, and the tests
+# build   compiles library and kit    tests   demo, the kit, and the tests
+# demo    compiles and runs the demo  checks  looks at the sources, with clang and the tools around it
+#                                     bench   Google Benchmark
 set -euo pipefail
 
 fail() {
@@ -14,21 +14,22 @@ fail() {
     exit 1
 }
 
-build=(
+core=(
     g++ cmake ninja-build pkg-config
     libegl-dev libgles-dev libfreetype-dev
-    libutfcpp-dev # headers, for the kit
 )
+kit=(libutfcpp-dev) # headers
+build=("${core[@]}" "${kit[@]}")
 demo=(
-    "${build[@]}"
+    "${core[@]}"
     # The software renderer and the virtual X server
     libegl-mesa0 libgles2 libgl1-mesa-dri xvfb x11-utils
-    # Examples
-    libx11-dev libpng-dev libcli11-dev
+    # The core's examples
+    libx11-dev libpng-dev libcli11-dev libutfcpp-dev
     # Fonts: outlines with Latin, Greek and Cyrillic; Chinese, Japanese and Korean
     fonts-dejavu-core fonts-wqy-microhei
 )
-tests=("${demo[@]}" libgtest-dev libgmock-dev python3-fonttools)
+tests=("${demo[@]}" "${kit[@]}" libgtest-dev libgmock-dev python3-fonttools)
 checks=(
     clang libclang-rt-dev llvm
     clang-format clang-tidy cppcheck doxygen shellcheck imagemagick

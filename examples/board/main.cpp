@@ -67,7 +67,7 @@ void WriteTexts(Layer& layer, int time) {
 }
 
 int main() {
-    examples::ExampleWindow window({1280, 720}, "board");
+    examples::ExampleWindow window(1280, 720, "board");
     Screen screen;
     screen.Connect(window.Native());
     screen.LoadFont("/usr/share/fonts/truetype/wqy/wqy-microhei.ttc");

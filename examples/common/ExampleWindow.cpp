@@ -19,10 +19,6 @@ namespace {
 // caller find out.
 int IgnoreError(Display*, XErrorEvent*) { return 0; }
 
-struct ImageDestroyer {
-    void operator()(XImage* image) const { XDestroyImage(image); }
-};
-
 struct Freer {
     void operator()(XVisualInfo* info) const { XFree(info); }
 };
@@ -76,17 +72,12 @@ int IsMapped(Display*, XEvent* event, XPointer window) {
                                                                                                 : False;
 }
 
-// One channel of a pixel, from the bits of `mask` to 0..255.
-std::uint8_t Channel(unsigned long pixel, unsigned long mask) {
-    return mask == 0 ? std::uint8_t{0} : static_cast<std::uint8_t>((pixel & mask) * 255 / mask);
-}
-
 }  // namespace
 
 void ExampleWindow::Closer::operator()(Display* connection) const { XCloseDisplay(connection); }
 
-ExampleWindow::ExampleWindow(const kivgles::kit::Size& size, const std::string& title)
-    : display(XOpenDisplay(nullptr)), known(size) {
+ExampleWindow::ExampleWindow(int width, int height, const std::string& title)
+    : display(XOpenDisplay(nullptr)), knownWidth(width), knownHeight(height) {
     if (display == nullptr) {
         const char* const name = std::getenv("DISPLAY");
         throw std::runtime_error(name == nullptr ? std::string("no X server: DISPLAY is not set")
@@ -101,9 +92,9 @@ ExampleWindow::ExampleWindow(const kivgles::kit::Size& size, const std::string& 
     XSetWindowAttributes attributes{};
     attributes.colormap = XCreateColormap(connection, root, visual->visual, AllocNone);
     attributes.event_mask = StructureNotifyMask;
-    window = XCreateWindow(connection, root, 0, 0, static_cast<unsigned int>(size.width),
-                           static_cast<unsigned int>(size.height), 0, visual->depth, InputOutput,
-                           visual->visual, CWBorderPixel | CWColormap | CWEventMask, &attributes);
+    window = XCreateWindow(connection, root, 0, 0, static_cast<unsigned int>(width),
+                           static_cast<unsigned int>(height), 0, visual->depth, InputOutput, visual->visual,
+                           CWBorderPixel | CWColormap | CWEventMask, &attributes);
     XStoreName(connection, window, title.c_str());
     // The window manager asks to close it, instead of ending the program.
     Atom closing = XInternAtom(connection, "WM_DELETE_WINDOW", False);
@@ -127,8 +118,9 @@ ExampleWindow::Event ExampleWindow::Wait() {
                 return Event::LOST;
             }
             const XConfigureEvent& now = event.xconfigure;
-            if (event.type == ConfigureNotify && (now.width != known.width || now.height != known.height)) {
-                known = {now.width, now.height};
+            if (event.type == ConfigureNotify && (now.width != knownWidth || now.height != knownHeight)) {
+                knownWidth = now.width;
+                knownHeight = now.height;
                 return Event::RESIZED;
             }
         }
@@ -148,38 +140,10 @@ void ExampleWindow::WaitForEnd() {
     }
 }
 
-void ExampleWindow::Resize(const kivgles::kit::Size& size) {
-    XResizeWindow(display.get(), window, static_cast<unsigned int>(size.width),
-                  static_cast<unsigned int>(size.height));
+void ExampleWindow::Resize(int width, int height) {
+    XResizeWindow(display.get(), window, static_cast<unsigned int>(width), static_cast<unsigned int>(height));
 }
 
 void ExampleWindow::Destroy() { XDestroyWindow(display.get(), window); }
-
-Image ExampleWindow::Read() const {
-    Display* const connection = display.get();
-    XSync(connection, False);
-    XWindowAttributes attributes{};
-    if (XGetWindowAttributes(connection, window, &attributes) == 0) {
-        throw std::runtime_error("the window is gone");
-    }
-    const std::unique_ptr<XImage, ImageDestroyer> picture(
-        XGetImage(connection, window, 0, 0, static_cast<unsigned int>(attributes.width),
-                  static_cast<unsigned int>(attributes.height), AllPlanes, ZPixmap));
-    if (picture == nullptr) {
-        throw std::runtime_error(
-            "the X server does not give the window's picture: is all of it on the screen?");
-    }
-
-    Image image(picture->width, picture->height);
-    for (int y = 0; y < picture->height; ++y) {
-        for (int x = 0; x < picture->width; ++x) {
-            const unsigned long pixel = XGetPixel(picture.get(), x, y);
-            image.Set(x, y,
-                      {Channel(pixel, picture->red_mask), Channel(pixel, picture->green_mask),
-                       Channel(pixel, picture->blue_mask), 255});
-        }
-    }
-    return image;
-}
 
 }  // namespace examples

@@ -4,24 +4,21 @@
 #include <memory>
 #include <string>
 
-#include "common/Image.h"
-#include "kivgles/kit/Geometry.h"
-
 struct ANativeWindow;
 struct _XDisplay;  // Xlib's Display: its header stays outside, for it names a Screen too
 
 namespace examples {
 
-// An X11 window that the library can draw on. Operations throw std::runtime_error.
+// An X11 window that the library can draw on; sizes are in pixels. Operations throw std::runtime_error.
 class ExampleWindow {
  public:
     // What Wait has been waiting for.
     enum class Event { ENTER, RESIZED, LOST };
 
     // Returns when the window is on the screen.
-    ExampleWindow(const kivgles::kit::Size& size, const std::string& title);
+    ExampleWindow(int width, int height, const std::string& title);
 
-    // For Screen::Connect: the window's id, cast.
+    // The window's id, cast, as the library takes it.
     ANativeWindow* Native() const { return reinterpret_cast<ANativeWindow*>(window); }
 
     // Until Enter has been pressed in the terminal, or the standard input ends; until the window has another
@@ -32,11 +29,8 @@ class ExampleWindow {
     void WaitForEnd();
 
     // What a user and a window manager do to windows.
-    void Resize(const kivgles::kit::Size& size);
+    void Resize(int width, int height);
     void Destroy();
-
-    // What the X server holds. The draw thread must have done its work before.
-    Image Read() const;
 
  private:
     struct Closer {
@@ -45,7 +39,8 @@ class ExampleWindow {
 
     std::unique_ptr<_XDisplay, Closer> display;  // its end takes the window along
     unsigned long window = 0;
-    kivgles::kit::Size known;  // that Wait has reported
+    int knownWidth;  // that Wait has reported
+    int knownHeight;
 };
 
 }  // namespace examples

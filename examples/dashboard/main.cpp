@@ -65,7 +65,7 @@ void Run(Screen& screen, Layer& dashboard, const Gauge& gauge) {
 }
 
 int main() {
-    examples::ExampleWindow window({1248, 432}, "dashboard");
+    examples::ExampleWindow window(1248, 432, "dashboard");
     Screen screen;
     screen.Connect(window.Native());
     screen.LoadFont("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");

@@ -23,7 +23,7 @@ std::uint8_t ToByte(float value) {
     return static_cast<std::uint8_t>(std::lround(std::clamp(value, 0.0F, 255.0F)));
 }
 
-kivgles::kit::Color ToColor(const FloatColor& color, std::uint8_t alpha) {
+Color ToColor(const FloatColor& color, std::uint8_t alpha) {
     return {ToByte(color.r), ToByte(color.g), ToByte(color.b), alpha};
 }
 
@@ -59,10 +59,10 @@ Image MakeBackdrop() {
     constexpr FloatColor GLOW{44, 86, 118};
 
     Image image(320, 180);
-    for (int y = 0; y < image.size.height; ++y) {
-        for (int x = 0; x < image.size.width; ++x) {
-            const float across = static_cast<float>(x) / static_cast<float>(image.size.width);
-            const float down = static_cast<float>(y) / static_cast<float>(image.size.height);
+    for (std::uint32_t y = 0; y < image.height; ++y) {
+        for (std::uint32_t x = 0; x < image.width; ++x) {
+            const float across = static_cast<float>(x) / static_cast<float>(image.width);
+            const float down = static_cast<float>(y) / static_cast<float>(image.height);
             const float distance = std::hypot(across - 0.85F, (down + 0.05F) * 0.7F);
             image.Set(x, y, ToColor(Mix(Mix(TOP, BOTTOM, down), GLOW, std::exp(-4 * distance)), OPAQUE));
         }
@@ -70,11 +70,11 @@ Image MakeBackdrop() {
     return image;
 }
 
-Image MakeLogo(int side) {
+Image MakeLogo(std::uint32_t side) {
     const float radius = static_cast<float>(side) / 2.0F;
     Image image(side, side);
-    for (int row = 0; row < side; ++row) {
-        for (int column = 0; column < side; ++column) {
+    for (std::uint32_t row = 0; row < side; ++row) {
+        for (std::uint32_t column = 0; column < side; ++column) {
             const float x = (static_cast<float>(column) + 0.5F) / radius - 1.0F;
             const float y = (static_cast<float>(row) + 0.5F) / radius - 1.0F;
             const float coverage = Coverage((1.0F - std::hypot(x, y)) * radius - 1.0F);

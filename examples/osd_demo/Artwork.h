@@ -1,7 +1,7 @@
 #ifndef EXAMPLES_OSD_DEMO_ARTWORK_H
 #define EXAMPLES_OSD_DEMO_ARTWORK_H
 
-#include "common/Image.h"
+#include "Image.h"
 
 namespace examples::osd_demo {
 
@@ -9,7 +9,7 @@ namespace examples::osd_demo {
 Image MakeBackdrop();
 
 // A sun above the sea in a disc, transparent around it. `side` is its width and height in pixels.
-Image MakeLogo(int side);
+Image MakeLogo(std::uint32_t side);
 
 }  // namespace examples::osd_demo
 

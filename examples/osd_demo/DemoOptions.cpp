@@ -48,10 +48,10 @@ std::optional<DemoOptions> ParseOptions(int argc, char** argv, int& exitCode) {
         ->capture_default_str();
     app.add_option("--output", options.output, "PNG file for the picture")->capture_default_str();
     app.add_option("--frames", options.frames, "Number of frames in which the progress bar fills")
-        ->check(CLI::Range(1, 100000))
+        ->check(CLI::Range(1U, 100000U))
         ->capture_default_str();
     app.add_option("--hold", options.hold, "Seconds for which the window stays afterwards")
-        ->check(CLI::Range(0, 3600))
+        ->check(CLI::Range(0U, 3600U))
         ->capture_default_str();
     app.add_option("--font", options.font, "Font file")->capture_default_str();
     app.add_option("--cjk-font", options.cjkFont,

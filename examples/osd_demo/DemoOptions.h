@@ -11,8 +11,8 @@ struct DemoOptions {
     int width = 1280;  // of the window, in pixels
     int height = 720;
     std::string output = "osd.png";
-    int frames = 44;
-    int hold = 0;  // seconds
+    unsigned int frames = 44;
+    unsigned int hold = 0;  // seconds
     std::string font = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
     std::string cjkFont;  // empty: none
     std::string logo;     // empty: a logo of the demo's own

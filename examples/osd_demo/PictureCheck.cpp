@@ -6,14 +6,11 @@
 
 namespace examples::osd_demo {
 
-using kivgles::kit::Color;
-using kivgles::kit::Rect;
-
 namespace {
 
-constexpr int COLOR_TOLERANCE = 3;   // rounding of blending and scaling
-constexpr int LETTER_CONTRAST = 60;  // at least, somewhere in a letter
-constexpr int MIN_SIDE = 3;          // pixels of the window; what is smaller mixes with what is around it
+constexpr int COLOR_TOLERANCE = 3;     // rounding of blending and scaling
+constexpr int LETTER_CONTRAST = 60;    // at least, somewhere in a letter
+constexpr std::uint32_t MIN_SIDE = 3;  // pixels of the window; what is smaller mixes with what is around it
 
 int Difference(const Color& a, const Color& b) {
     return std::max({std::abs(a.r - b.r), std::abs(a.g - b.g), std::abs(a.b - b.b)});
@@ -26,8 +23,8 @@ std::string Name(const Color& color) {
 
 int GreatestDifference(const Image& picture, const Rect& rect, const Color& color) {
     int greatest = 0;
-    for (int y = rect.y; y < rect.y + rect.height; ++y) {
-        for (int x = rect.x; x < rect.x + rect.width; ++x) {
+    for (std::uint32_t y = rect.y; y < rect.y + rect.height; ++y) {
+        for (std::uint32_t x = rect.x; x < rect.x + rect.width; ++x) {
             greatest = std::max(greatest, Difference(picture.Get(x, y), color));
         }
     }
@@ -35,7 +32,7 @@ int GreatestDifference(const Image& picture, const Rect& rect, const Color& colo
 }
 
 std::optional<std::string> FindDifference(const Image& picture, const KnownArea& area, const Rect& rect) {
-    if (rect.x + rect.width > picture.size.width || rect.y + rect.height > picture.size.height) {
+    if (rect.x + rect.width > picture.width || rect.y + rect.height > picture.height) {
         return "the window has become smaller than the panel";
     }
     if (area.letters) {
@@ -55,10 +52,10 @@ std::optional<std::string> FindDifference(const Image& picture, const KnownArea&
 
 }  // namespace
 
-std::optional<std::string> FindDifference(const Image& picture, const Rect& panel, int panelWidth,
+std::optional<std::string> FindDifference(const Image& picture, const Rect& panel, std::uint32_t panelWidth,
                                           const std::vector<KnownArea>& areas) {
     const double scale = static_cast<double>(panel.width) / panelWidth;
-    const auto scaled = [scale](int pixels) { return static_cast<int>(pixels * scale); };
+    const auto scaled = [scale](std::uint32_t pixels) { return static_cast<std::uint32_t>(pixels * scale); };
     for (const KnownArea& area : areas) {
         const Rect rect = {panel.x + scaled(area.rect.x), panel.y + scaled(area.rect.y),
                            scaled(area.rect.width), scaled(area.rect.height)};

@@ -1,5 +1,6 @@
-// osd_demo: an information panel on a window, as a client of the library would draw it. Reads the window back
-// from the X server, saves the picture and checks it.
+// osd_demo: an information panel on a window, as a client of the core draws it: layers, rectangles, rounds,
+// bitmaps, texts in two fonts, copies. Reads the window back from the X server, saves the picture and checks
+// it.
 
 #include <chrono>
 #include <exception>
@@ -11,24 +12,33 @@
 #include "DemoOptions.h"
 #include "Panel.h"
 #include "PanelStyle.h"
+#include "PngFile.h"
+#include "WindowPicture.h"
 #include "common/ExampleWindow.h"
-#include "common/PngFile.h"
 
 namespace examples::osd_demo {
 
 namespace {
 
+void Connect(Surface& surface, ANativeWindow* window) {
+    Check(surface.KivCreateGLContext(), "creating the GL context");
+    Check(surface.KivConnectWindowSurface(window), "connecting the window");
+    Check(surface.Init(kivgles::ENABLE_TEXT | kivgles::ENABLE_BLIT | kivgles::ENABLE_BITMAP |
+                       kivgles::ENABLE_RECT | kivgles::ENABLE_ROUND),
+          "creating the renderers");
+}
+
 // Saves what the window shows, and throws if that is not the panel's last frame.
-void SavePicture(const ExampleWindow& window, const Panel& panel, const std::string& path) {
+void SavePicture(const ANativeWindow* window, const Panel& panel, const std::string& path) {
     const auto differs = [&panel](const Image& picture) {
-        return FindDifference(picture, panel.PlaceOnWindow(), PANEL_SIZE.width, panel.KnownAreas());
+        return FindDifference(picture, panel.PlaceOnWindow(), PANEL_WIDTH, panel.KnownAreas());
     };
-    Image picture = window.Read();
+    Image picture = ReadWindow(window);
     auto difference = differs(picture);
-    // The screen's frames reach the X server by another connection, so the last may come a moment later.
+    // The library's frames reach the X server by another connection, so the last may come a moment later.
     for (int wait = 0; difference && wait < 100; ++wait) {
         std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        picture = window.Read();
+        picture = ReadWindow(window);
         difference = differs(picture);
     }
     WritePng(path, picture);
@@ -39,19 +49,18 @@ void SavePicture(const ExampleWindow& window, const Panel& panel, const std::str
 
 void Run(const DemoOptions& options) {
     const Image logo = options.logo.empty() ? MakeLogo(4 * LOGO_BOX.width) : ReadPng(options.logo);
-    const ExampleWindow window({options.width, options.height}, options.title);
+    const ExampleWindow window(options.width, options.height, options.title);
 
-    kivgles::kit::Screen screen;
-    screen.Connect(window.Native());
-    Panel panel(screen, options, logo);
+    Surface surface;
+    Connect(surface, window.Native());
+    Panel panel(surface, options, logo);
     panel.ShowLogo();
     panel.Compose();
-    for (int frame = 1; frame <= options.frames; ++frame) {
+    for (unsigned int frame = 1; frame <= options.frames; ++frame) {
         panel.ShowFrame(Panel::JOURNEY_DONE * frame / options.frames);
     }
-    screen.Finish();
 
-    SavePicture(window, panel, options.output);
+    SavePicture(window.Native(), panel, options.output);
     std::cout << "osd_demo: " << options.frames << " frames shown, the window's picture is in "
               << options.output << '\n';
     std::this_thread::sleep_for(std::chrono::seconds(options.hold));

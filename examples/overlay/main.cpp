@@ -42,7 +42,7 @@ void PaintOverlay(Layer& layer, int width, int height) {
 }
 
 int main(int argc, char**) {
-    auto window = std::make_unique<ExampleWindow>(Size{800, 450}, "overlay");
+    auto window = std::make_unique<ExampleWindow>(800, 450, "overlay");
     Screen screen;
     screen.Connect(window->Native());
     screen.LoadFont("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
@@ -58,11 +58,11 @@ int main(int argc, char**) {
     screen.OnReconnect(paint);
     paint();
     if (argc > 1) {
-        window->Resize({1280, 720});
+        window->Resize(1280, 720);
     }
     for (auto event = window->Wait(); event != ExampleWindow::Event::ENTER; event = window->Wait()) {
         if (event == ExampleWindow::Event::LOST) {
-            window = std::make_unique<ExampleWindow>(Size{960, 540}, "overlay");
+            window = std::make_unique<ExampleWindow>(960, 540, "overlay");
         }
         screen.Reconnect(window->Native());
         if (argc > 1 && event == ExampleWindow::Event::RESIZED) {

@@ -25,7 +25,7 @@ bool IsDone(const std::future<Job>& job) {
 
 // Shows frames for as long as a producer draws, and then the last one.
 void Run(int frames) {
-    ExampleWindow window(CANVAS_SIZE, "threads");
+    ExampleWindow window(CANVAS_SIZE.width, CANVAS_SIZE.height, "threads");
     kivgles::kit::Screen screen;
     screen.Connect(window.Native());
     screen.LoadFont(FONT);

@@ -1,10 +1,10 @@
-#include "common/PngFile.h"
+#include "PngFile.h"
 
 #include <stdexcept>
 
 #include <png.h>
 
-namespace examples {
+namespace examples::osd_demo {
 
 namespace {
 
@@ -32,7 +32,7 @@ Image ReadPng(const std::string& path) {
         Fail(path, "wider or higher than 4096 pixels");
     }
     png.format = PNG_FORMAT_RGBA;
-    Image image(static_cast<int>(png.width), static_cast<int>(png.height));
+    Image image(png.width, png.height);
     if (png_image_finish_read(&png, nullptr, image.rgba.data(), 0, nullptr) == 0) {
         Fail(path, png.message);
     }
@@ -41,12 +41,12 @@ Image ReadPng(const std::string& path) {
 
 void WritePng(const std::string& path, const Image& image) {
     png_image png = NewPngImage();
-    png.width = static_cast<png_uint_32>(image.size.width);
-    png.height = static_cast<png_uint_32>(image.size.height);
+    png.width = image.width;
+    png.height = image.height;
     png.format = PNG_FORMAT_RGBA;
     if (png_image_write_to_file(&png, path.c_str(), 0, image.rgba.data(), 0, nullptr) == 0) {
         Fail(path, png.message);
     }
 }
 
-}  // namespace examples
+}  // namespace examples::osd_demo

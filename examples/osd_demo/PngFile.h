@@ -1,16 +1,16 @@
-#ifndef EXAMPLES_COMMON_PNGFILE_H
-#define EXAMPLES_COMMON_PNGFILE_H
+#ifndef EXAMPLES_OSD_DEMO_PNGFILE_H
+#define EXAMPLES_OSD_DEMO_PNGFILE_H
 
 #include <string>
 
-#include "common/Image.h"
+#include "Image.h"
 
-namespace examples {
+namespace examples::osd_demo {
 
 // Both throw std::runtime_error, with the file's name, when it cannot be read or written.
 Image ReadPng(const std::string& path);
 void WritePng(const std::string& path, const Image& image);
 
-}  // namespace examples
+}  // namespace examples::osd_demo
 
-#endif  // EXAMPLES_COMMON_PNGFILE_H
+#endif  // EXAMPLES_OSD_DEMO_PNGFILE_H
