@@ -10,6 +10,7 @@
 #include <string>
 
 #include "kivgles/KivComponents.h"
+#include "kivgles/KivDisplay.h"
 #include "kivgles/KivGLRecords.h"
 #include "kivgles/KivMutex.h"
 #include "kivgles/KivRecords.h"
@@ -50,8 +51,8 @@ class GLDrawThread;
 /// Borrowed: the window until another one is connected or the context is destroyed; bitmap pixels, text and
 /// paths until the call returns. Everything else is passed by value.
 ///
-/// One at a time: a process has one default EGL display, so at most one surface may have a context; the
-/// second one's end would take the first one's along.
+/// Several windows: a surface each, as many as you like. They share a display if it is the same one, and the
+/// last of them terminates it; other EGL code of the process on that display does not survive that.
 ///
 /// Not static, not in a singleton: a surface that is destroyed after `main` has returned still draws while
 /// the driver of GL takes itself down, and the process crashes or hangs. Make it a local of `main`, or end
@@ -93,7 +94,10 @@ class GLDrawThread;
 /// | 32 | the font has no visible character | FontAtlas: Calculate texture width 0d, height 0d |
 /// | 100 | invalid handle, or no table yet | GLDrawThread: FBO manager is nullptr or param is invalid |
 /// | 100 | the context could not be made current | EGLManager: egl make current failed: ERROR |
+/// | 5 | no context without a surface (Wayland) | EGLManager: EGL_KHR_surfaceless_context is missing |
 /// | 100 | the draw thread could not be started | KivGLDrawSurface: start draw thread fail ERRNO |
+/// | 100 | no such platform here | KivGLDrawSurface: platform is invalid PLATFORM |
+/// | 101 | no display given where one is needed | KivGLDrawSurface: native display is NULL |
 /// | 101 | no window given | KivGLDrawSurface: native window is NULL |
 /// | 101 | no such layer (display, bitmaps) | GLDrawThread: There is not the fbo HANDLE |
 /// | 102 | no context | KivGLDrawSurface: GLContext isn't created |
@@ -130,6 +134,23 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     ///     ("start draw thread fail ERRNO").
     int KivCreateGLContext() noexcept;
 
+    /// The same on a display of the client's: the X11 or Wayland connection that its windows are made on.
+    /// Waits. Takes no lock.
+    ///
+    /// What KivDisplay.h says of a platform holds for the context: which native windows it takes, and what a
+    /// frame waits for. On Wayland nothing can be shown before a window is connected.
+    /// @param display Copied. Its connection stays the caller's, is kept open by it until the context is
+    ///     destroyed, and is used by the draw thread meanwhile.
+    /// @return As KivCreateGLContext, with the same lines, and besides:
+    /// @retval 1 No EGL display, also because EGL lacks the platform ("eglGetDisplay failed: ...").
+    /// @retval 5 On Wayland: EGL makes no context current without a surface ("EGL_KHR_surfaceless_context is
+    ///     missing", then "Create openGLES window surface fail 5").
+    /// @retval 100 The platform is none of KIV_PLATFORM_, or on Android not the default ("platform is invalid
+    ///     PLATFORM"). Nothing has changed.
+    /// @retval 101 The platform needs a display and there is none ("native display is NULL"). Nothing has
+    ///     changed.
+    int KivCreateGLContextOn(const TagKivDisplayInfo& display) noexcept;
+
     /// Releases the context, every layer and font, and stops the draw thread. Waits. Takes no lock.
     ///
     /// Requests queued before it are executed first. The window stays known: connecting the same window
@@ -145,7 +166,7 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// After 5 or 100 nothing is shown until another window than the former has been connected, though the
     /// getters keep the former's size and connecting it again returns 0.
     /// @param window Owned by the caller and kept alive by it until another window is connected or the
-    ///     context is destroyed. On a desktop: the X11 window id, cast.
+    ///     context is destroyed. On X11: the window's id, cast. On Wayland: a `wl_egl_window*`, cast.
     /// @retval 0 Connected, its size read once, now; or connected already (with the warning "NativeWindow has
     ///     been connected").
     /// @retval 5 EGL refuses the window ("eglCreateWindowSurface error: ...", then "Create openGLES window

@@ -13,6 +13,7 @@
 #include "gl/EGLManager.h"
 #include "gl/FBOManager.h"
 #include "kivgles/KivComponents.h"
+#include "kivgles/KivDisplay.h"
 #include "osd/OSDBitmap.h"
 #include "osd/OSDBlit.h"
 #include "osd/OSDFrame.h"
@@ -49,6 +50,8 @@ class GLDrawThread {
 
     // Makes the object ready for its thread; called once, before that starts.
     int Init();
+    // The display to set the context up on; EGL's default one otherwise. Before the thread starts.
+    void SetDisplay(const TagKivDisplayInfo& info) { displayInfo = info; }
     // Asks the loop to stop after the command in hand.
     int DeInit();
 
@@ -185,6 +188,8 @@ class GLDrawThread {
     mutable KivMutex fboMutex;
     // Showing the text renderer, loading another font and destroying it, against GetTextSize.
     KivMutex textMutex;
+
+    TagKivDisplayInfo displayInfo;  // set before the thread starts; the native display is the client's
 
     // What the last CMD_LOAD_FONT executed has named: the first text loads it. Draw thread.
     Font textFont{fontLibPath, fontLibSize};

@@ -55,7 +55,7 @@ int GLDrawThread::DrawCmdProc(std::shared_ptr<DrawCmd>& cmd) {
 int GLDrawThread::SetupGLESConext() {
     contextCreated = false;  // stays so on a failure, also when there was a context before
     if (eglManager == nullptr) {
-        eglManager = std::make_unique<EGLManager>();
+        eglManager = std::make_unique<EGLManager>(displayInfo);
     }
 
     int status = eglManager->EGLSetupContext();
@@ -108,7 +108,7 @@ int GLDrawThread::ConnectWindowSurface() {
         return STATUS_NOT_FOUND;
     }
     if (eglManager == nullptr) {
-        eglManager = std::make_unique<EGLManager>();
+        eglManager = std::make_unique<EGLManager>(displayInfo);
     }
 
     int status = eglManager->CreateWindowSurface(nativeWindow);

@@ -1,9 +1,13 @@
 #include "gl/EGLManager.h"
 
+#include <string_view>
+
+#include <EGL/eglext.h>
 #include <GLES2/gl2.h>
 #include <android/log.h>
 
 #include "StatusCode.h"
+#include "gl/DisplayTurn.h"
 
 namespace kivgles {
 
@@ -24,6 +28,10 @@ constexpr EGLint CONFIG_ATTRIBUTES[] = {
 };
 // clang-format on
 
+// On a connection of the client's the server answers a pixmap of 0 by 0 with an error, at which Xlib ends the
+// process. On EGL's own nobody hears of it.
+constexpr EGLint CLIENTS_PBUFFER_ATTRIBUTES[] = {EGL_WIDTH, 1, EGL_HEIGHT, 1, EGL_NONE};
+
 constexpr EGLint CONTEXT_ATTRIBUTES[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
 
 unsigned int LastError() { return static_cast<unsigned int>(eglGetError()); }
@@ -34,20 +42,38 @@ void LogGLString(const char* name, GLenum what) {
                         text == nullptr ? "(null)" : reinterpret_cast<const char*>(text));
 }
 
+// Android's EGL counts a display's users itself, and the windows that the system draws are among them.
+#ifdef __ANDROID__
+constexpr bool EGL_COUNTS_USERS = true;
+#else
+constexpr bool EGL_COUNTS_USERS = false;
+#endif
+
+// The display of a connection of the client's. By an extension: the function of EGL 1.5 came to Android late.
+EGLDisplay OpenClientsDisplay(const TagKivDisplayInfo& info) {
+    const auto getPlatformDisplay =
+        reinterpret_cast<PFNEGLGETPLATFORMDISPLAYEXTPROC>(eglGetProcAddress("eglGetPlatformDisplayEXT"));
+    if (getPlatformDisplay == nullptr) {
+        return EGL_NO_DISPLAY;
+    }
+    const EGLenum platform =
+        info.platform == KIV_PLATFORM_X11 ? EGL_PLATFORM_X11_EXT : EGL_PLATFORM_WAYLAND_EXT;
+    return getPlatformDisplay(platform, info.nativeDisplay, nullptr);
+}
+
 }  // namespace
 
 EGLManager::~EGLManager() { EGLRelease(); }
 
 int EGLManager::EGLSetupContext() {
-    display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
+    const bool isNewUser = display == EGL_NO_DISPLAY;
+    display = OpenDisplay();
     if (display == EGL_NO_DISPLAY) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "eglGetDisplay failed: %#x", LastError());
         return STATUS_NO_DISPLAY;
     }
 
-    EGLint major = 0;
-    EGLint minor = 0;
-    if (eglInitialize(display, &major, &minor) != EGL_TRUE) {
+    if (InitializeDisplay(isNewUser) != EGL_TRUE) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "eglInitialize failed: %#x", LastError());
         return STATUS_EGL_INIT_FAILED;
     }
@@ -66,9 +92,46 @@ int EGLManager::EGLSetupContext() {
     return STATUS_OK;
 }
 
+EGLDisplay EGLManager::OpenDisplay() const {
+    return IsOn(KIV_PLATFORM_DEFAULT) ? eglGetDisplay(EGL_DEFAULT_DISPLAY) : OpenClientsDisplay(displayInfo);
+}
+
+// A user also if it fails: the display is terminated all the same, when nobody else uses it.
+EGLBoolean EGLManager::InitializeDisplay(bool isNewUser) const {
+    const DisplayTurn turn(display);
+    if (isNewUser) {
+        turn.AddUser();
+    }
+    EGLint major = 0;
+    EGLint minor = 0;
+    return eglInitialize(display, &major, &minor);
+}
+
+void EGLManager::LeaveDisplay() const {
+    const DisplayTurn turn(display);
+    if (turn.RemoveUser() || EGL_COUNTS_USERS) {
+        eglTerminate(display);
+    }
+    eglReleaseThread();
+}
+
+bool EGLManager::CanBeWithoutSurface() const {
+    const char* const extensions = eglQueryString(display, EGL_EXTENSIONS);
+    return extensions != nullptr &&
+           std::string_view(extensions).find("EGL_KHR_surfaceless_context") != std::string_view::npos;
+}
+
 int EGLManager::CreatePBufferSurface() {
     DestroySurface();
-    surface = eglCreatePbufferSurface(display, config, nullptr);
+    if (IsOn(KIV_PLATFORM_WAYLAND)) {
+        if (CanBeWithoutSurface()) {
+            return STATUS_OK;
+        }
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "EGL_KHR_surfaceless_context is missing\n");
+        return STATUS_CREATE_SURFACE_FAILED;
+    }
+    surface = eglCreatePbufferSurface(display, config,
+                                      IsOn(KIV_PLATFORM_DEFAULT) ? nullptr : CLIENTS_PBUFFER_ATTRIBUTES);
     if (surface == EGL_NO_SURFACE) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "eglCreatePbufferSurface error: %#x", LastError());
         return STATUS_CREATE_SURFACE_FAILED;
@@ -78,7 +141,7 @@ int EGLManager::CreatePBufferSurface() {
 
 int EGLManager::CreateWindowSurface(ANativeWindow* window) {
     DestroySurface();
-    // A pointer on Android, an X11 window id on a desktop: the cast takes the pointer's value for either.
+    // A pointer on Android and Wayland, an X11 window id: the cast takes the pointer's value for either.
     surface = eglCreateWindowSurface(display, config, reinterpret_cast<EGLNativeWindowType>(window), nullptr);
     if (surface == EGL_NO_SURFACE) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "eglCreateWindowSurface error: %#x", LastError());
@@ -101,13 +164,22 @@ int EGLManager::MakeCurrent() {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "egl make current failed: %#x", LastError());
         return STATUS_INVALID;
     }
-    eglQuerySurface(display, surface, EGL_WIDTH, &windowWidth);
-    eglQuerySurface(display, surface, EGL_HEIGHT, &windowHeight);
+    if (surface != EGL_NO_SURFACE) {
+        eglQuerySurface(display, surface, EGL_WIDTH, &windowWidth);
+        eglQuerySurface(display, surface, EGL_HEIGHT, &windowHeight);
+        NeverWaitForCompositor();
+    }
 
     LogGLString("Version", GL_VERSION);
     LogGLString("Vendor", GL_VENDOR);
     LogGLString("Renderer", GL_RENDERER);
     return STATUS_OK;
+}
+
+void EGLManager::NeverWaitForCompositor() const {
+    if (IsOn(KIV_PLATFORM_WAYLAND) && eglSwapInterval(display, 0) == EGL_FALSE) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "eglSwapInterval error: %#x", LastError());
+    }
 }
 
 EGLBoolean EGLManager::SwapBuffers() const { return eglSwapBuffers(display, surface); }
@@ -128,8 +200,7 @@ void EGLManager::EGLRelease() {
         surface = EGL_NO_SURFACE;
     }
     eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-    eglTerminate(display);
-    eglReleaseThread();
+    LeaveDisplay();
     config = nullptr;
     display = EGL_NO_DISPLAY;
 }

@@ -3,21 +3,25 @@
 
 #include <EGL/egl.h>
 
+#include "kivgles/KivDisplay.h"
+
 struct ANativeWindow;
 
 namespace kivgles {
 
-// The library's whole EGL state: the default display, one configuration, one OpenGL ES 2.0 context and at
-// most one surface (first a pbuffer, so that GL objects can be made before there is a window).
+// The EGL state of a draw thread: a display, one configuration, one OpenGL ES 2.0 context and at most one
+// surface (first a pbuffer, so that GL objects can be made before there is a window).
 //
-// Owner:  GLDrawThread.
+// Owner:  GLDrawThread. The native display is the client's.
 // Thread: draw thread, release and destruction included: a context is current on one thread only.
 // Units:  window sizes in pixels.
 //
 // Operations return 0 or a status of StatusCode.h; a failure is logged with EGL's error code.
 class EGLManager {
  public:
+    // On EGL's default display, or on one of the client's.
     EGLManager() = default;
+    explicit EGLManager(const TagKivDisplayInfo& info) : displayInfo(info) {}
     // Releases what is still held, and warns if nothing is.
     ~EGLManager();
 
@@ -29,25 +33,34 @@ class EGLManager {
     int EGLSetupContext();
 
     // Replace the surface; not yet current. After a failure there is none, the former being gone already.
+    // In place of a pbuffer Wayland, which has none, has a context that is current without a surface.
     int CreatePBufferSurface();
     int CreateWindowSurface(ANativeWindow* window);
 
     // Makes context and surface current on this thread, reads the surface's size and logs who GL is.
     int MakeCurrent();
 
-    // The surface's size as of the last successful MakeCurrent; 0 before, and for the pbuffer.
+    // The surface's size as of the last successful MakeCurrent; 0 before, and for the default pbuffer.
     int GetWindowWidth() const { return windowWidth; }
     int GetWindowHeight() const { return windowHeight; }
 
     // EGL_FALSE on failure, which is not logged.
     EGLBoolean SwapBuffers() const;
 
-    // Both bring everything back to the state of construction, but for the window's size.
+    // Both bring everything back to the state of construction, but for the window's size. The last user of
+    // the display in the process terminates it.
     void EGLRelease();
     void Release() { EGLRelease(); }
 
  private:
+    bool IsOn(int platform) const { return displayInfo.platform == platform; }
+    EGLDisplay OpenDisplay() const;
+    EGLBoolean InitializeDisplay(bool isNewUser) const;
+    void LeaveDisplay() const;
     void DestroySurface();
+    bool CanBeWithoutSurface() const;
+    // Wayland: a frame would be waited for until its window is seen, and with it every waiting call.
+    void NeverWaitForCompositor() const;
 
     EGLDisplay display = EGL_NO_DISPLAY;
     EGLContext context = EGL_NO_CONTEXT;
@@ -55,6 +68,7 @@ class EGLManager {
     EGLConfig config = nullptr;  // of the context and of every surface
     EGLint windowWidth = 0;
     EGLint windowHeight = 0;
+    TagKivDisplayInfo displayInfo;
 };
 
 }  // namespace kivgles

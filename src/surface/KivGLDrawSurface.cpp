@@ -22,6 +22,12 @@ namespace {
 
 constexpr char TAG[] = "KivGLDrawSurface";
 
+#ifdef __ANDROID__
+constexpr bool HAS_CLIENTS_DISPLAYS = false;
+#else
+constexpr bool HAS_CLIENTS_DISPLAYS = true;
+#endif
+
 // The thread keeps its object alive until its loop has ended.
 void StartDrawThread(const std::shared_ptr<GLDrawThread>& drawThread) {
     const SignalBlock signalBlock;
@@ -33,6 +39,23 @@ int RefuseDrawThread(int error) {
     return RESULT_FAILED;
 }
 
+// Whether there is a display to try; logged if not.
+int CheckDisplay(const TagKivDisplayInfo& display) {
+    if (display.platform == KIV_PLATFORM_DEFAULT) {
+        return RESULT_OK;
+    }
+    if (!HAS_CLIENTS_DISPLAYS ||
+        (display.platform != KIV_PLATFORM_X11 && display.platform != KIV_PLATFORM_WAYLAND)) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "platform is invalid %d\n", display.platform);
+        return RESULT_FAILED;
+    }
+    if (display.nativeDisplay == nullptr) {
+        __android_log_print(ANDROID_LOG_ERROR, TAG, "native display is NULL\n");
+        return RESULT_NOT_FOUND;
+    }
+    return RESULT_OK;
+}
+
 }  // namespace
 
 KivGLDrawSurface::KivGLDrawSurface() noexcept
@@ -42,11 +65,18 @@ KivGLDrawSurface::~KivGLDrawSurface() {
     (void)KivDestoryGLContext();  // nobody is left to be told
 }
 
+int KivGLDrawSurface::KivCreateGLContext() noexcept { return KivCreateGLContextOn({}); }
+
 // Without the lock: the client sees to it that no other operation runs.
-KIVGLES_UNCHECKED int KivGLDrawSurface::KivCreateGLContext() noexcept {
+KIVGLES_UNCHECKED int KivGLDrawSurface::KivCreateGLContextOn(const TagKivDisplayInfo& display) noexcept {
+    const int refusal = CheckDisplay(display);
+    if (refusal != RESULT_OK) {
+        return refusal;
+    }
     drawThread.reset();
     try {
         const auto startedThread = std::make_shared<GLDrawThread>();
+        startedThread->SetDisplay(display);
         const int status = startedThread->Init();
         if (status != STATUS_OK) {
             return TranslateResult(status);

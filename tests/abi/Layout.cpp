@@ -15,11 +15,11 @@ using U8 = std::uint8_t;
 using U32 = std::uint32_t;
 
 // A record's name, its size, and its fields.
-#define EXPECT_RECORD(Name, size, ...)                                                                       \
-    static_assert([] {                                                                                       \
-        using Record = Name;                                                                                 \
-        return std::is_standard_layout_v<Record> && std::is_trivial_v<Record> && sizeof(Record) == (size) && \
-               std::conjunction_v<__VA_ARGS__>;                                                              \
+#define EXPECT_RECORD(Name, size, ...)                                                      \
+    static_assert([] {                                                                      \
+        using Record = Name;                                                                \
+        return std::is_standard_layout_v<Record> && std::is_trivially_copyable_v<Record> && \
+               sizeof(Record) == (size) && std::conjunction_v<__VA_ARGS__>;                 \
     }())
 // A field: where it begins, its type and its name.
 #define AT(offset, Type, field) \
@@ -37,6 +37,8 @@ EXPECT_RECORD(TagKivBitmapInfo, 48, AT(0, const U8*, data), AT(8, std::int32_t, 
               AT(28, TagKivRectInfo, dstRect));
 EXPECT_RECORD(TagKivBlitInfo, 40, AT(0, U32, srcFboHandle), AT(4, U32, dstFboHandle),
               AT(8, TagKivRectInfo, srcRect), AT(24, TagKivRectInfo, dstRect));
+
+EXPECT_RECORD(TagKivDisplayInfo, 16, AT(0, int, platform), AT(8, void*, nativeDisplay));
 
 EXPECT_RECORD(TagGLRectInfo, 16, AT(0, float, x), AT(4, float, y), AT(8, float, width),
               AT(12, float, height));
@@ -68,12 +70,12 @@ template <typename Expected, auto... functions>
 constexpr bool ALL_RETURN = (std::is_same_v<decltype(ResultOf(functions)), Expected> && ...);
 
 static_assert(
-    ALL_RETURN<int, &Surface::KivCreateGLContext, &Surface::KivDestoryGLContext, &Surface::Init,
-               &Surface::KivConnectWindowSurface, &Surface::KivLoadFont, &Surface::KivRefreshOnSrceen,
-               &Surface::KivCreateGLFBO, &Surface::KivDestoryGLFBO, &Surface::KivClearGLFBO,
-               &Surface::KivDisplayFBO, &Surface::KivBlit, &Surface::KivDrawText, &Surface::KivGetTextSize,
-               &Surface::KivDrawRect, &Surface::KivDrawRound, &Surface::KivDisplayBitmap,
-               &Surface::KivDrawBitmap, &Surface::KivDrawBitmapByBlend>);
+    ALL_RETURN<int, &Surface::KivCreateGLContext, &Surface::KivCreateGLContextOn,
+               &Surface::KivDestoryGLContext, &Surface::Init, &Surface::KivConnectWindowSurface,
+               &Surface::KivLoadFont, &Surface::KivRefreshOnSrceen, &Surface::KivCreateGLFBO,
+               &Surface::KivDestoryGLFBO, &Surface::KivClearGLFBO, &Surface::KivDisplayFBO, &Surface::KivBlit,
+               &Surface::KivDrawText, &Surface::KivGetTextSize, &Surface::KivDrawRect, &Surface::KivDrawRound,
+               &Surface::KivDisplayBitmap, &Surface::KivDrawBitmap, &Surface::KivDrawBitmapByBlend>);
 static_assert(ALL_RETURN<std::uint32_t, &Surface::KivGetWindowWidth, &Surface::KivGetWindowHeight,
                          &Surface::ConvertFormatToGLES>);
 
