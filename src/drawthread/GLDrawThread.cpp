@@ -1,8 +1,11 @@
 #include "drawthread/GLDrawThread.h"
 
+#include <optional>
+
 #include <android/log.h>
 
 #include "StatusCode.h"
+#include "gl/DisplayTurn.h"
 
 namespace kivgles {
 
@@ -66,12 +69,21 @@ void GLDrawThread::DrawThread() {
         if (cmd != nullptr) {
             int status = CheckGLContext(cmd);
             if (status == STATUS_OK) {
-                status = DrawCmdProc(cmd);
+                status = DrawCmdInTurn(cmd);
             }
             ResultProc(cmd, status);
         }
     }
     __android_log_print(ANDROID_LOG_WARN, TAG, "exit draw thread\n");
+}
+
+int GLDrawThread::DrawCmdInTurn(std::shared_ptr<DrawCmd>& cmd) {
+    std::optional<DisplayTurn> turn;
+    // Setting the context up and ending it have turns of their own.
+    if (NeedsContext(cmd->GetCmd()) && eglManager != nullptr && eglManager->DrawsInTurn()) {
+        turn.emplace(eglManager->Display());
+    }
+    return DrawCmdProc(cmd);
 }
 
 std::shared_ptr<DrawCmd> GLDrawThread::ReadCmdFromQueue() {

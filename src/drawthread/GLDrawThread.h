@@ -89,6 +89,8 @@ class GLDrawThread {
     // Blocks for a command or a stop request; null for the latter.
     std::shared_ptr<DrawCmd> ReadCmdFromQueue();
     int CheckGLContext(std::shared_ptr<DrawCmd>& cmd);
+    // Executes a command, where GL needs it in turn with other draw threads of the display.
+    int DrawCmdInTurn(std::shared_ptr<DrawCmd>& cmd);
     void ResultProc(std::shared_ptr<DrawCmd>& cmd, int result);
 
     // --- Draw thread: dispatch and context (GLDrawThreadContext.cpp) ---

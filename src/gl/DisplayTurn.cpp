@@ -11,10 +11,11 @@ namespace {
 
 struct DisplayUse {
     unsigned int users = 0;
-    bool isSomebodysTurn = false;
+    unsigned int tickets = 0;  // taken so far, in the order of arrival; both numbers may overflow
+    unsigned int served = 0;
 };
 
-// The displays that have users, or whose turn it is.
+// The displays that somebody uses or waits for.
 struct UsedDisplays {
     KivMutex mutex;  // a leaf, never held while EGL works
     std::condition_variable turnHasEnded;
@@ -31,20 +32,20 @@ UsedDisplays& AllUsed() {
 DisplayTurn::DisplayTurn(EGLDisplay usedDisplay) : display(usedDisplay) {
     UsedDisplays& displays = AllUsed();
     MutexLock lock(displays.mutex);
-    // Looked up again after each wait: the last user's turn takes the entry away.
-    while (displays.uses[display].isSomebodysTurn) {
+    DisplayUse& use = displays.uses[display];  // stays while there is a ticket to be served
+    const unsigned int ticket = use.tickets++;
+    while (use.served != ticket) {
         lock.WaitFor(displays.turnHasEnded);
     }
-    displays.uses[display].isSomebodysTurn = true;
 }
 
 DisplayTurn::~DisplayTurn() {
     UsedDisplays& displays = AllUsed();
     const MutexLock lock(displays.mutex);
-    const auto use = displays.uses.find(display);
-    use->second.isSomebodysTurn = false;
-    if (use->second.users == 0) {
-        displays.uses.erase(use);
+    DisplayUse& use = displays.uses[display];
+    ++use.served;
+    if (use.users == 0 && use.served == use.tickets) {
+        displays.uses.erase(display);
     }
     displays.turnHasEnded.notify_all();
 }

@@ -5,13 +5,17 @@
 
 namespace kivgles {
 
-// A turn at starting or ending the use of an EGL display. EGL does not count who has initialised a display:
-// one eglTerminate ends it for all. So the process counts its users here, and the last one terminates.
+// A turn at an EGL display, for what its users in the process must not do at once: start and end its use, and
+// draw, where the driver of GL needs it.
 //
-// While a turn lives, others of the same display wait for it. Those of other displays do not: no lock is held
-// during a turn, in which EGL may take its time, or for ever (an X server that was stopped).
+// EGL does not count who has initialised a display: one eglTerminate ends it for all. So its users are
+// counted here, and the last one terminates.
 //
-// Owner:  the function that makes it.
+// While a turn lives, others of the same display wait for theirs, first come, first served. Those of other
+// displays do not: no lock is held during a turn, in which EGL may take its time, or for ever (an X server
+// that was stopped).
+//
+// Owner:  the function that makes it. No two turns at one display on one thread.
 // Thread: any; a turn ends on the thread that took it. The count is never destroyed: draw threads may outlive
 //         main.
 class DisplayTurn {

@@ -36,10 +36,11 @@ constexpr EGLint CONTEXT_ATTRIBUTES[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE
 
 unsigned int LastError() { return static_cast<unsigned int>(eglGetError()); }
 
-void LogGLString(const char* name, GLenum what) {
-    const GLubyte* const text = glGetString(what);
-    __android_log_print(ANDROID_LOG_ERROR, TAG, "GL %s = %s\n", name,
-                        text == nullptr ? "(null)" : reinterpret_cast<const char*>(text));
+std::string_view LogGLString(const char* name, GLenum what) {
+    const GLubyte* const words = glGetString(what);
+    const char* const text = words == nullptr ? "(null)" : reinterpret_cast<const char*>(words);
+    __android_log_print(ANDROID_LOG_ERROR, TAG, "GL %s = %s\n", name, text);
+    return text;
 }
 
 // Android's EGL counts a display's users itself, and the windows that the system draws are among them.
@@ -107,14 +108,6 @@ EGLBoolean EGLManager::InitializeDisplay(bool isNewUser) const {
     return eglInitialize(display, &major, &minor);
 }
 
-void EGLManager::LeaveDisplay() const {
-    const DisplayTurn turn(display);
-    if (turn.RemoveUser() || EGL_COUNTS_USERS) {
-        eglTerminate(display);
-    }
-    eglReleaseThread();
-}
-
 bool EGLManager::CanBeWithoutSurface() const {
     const char* const extensions = eglQueryString(display, EGL_EXTENSIONS);
     return extensions != nullptr &&
@@ -172,7 +165,7 @@ int EGLManager::MakeCurrent() {
 
     LogGLString("Version", GL_VERSION);
     LogGLString("Vendor", GL_VENDOR);
-    LogGLString("Renderer", GL_RENDERER);
+    drawsInTurn = LogGLString("Renderer", GL_RENDERER).substr(0, 8) == "llvmpipe";
     return STATUS_OK;
 }
 
@@ -190,6 +183,8 @@ void EGLManager::EGLRelease() {
         return;
     }
 
+    const DisplayTurn turn(display);
+
     // Context and surface are still current; EGL frees them when they are unbound.
     if (context != EGL_NO_CONTEXT) {
         eglDestroyContext(display, context);
@@ -200,7 +195,10 @@ void EGLManager::EGLRelease() {
         surface = EGL_NO_SURFACE;
     }
     eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT);
-    LeaveDisplay();
+    if (turn.RemoveUser() || EGL_COUNTS_USERS) {
+        eglTerminate(display);
+    }
+    eglReleaseThread();
     config = nullptr;
     display = EGL_NO_DISPLAY;
 }

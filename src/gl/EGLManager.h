@@ -44,6 +44,11 @@ class EGLManager {
     int GetWindowWidth() const { return windowWidth; }
     int GetWindowHeight() const { return windowHeight; }
 
+    // Whether those who draw on this display must do it in turn (DisplayTurn): Mesa's llvmpipe looks into the
+    // frames of all contexts of a display, whichever threads build them at that moment, and crashes.
+    bool DrawsInTurn() const { return drawsInTurn; }
+    EGLDisplay Display() const { return display; }
+
     // EGL_FALSE on failure, which is not logged.
     EGLBoolean SwapBuffers() const;
 
@@ -56,7 +61,6 @@ class EGLManager {
     bool IsOn(int platform) const { return displayInfo.platform == platform; }
     EGLDisplay OpenDisplay() const;
     EGLBoolean InitializeDisplay(bool isNewUser) const;
-    void LeaveDisplay() const;
     void DestroySurface();
     bool CanBeWithoutSurface() const;
     // Wayland: a frame would be waited for until its window is seen, and with it every waiting call.
@@ -69,6 +73,7 @@ class EGLManager {
     EGLint windowWidth = 0;
     EGLint windowHeight = 0;
     TagKivDisplayInfo displayInfo;
+    bool drawsInTurn = false;
 };
 
 }  // namespace kivgles

@@ -1,16 +1,23 @@
 #include "support/X11Window.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
 namespace kivgles {
 
-X11Window::X11Window(unsigned int width, unsigned int height) : display(XOpenDisplay(nullptr)) {
-    if (display == nullptr) {
-        throw std::runtime_error("this test needs an X server and found none");
+X11Connection ConnectToX11(const char* server) {
+    XInitThreads();
+    if (Display* const display = XOpenDisplay(server)) {
+        return {display, XCloseDisplay};
     }
+    throw std::runtime_error("this test needs an X server and found none");
+}
+
+X11Window::X11Window(unsigned int width, unsigned int height, X11Connection to)
+    : connection(std::move(to)), display(connection.get()) {
     XSetWindowAttributes attributes = {};
     attributes.backing_store = Always;
     window = XCreateWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, CopyFromParent,
@@ -19,7 +26,10 @@ X11Window::X11Window(unsigned int width, unsigned int height) : display(XOpenDis
     XSync(display, False);
 }
 
-X11Window::~X11Window() { XCloseDisplay(display); }
+X11Window::~X11Window() {
+    XDestroyWindow(display, window);
+    XFlush(display);
+}
 
 void X11Window::Resize(unsigned int width, unsigned int height) {
     XResizeWindow(display, window, width, height);

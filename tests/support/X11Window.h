@@ -2,6 +2,7 @@
 #define KIVGLES_TESTS_SUPPORT_X11WINDOW_H
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 struct ANativeWindow;
@@ -9,11 +10,16 @@ struct _XDisplay;
 
 namespace kivgles {
 
+// Connections are used by several threads, as Xlib allows from now on. Throw, and so fail the test, when
+// there is no X server: that of DISPLAY, unless named.
+using X11Connection = std::shared_ptr<_XDisplay>;
+X11Connection ConnectToX11(const char* server = nullptr);
+
 // A mapped X11 window of the default visual, which is the EGL configuration's. Its pixels stay its own when
-// other windows cover it. Throws, and so fails the test, when there is no X server.
+// other windows cover it.
 class X11Window {
  public:
-    X11Window(unsigned int width, unsigned int height);
+    X11Window(unsigned int width, unsigned int height, X11Connection to = ConnectToX11());
     ~X11Window();
     X11Window(const X11Window&) = delete;
     X11Window& operator=(const X11Window&) = delete;
@@ -29,6 +35,7 @@ class X11Window {
     std::vector<std::uint32_t> Pixels(int x, int y, int width, int height) const;
 
  private:
+    X11Connection connection;
     _XDisplay* display;
     unsigned long window;
 };

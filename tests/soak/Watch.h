@@ -1,0 +1,69 @@
+#ifndef KIVGLES_TESTS_SOAK_WATCH_H
+#define KIVGLES_TESTS_SOAK_WATCH_H
+
+// Looks at the process's memory while something is done many times.
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+
+#include <gtest/gtest.h>
+#include <malloc.h>
+#include <unistd.h>
+
+namespace kivgles {
+
+// As a sanitizer's does.
+#ifdef KIVGLES_SANITIZED
+constexpr bool HEAP_KEEPS_WHAT_IS_FREED = true;
+#else
+constexpr bool HEAP_KEEPS_WHAT_IS_FREED = false;
+#endif
+
+// KiB that may be added: the rasteriser has now more, now less, and heaps have gaps.
+constexpr std::size_t HEAP_GROWTH = 2048;
+constexpr std::size_t RESIDENT_GROWTH = 6144;
+
+inline std::size_t ResidentKiB() {
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages >> pages;  // the second number
+    return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024;
+}
+
+// Does something so many times, and looks at the process's memory after each tenth of them. The driver may
+// take its time to reach its most; in the second half nothing may be added.
+template <typename Do>
+void Watch(const char* name, unsigned int times, const Do& something) {
+    std::size_t mostHeap = 0;
+    std::size_t mostResident = 0;
+    const unsigned int tenth = std::max(times / 10, 1U);
+    for (unsigned int done = 1; done <= times; ++done) {
+        something();
+        if (done % tenth == 0) {
+            const std::size_t heap = mallinfo2().uordblks / 1024;
+            const std::size_t resident = ResidentKiB();
+            std::printf("soak: %8u %s, %zu KiB of heap, %zu KiB resident\n", done, name, heap, resident);
+            if (done <= times / 2) {
+                mostHeap = std::max(mostHeap, heap + HEAP_GROWTH);
+                mostResident = std::max(mostResident, resident + RESIDENT_GROWTH);
+            }
+            EXPECT_TRUE(HEAP_KEEPS_WHAT_IS_FREED || (heap <= mostHeap && resident <= mostResident));
+        }
+    }
+}
+
+// One heap, of which mallinfo2 tells.
+inline void UseOneHeap() {
+    mallopt(M_ARENA_MAX, 1);
+    mallopt(M_MMAP_MAX, 0);
+}
+
+inline unsigned int NumberOf(const char* variable, const char* otherwise) {
+    const char* const set = std::getenv(variable);
+    return static_cast<unsigned int>(std::atoi(set != nullptr ? set : otherwise));
+}
+
+}  // namespace kivgles
+
+#endif  // KIVGLES_TESTS_SOAK_WATCH_H
