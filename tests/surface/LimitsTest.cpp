@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -21,6 +22,34 @@ TEST(Limits, TheDisplayOutlivesOneOfTwoSurfacesOnIt) {
     ASSERT_EQ(first.KivCreateGLContext(), 0);
     ASSERT_EQ(second.KivCreateGLContext(), 0);
     ASSERT_EQ(first.KivDestoryGLContext(), 0);
+    EXPECT_EQ(second.KivConnectWindowSurface(window.Native()), 0);
+}
+
+TEST(Limits, ADisplayThatCannotBeOneIsRefusedAndTheContextStays) {
+    const X11Connection connection = ConnectToX11();
+    KivGLDrawSurface surface;
+    ASSERT_EQ(surface.KivCreateGLContextOn({KIV_PLATFORM_X11, connection.get()}), 0);
+    recorder::Reset();
+    EXPECT_EQ(surface.KivCreateGLContextOn({KIV_PLATFORM_X11, nullptr}), 101);
+    EXPECT_EQ(surface.KivCreateGLContextOn({KIV_PLATFORM_WAYLAND, nullptr}), 101);
+    EXPECT_EQ(surface.KivCreateGLContextOn({3, connection.get()}), 100);
+    EXPECT_THAT(recorder::Log(), testing::ElementsAre("E KivGLDrawSurface: native display is NULL\n",
+                                                      "E KivGLDrawSurface: native display is NULL\n",
+                                                      "E KivGLDrawSurface: platform is invalid 3\n"));
+    EXPECT_EQ(surface.Init(0), 0);
+}
+
+TEST(Limits, AWindowThatAnotherSurfaceShowsOnIsRefusedUntilThatOneLetsGo) {
+    const X11Connection connection = ConnectToX11();
+    const X11Window window(8, 8, connection);
+    KivGLDrawSurface first;
+    KivGLDrawSurface second;
+    for (KivGLDrawSurface* const surface : {&first, &second}) {
+        ASSERT_EQ(surface->KivCreateGLContextOn({KIV_PLATFORM_X11, connection.get()}), 0);
+    }
+    EXPECT_EQ(first.KivConnectWindowSurface(window.Native()), 0);
+    EXPECT_EQ(second.KivConnectWindowSurface(window.Native()), 5);
+    EXPECT_EQ(first.KivDestoryGLContext(), 0);
     EXPECT_EQ(second.KivConnectWindowSurface(window.Native()), 0);
 }
 
