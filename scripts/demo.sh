@@ -14,6 +14,9 @@ echo "demo: building"
     cmake --build build/demo --target osd_demo
 )
 
+# What is an error, not GL's version or a framebuffer that is complete. Set empty it lets every line through.
+export ANDROID_LOG_TAGS="${ANDROID_LOG_TAGS-EGLManager:s FBOManager:s *:e}"
+
 demo=("$root/build/demo/examples/osd_demo/osd_demo" "$@")
 if xdpyinfo >/dev/null 2>&1; then
     echo "demo: running on display $DISPLAY"

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
@@ -30,6 +31,44 @@ __attribute__((constructor)) void HoldErrorDescriptor() {
     }
 }
 
+// As `HoldErrorDescriptor` is run. A copy of our own, kept until the process ends, since the program may
+// change its environment.
+const char* shownTags = "";
+__attribute__((constructor)) void ReadShownTags() {
+    const char* const tags = getenv("ANDROID_LOG_TAGS");
+    const char* const copy = tags == nullptr ? nullptr : strdup(tags);
+    shownTags = copy == nullptr ? "" : copy;
+}
+
+// A priority as filters name it, by its first letter; `unnamed` without one, UNKNOWN for what is none.
+int32_t NamedPriority(std::string_view name, int32_t unnamed) {
+    constexpr std::string_view LETTERS = "vdiwefsVDIWEFS";
+    const std::size_t letter = name.empty() ? LETTERS.size() : LETTERS.find(name[0]);
+    return letter < LETTERS.size()    ? ANDROID_LOG_VERBOSE + static_cast<int32_t>(letter % 7)
+           : letter == LETTERS.size() ? unnamed
+                                      : ANDROID_LOG_UNKNOWN;
+}
+
+// Whether a line passes the filters "TAG:PRIORITY" of ANDROID_LOG_TAGS, "*" being all tags without one of
+// their own. Of several for a tag the last one holds.
+bool IsShown(std::string_view tag, int32_t priority) {
+    constexpr const char* SEPARATORS = " \t,";
+    int32_t ofAll = INT32_MIN;
+    int32_t ofTag = ANDROID_LOG_UNKNOWN;
+    for (std::string_view rest = shownTags; !rest.empty();) {
+        const std::string_view filter = rest.substr(0, rest.find_first_of(SEPARATORS));
+        rest.remove_prefix(std::min(filter.size() + 1, rest.size()));
+        const std::string_view filtered = filter.substr(0, filter.find(':'));
+        const std::string_view named = filter.substr(std::min(filtered.size() + 1, filter.size()));
+        if (filtered == "*") {
+            ofAll = NamedPriority(named, ANDROID_LOG_DEBUG);
+        } else if (filtered == tag) {
+            ofTag = NamedPriority(named, ANDROID_LOG_VERBOSE);
+        }
+    }
+    return priority >= (ofTag != ANDROID_LOG_UNKNOWN ? ofTag : ofAll);
+}
+
 char PriorityLetter(int32_t priority) {
     constexpr std::string_view LETTERS = "??VDIWEFS";
     const bool known = priority >= 0 && static_cast<std::size_t>(priority) < LETTERS.size();
@@ -43,6 +82,9 @@ iovec Piece(std::string_view text) { return {const_cast<char*>(text.data()), tex
 }  // namespace
 
 void __android_log_stderr_logger(const __android_log_message* log_message) {
+    if (!IsShown(OrEmpty(log_message->tag), log_message->priority)) {
+        return;
+    }
     const int callersErrno = errno;
 
     const std::array<char, 2> letter = {PriorityLetter(log_message->priority), ' '};

@@ -13,7 +13,7 @@ using testing::internal::CaptureStderr, testing::internal::GetCapturedStderr;
 TEST(Log, WritesAWholeLinePerMessage) {
     std::string expected =
         "E OSDRect: status 20, no program\nW FBOManager: no newline\nV T: 100% literal %s\n"
-        "D T: \nI : \nF T: \n? T: x\n? T: x\n\n";
+        "D T: \nI : \nF T: \nW T: \n? T: x\n? T: x\n\n";
     CaptureStderr();
     EXPECT_EQ(__android_log_print(ANDROID_LOG_ERROR, "OSDRect", "status %d, %s\n", 20, "no program"), 1);
     EXPECT_EQ(__android_log_print(ANDROID_LOG_WARN, "FBOManager", "no newline"), 1);
@@ -21,6 +21,7 @@ TEST(Log, WritesAWholeLinePerMessage) {
     __android_log_write(ANDROID_LOG_DEBUG, "T", "");
     __android_log_write(ANDROID_LOG_INFO, nullptr, "\n");
     __android_log_write(ANDROID_LOG_FATAL, "T", nullptr);
+    __android_log_print(ANDROID_LOG_WARN, "T", "%s", "");
     __android_log_write(-1, "T", "x");
     __android_log_write(1000, "T", "x\n\n");
     for (const std::size_t length : {511U, 512U, 513U, 5000U}) {
@@ -31,8 +32,15 @@ TEST(Log, WritesAWholeLinePerMessage) {
     EXPECT_EQ(GetCapturedStderr(), expected);
 }
 
-// Also run with the stream closed.
-TEST(Log, HasADescriptorToWriteTo) { EXPECT_GE(fcntl(STDERR_FILENO, F_GETFD), 0); }
+// Also run with the stream closed, and with filters.
+TEST(Log, HasADescriptorToWriteTo) {
+    EXPECT_GE(fcntl(STDERR_FILENO, F_GETFD), 0);
+    for (const char* tag : {"A", "B", "C"}) {
+        for (const int priority : {ANDROID_LOG_INFO, ANDROID_LOG_WARN, ANDROID_LOG_ERROR}) {
+            __android_log_write(priority, tag, "x");
+        }
+    }
+}
 
 TEST(Log, LeavesErrnoAlone) {
     CaptureStderr();

@@ -61,7 +61,9 @@ void __android_log_write_log_message(struct __android_log_message* log_message);
 void __android_log_set_logger(__android_logger_function logger);
 
 // Writes "<priority letter> <tag>: <text>" to stderr as one line with one system call, whether or not the
-// text ends in a newline.
+// text ends in a newline. Lines that the environment's ANDROID_LOG_TAGS, read when the program starts,
+// filters out are not written: "EGLManager:s *:w" lets those of priority W and above through, and none of
+// EGLManager.
 void __android_log_stderr_logger(const struct __android_log_message* log_message);
 
 #ifdef __cplusplus
