@@ -16,6 +16,16 @@ constexpr char TAG[] = "GLDrawThread";
 // The context commands are the only ones that make sense without a context.
 bool NeedsContext(TagCmd kind) { return kind != CMD_CREATE_GL_CONTEXT && kind != CMD_DESTROY_GL_CONTEXT; }
 
+// Signals when the calling thread ends. To be called before anything else there makes a thread-local object:
+// those are destroyed in the reverse order, and this is the thread's last act.
+void SignalAtThreadEnd(KivGLSemaphore& ended) {
+    struct LastAct {
+        KivGLSemaphore& semaphore;  // its owner waits for it, so it is there until it is signalled
+        ~LastAct() { semaphore.Signal(); }
+    };
+    thread_local const LastAct lastAct{ended};
+}
+
 }  // namespace
 
 GLDrawThread::~GLDrawThread() {
@@ -26,7 +36,13 @@ GLDrawThread::~GLDrawThread() {
 
 int GLDrawThread::Init() {
     cmdSemaphore = std::make_unique<KivGLSemaphore>(0);
+    ended = std::make_shared<KivGLSemaphore>(0);
     exitFlag = false;
+
+    // The queue has its first block before there is a thread: not every library's has one when it is made.
+    const MutexLock lock(queueMutex);
+    cmdQueue.emplace_back();
+    cmdQueue.pop_front();
     return STATUS_OK;
 }
 
@@ -63,6 +79,7 @@ int GLDrawThread::SendCmdAndWaitResponse(std::shared_ptr<DrawCmd>& cmd) {
 }
 
 void GLDrawThread::DrawThread() {
+    SignalAtThreadEnd(*ended);
     std::shared_ptr<DrawCmd> cmd;
     while (!exitFlag) {
         cmd = ReadCmdFromQueue();

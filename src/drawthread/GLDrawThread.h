@@ -54,6 +54,10 @@ class GLDrawThread {
     void SetDisplay(const TagKivDisplayInfo& info) { displayInfo = info; }
     // Asks the loop to stop after the command in hand.
     int DeInit();
+    // Signalled once, when the thread that ran DrawThread has ended: after the last line of its log, its
+    // reference to this object and its thread-local objects. Whoever stops the thread waits for that with a
+    // copy of this and no other reference to the object.
+    const std::shared_ptr<KivGLSemaphore>& Ended() const { return ended; }
 
     // --- Client thread: commands ---
 
@@ -146,7 +150,7 @@ class GLDrawThread {
 
     // For the draw thread, which needs no lock to use the renderer: nobody else makes or destroys it.
     OSDText* TextRenderer() const KIVGLES_UNCHECKED { return osdText.get(); }
-    // Makes the text renderer with its font. Clients see neither before the load has ended, well or badly.
+    // Makes the text renderer with its font. A measurement waits until the load has ended, well or badly.
     int MakeTextRendererWithFont();
     // Whether there is a table to look a layer up in, by a handle index that is not the free mark; logs if
     // not.
@@ -184,14 +188,15 @@ class GLDrawThread {
     KivMutex queueMutex;  // a leaf, held for one append or removal
 
     // The two below keep the draw thread apart from the queries on client threads. They are never held
-    // together, nor while a command is waited for, and fboMutex never for long.
+    // together, nor while a command is waited for, and fboMutex never for long: look-ups wait for no load.
 
     // Making, using and destroying the table, against GetFBOInst.
     mutable KivMutex fboMutex;
-    // Showing the text renderer, loading another font and destroying it, against GetTextSize.
+    // Making the text renderer, loading its fonts and destroying it, against GetTextSize.
     KivMutex textMutex;
 
     TagKivDisplayInfo displayInfo;  // set before the thread starts; the native display is the client's
+    std::shared_ptr<KivGLSemaphore> ended;  // made by Init
 
     // What the last CMD_LOAD_FONT executed has named: the first text loads it. Draw thread.
     Font textFont{fontLibPath, fontLibSize};

@@ -103,11 +103,13 @@ KIVGLES_UNCHECKED int KivGLDrawSurface::KivDestoryGLContext() noexcept {
     if (result != RESULT_OK) {
         return result;
     }
+    const auto ended = drawThread->Ended();
     const int status = drawThread->DeInit();
     if (status != STATUS_OK) {
         return TranslateResult(status);
     }
     drawThread.reset();
+    ended->Wait();
     return RESULT_OK;
 }
 

@@ -18,8 +18,8 @@ inline std::size_t EntryNum(const char* folder) {
 inline std::size_t DescriptorNum() { return EntryNum("/proc/self/fd"); }
 inline std::size_t ThreadNum() { return EntryNum("/proc/self/task"); }
 
-// A draw thread and its driver's threads go in their own time after the operation that stops them: waits
-// until there are no more than so many, but not for ever.
+// A thread that has ended is there for a moment more, and so are the driver's: waits until there are no more
+// than so many, but not for ever.
 inline void AwaitThreadNum(std::size_t most) {
     for (int wait = 0; ThreadNum() > most && wait < 5000; ++wait) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));

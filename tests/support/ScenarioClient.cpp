@@ -8,7 +8,6 @@
 #include <stdexcept>
 #include <tuple>
 
-#include "support/Process.h"
 #include "support/Recorder.h"
 
 namespace kivgles {
@@ -132,11 +131,10 @@ Verb Queued(int (KivGLDrawSurface::*operation)(Arguments...), Readers... readers
     return {true, Plain(operation, readers...).run};
 }
 
-// Layers go with their context, its draw thread after it. The window is connected no longer.
+// Layers go with their context. The window is connected no longer.
 void EndContext(ScenarioClient& client) {
     client.layers.clear();
     client.window = nullptr;
-    AwaitThreadNum(client.threads);
 }
 int Destroy(ScenarioClient& client, std::istream&) {
     const int code = client.surface->KivDestoryGLContext();
@@ -263,7 +261,7 @@ std::vector<TraceLine> Trace() {
 
 }  // namespace
 
-ScenarioClient::ScenarioClient() : threads(ThreadNum()) {
+ScenarioClient::ScenarioClient() {
     for (const auto& [width, height] : WINDOW_SIZES) {
         windows.push_back(std::make_unique<X11Window>(width, height));
     }

@@ -32,7 +32,6 @@ struct ScenarioClient {
     std::vector<char16_t> units;                 // of the text at work
     std::array<TagKivColorRGBA, 2> pixels{};     // of the bitmap drawn last
     std::string told;                            // by the operation at work, besides its result
-    std::size_t threads;                         // of the process, without a draw thread
 };
 
 }  // namespace kivgles
