@@ -101,15 +101,9 @@ int GLDrawThread::LoadFont() {
 }
 
 int GLDrawThread::MakeTextRendererWithFont() {
-    std::unique_ptr<OSDText> made;
-    int status = MakeRenderer(made, TEXT_FAILURE);
-    if (status != STATUS_OK) {
-        return status;
-    }
-    status = made->LoadFont(textFont.path, textFont.size);
     const MutexLock lock(textMutex);
-    osdText = std::move(made);
-    return status;
+    const int status = MakeRenderer(osdText, TEXT_FAILURE);
+    return status != STATUS_OK ? status : osdText->LoadFont(textFont.path, textFont.size);
 }
 
 }  // namespace kivgles

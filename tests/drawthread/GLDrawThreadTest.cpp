@@ -1,4 +1,6 @@
 #include <atomic>
+#include <chrono>
+#include <fstream>
 #include <functional>
 #include <future>
 #include <thread>
@@ -38,6 +40,27 @@ extern "C" int sched_yield() noexcept {
 
 namespace kivgles {
 namespace {
+
+// A call on a thread of its own.
+template <typename Call>
+struct OnItsThread {
+    explicit OnItsThread(const Call& call)
+        : end(std::async(std::launch::async, [this, call] {
+              id.set_value(gettid());
+              return call();
+          })) {}
+    // Returns when the thread sleeps, or has ended: false.
+    bool ComesToSleep() {
+        const std::string stat = "/proc/self/task/" + std::to_string(id.get_future().get()) + "/stat";
+        char state = 'R';
+        while (state != 'S' && end.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+            std::ifstream(stat).ignore(100, ')').ignore() >> state;
+        }
+        return state == 'S';
+    }
+    std::promise<pid_t> id;
+    std::future<decltype(std::declval<Call>()())> end;
+};
 
 constexpr char FONT[] = KIVGLES_TEST_FONTS "/bearings.ttf";
 
@@ -83,6 +106,16 @@ TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
     EXPECT_EQ(recorder::Log(), std::vector<std::string>{"W GLDrawThread: DrawCmd is empty\n"});
 }
 
+TEST(Semaphore, LetsOneWaitThroughForEachSignal) {
+    KivGLSemaphore semaphore(1);
+    semaphore.Signal();
+    semaphore.Wait();
+    semaphore.Wait();
+    OnItsThread third([&] { semaphore.Wait(); });
+    EXPECT_TRUE(third.ComesToSleep());
+    semaphore.Signal();
+}
+
 // A thread that yields is not woken ahead of those that are busy.
 TEST(Semaphore, SleepsUntilItIsSignalledAndDoesNotYield) {
     constexpr int ROUNDS = 1000;
@@ -117,7 +150,7 @@ TEST(FirstText, LoadsWhatTheLastLoadExecutedNamedNotOneThatIsStillQueued) {
 }
 
 // Calls that waited for the font would wait for ever here.
-TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFontAndShowsNoneOfItBefore) {
+TEST(FirstText, KeepsMeasurementsWaitingForItsFontButNoQueuedCallAndNoLookUp) {
     KivGLDrawSurface surface;
     unsigned int layer = 0;
     ASSERT_EQ(surface.KivCreateGLContext(), 0);
@@ -133,17 +166,19 @@ TEST(FirstText, KeepsNoQueuedCallNoLookUpAndNoMeasurementWaitingForItsFontAndSho
             goesOn.get_future().wait();
         }
     };
-    const TagKivTextInfo text{};
+    const TagKivTextInfo text{u"A", 1, {}, {}, 0, 40, 0, 0, 0};
     unsigned int width = 0;
     unsigned int height = 0;
     EXPECT_EQ(surface.KivDrawText(layer, text, {0, 0, 8, 8}), 0);
     loads.get_future().wait();
     EXPECT_EQ(surface.KivDrawText(layer, text, {0, 0, 8, 8}), 0);
     EXPECT_EQ(surface.KivBlit({layer, FBO_HANDLE_BASE, {0, 0, 8, 8}, {0, 0, 8, 8}}), 0);
-    EXPECT_EQ(surface.KivGetTextSize(text, width, height), 103);
+    OnItsThread measurement([&] { return surface.KivGetTextSize(text, width, height); });
+    EXPECT_TRUE(measurement.ComesToSleep());
     goesOn.set_value();
-    EXPECT_EQ(surface.Init(0), 0);
-    EXPECT_EQ(surface.KivGetTextSize(text, width, height), 0);
+    EXPECT_EQ(measurement.end.get(), 0);
+    EXPECT_EQ(width, 14U);
+    EXPECT_EQ(surface.Init(0), 0);  // waits
     onOutline = nullptr;
 }
 
