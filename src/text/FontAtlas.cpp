@@ -96,6 +96,10 @@ bool FontAtlas::HasTexels(unsigned long charCode) const {
     return charCode < firstCodeBehindFull && HasRoom(charCode);
 }
 
+bool FontAtlas::IsOnDemand(unsigned long charCode) const {
+    return charCode >= firstCodeBehindFull && HasRoom(charCode);
+}
+
 template <typename Visitor>
 void FontAtlas::ForEachGlyph(FT_Face face, Visitor visit) const {
     GlyphLoader glyph(face, false, limits);
@@ -155,9 +159,8 @@ void FontAtlas::LogSummary() const {
     long held = 0;
     long onDemand = 0;
     for (const auto& entry : atlas.glyphs) {
-        if (HasRoom(entry.first)) {
-            ++(HasTexels(entry.first) ? held : onDemand);
-        }
+        held += HasTexels(entry.first) ? 1 : 0;
+        onDemand += IsOnDemand(entry.first) ? 1 : 0;
     }
     if (onDemand > 0) {
         __android_log_print(ANDROID_LOG_WARN, TAG,

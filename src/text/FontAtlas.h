@@ -18,8 +18,8 @@ namespace kivgles {
 //
 // A font with more rows than GL's largest texture has (any Chinese, Japanese or Korean one) keeps the glyphs
 // that fit, in the order of their codes. The others, as far as a text can name them, are in the map with
-// their metrics but without texels, and are drawn from the styled atlas. So are those that have no room in
-// any atlas at this size, which that one leaves out.
+// their metrics but without texels, and are drawn on demand, from the styled atlas. Those that have no room
+// in any atlas at this size have metrics alone.
 //
 // Operations return 0 or a status of StatusCode.h. After a failed load the atlas has no texture and no glyph.
 class FontAtlas {
@@ -48,8 +48,9 @@ class FontAtlas {
     std::uint32_t GetFontTextureHeight() const { return atlas.textureHeight; }
     const GlyphMap& GetGlyphs() const { return atlas.glyphs; }
 
-    // Whether a character of the map is held in the texture.
+    // Whether a character of the map is held in the texture; if not, whether it has room in the styled atlas.
     bool HasTexels(unsigned long charCode) const;
+    bool IsOnDemand(unsigned long charCode) const;
     // The size that the atlas was loaded with, in pixels.
     unsigned int GetPixelSize() const { return pixelSize; }
 

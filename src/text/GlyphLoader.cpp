@@ -18,6 +18,16 @@ constexpr FT_Pos MAX_EDGE = 0x7FFF;
 // 26.6 fixed point to whole pixels, upwards. Nothing is added before the shift, where it could overflow.
 FT_Pos CeilPixels(FT_Pos position) { return (position >> 6) + ((position & 63) != 0 ? 1 : 0); }
 
+// By how much FreeType enlarges an outline to render it: more where its contours may overlap.
+FT_Pos RenderedScale(const FT_Outline& outline) {
+#ifdef FT_OUTLINE_OVERLAP  // since FreeType 2.10.3
+    constexpr int MAY_OVERLAP = FT_OUTLINE_OVERLAP;
+#else
+    constexpr int MAY_OVERLAP = 0;
+#endif
+    return (outline.flags & MAY_OVERLAP) != 0 ? 4 : 1;
+}
+
 bool IsTightGrey(const FT_Bitmap& bitmap) {
     return bitmap.pixel_mode == FT_PIXEL_MODE_GRAY && bitmap.pitch >= 0 &&
            static_cast<unsigned int>(bitmap.pitch) == bitmap.width;
@@ -61,7 +71,7 @@ bool GlyphLoader::MeasureOutline() {
     FT_BBox box;
     FT_Outline_Get_CBox(&slot->outline, &box);
     const PixelBox pixelBox = TouchedPixels(box);
-    if (!pixelBox.IsRenderable()) {
+    if (!pixelBox.IsRenderable() || pixelBox.Width() * RenderedScale(slot->outline) > MAX_SIDE) {
         return false;
     }
     slot->bitmap.width = static_cast<unsigned int>(pixelBox.Width());

@@ -163,7 +163,7 @@ int OSDText::GetFontTex(const TagFrameBuffObject& fbo, const TagGLTextInfo& info
 bool OSDText::NeedsGlyphsOnDemand(const TagGLTextInfo& info) const {
     const std::u16string_view units = TextUnits(info);
     return std::any_of(units.begin(), units.end(),
-                       [this](char16_t c) { return !fontAtlas->HasTexels(c) && FindCharFromMap(c); });
+                       [this](char16_t c) { return fontAtlas->IsOnDemand(c) && FindCharFromMap(c); });
 }
 
 void OSDText::UseStandardAtlas() {
@@ -242,7 +242,9 @@ void OSDText::GLDrawText(const std::u16string& text, unsigned int count, float x
             continue;
         }
         const TagGlyphInfo& glyph = drawsStyled ? FindGlyph(glyphs, c) : *standardGlyph;
-        AppendGlyph(glyph, x, y);
+        if (drawsStyled || fontAtlas->HasTexels(c)) {
+            AppendGlyph(glyph, x, y);
+        }
         x += glyph.advanceX * scaleX;
         y += glyph.advanceY * scaleY;
     }

@@ -15,6 +15,9 @@ TEST(PixelBoxes, OfHostileOutlinesDoNotOverflow) {
     EXPECT_FALSE(whole.IsRenderable());
     EXPECT_TRUE(TouchedPixels({0, 0, 0x7FFF * 64, 0x7FFF * 64}).IsRenderable());
     EXPECT_FALSE(TouchedPixels({0, 0, 0x7FFF * 64 + 1, 64}).IsRenderable());
+    EXPECT_TRUE(TouchedPixels({-0x8000 * 64, -0x8000 * 64, -64, -64}).IsRenderable());
+    EXPECT_FALSE(TouchedPixels({-0x8000 * 64 - 1, -64, -0x7FFF * 64, 0}).IsRenderable());
+    EXPECT_FALSE(TouchedPixels({-64, -0x8000 * 64 - 1, 0, -0x7FFF * 64}).IsRenderable());
 }
 
 }  // namespace

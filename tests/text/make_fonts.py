@@ -19,6 +19,7 @@ from fontTools.pens.ttGlyphPen import TTGlyphPen
 from fontTools.ttLib import newTable
 from fontTools.ttLib.tables import ttProgram
 from fontTools.ttLib.tables.DefaultTable import DefaultTable
+from fontTools.ttLib.tables._g_l_y_f import flagOverlapSimple
 from fontTools.ttLib.tables.sbixGlyph import Glyph as Picture
 from fontTools.ttLib.tables.sbixStrike import Strike
 
@@ -58,6 +59,7 @@ FONTS = {
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
     # A texture of 64 pixels is full with A. No texture has room for C, and the last one is no unit of text.
     "full.ttf": {"A": (0, 0, 40, 40, 40), "C": (0, 0, 1057, 10, 1057), "\U0001F600": (0, 0, 40, 40, 40)},
+    "overlaps.ttf": {"A": (0, 0, 40, 10, 40)},  # says that its contours may overlap
     "advance.ttf": {"C": (0, 0, 1, 1, 32767)},
     "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
     "no_characters.ttf": {},
@@ -112,6 +114,8 @@ def build(name, glyphs):
         pen = T2CharStringPen(advance, None) if cff else TTGlyphPen(None)
         outline(pen, left, bottom, width, height)
         drawn[glyph] = pen.getCharString() if cff else pen.glyph()
+        if name == "overlaps.ttf" and width:
+            drawn[glyph].flags[0] |= flagOverlapSimple
     if cff:
         font.setupCFF("Test", {}, drawn, {})
     else:
