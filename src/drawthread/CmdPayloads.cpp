@@ -7,6 +7,7 @@
 
 #include "StatusCode.h"
 #include "bounds_checked.h"
+#include "text/TextUnits.h"
 
 namespace kivgles {
 
@@ -20,10 +21,9 @@ std::size_t UnitsToCopy(const TagGLTextInfo& info, std::uint32_t length) {
     if (info.text == nullptr) {
         return 0;
     }
-    const char16_t* const end = info.text + length;
-    const char16_t* const terminator = std::find(info.text, end, u'\0');
-    const bool unitBehind = terminator != end || info.textLength > length;
-    return static_cast<std::size_t>(terminator - info.text) + (unitBehind ? 1 : 0);
+    const std::size_t units = TextUnits(info.text, length).size();
+    const bool unitBehind = units < length || info.textLength > length;
+    return units + (unitBehind ? 1 : 0);
 }
 
 }  // namespace

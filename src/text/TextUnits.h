@@ -10,16 +10,17 @@
 
 namespace kivgles {
 
-// The units of a request's text: at most its length, never past its ending 0; none for a null text.
-inline std::u16string_view TextUnits(const TagGLTextInfo& info) {
-    if (info.text == nullptr) {
-        return {};
-    }
+// The units of a text: at most `most`, never past its ending 0; none of a null text. Read one by one: behind
+// the ending 0 the text need not be the caller's.
+inline std::u16string_view TextUnits(const char16_t* text, std::size_t most) {
     std::size_t count = 0;
-    while (count < info.textLength && info.text[count] != u'\0') {
+    while (text != nullptr && count < most && text[count] != u'\0') {
         ++count;
     }
-    return {info.text, count};
+    return {text, count};
+}
+inline std::u16string_view TextUnits(const TagGLTextInfo& info) {
+    return TextUnits(info.text, info.textLength);
 }
 
 // The line for a character that is left out of a request.
