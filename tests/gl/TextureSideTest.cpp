@@ -4,11 +4,17 @@
 
 #include <gmock/gmock.h>
 
+#include "gl/TextureSide.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
 
 namespace kivgles {
 namespace {
+
+TEST(TextureSides, AreHandedToGLAsFarAsSomeGLMayHaveThem) {
+    EXPECT_EQ(TextureSide(0x20000), 0x20000);
+    EXPECT_EQ(TextureSide(0x20001), -1);
+}
 
 TEST(TextureSides, BeyondEveryGLAreRefusedByGLAsOthersBeyondItsLimitAre) {
     KivGLDrawSurface surface;

@@ -8,6 +8,7 @@
 
 #include <android/log.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "drawthread/KivGLSemaphore.h"
 #include "races/BusyClient.h"
@@ -80,6 +81,7 @@ TEST(Races, CommandsOfEightClientsAreExecutedInTheOrderOfEachLifeAfterLife) {
 [[noreturn]] void EndWithAFullQueue(bool destroys) {
     constexpr unsigned int QUEUED = 5000;
     static KivGLSemaphore& queueIsFull = *new KivGLSemaphore(0);  // stays: the draw thread may outlive main
+    alarm(60);
     Reset();
     drawn.holdsFirst = &queueIsFull;
     auto* const surface = new KivGLDrawSurface;

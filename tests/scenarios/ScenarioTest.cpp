@@ -8,7 +8,6 @@
 #include <android/log.h>
 #include <gtest/gtest.h>
 
-#include "support/Process.h"
 #include "support/Recorder.h"
 #include "support/ScenarioClient.h"
 
@@ -35,6 +34,15 @@ class Names {
             names[came.substr(object + MADE.size())] = expected.substr(name + MADE.size());
         }
     }
+    // What is used after the line in which it is deleted has no name.
+    void Forget(const std::string& came) {
+        const std::size_t object = came.find('<');
+        const bool deletes = came.rfind("glDelete", 0) == 0 || came.rfind("eglDestroy", 0) == 0 ||
+                             came.rfind("FT_Done_", 0) == 0;
+        if (deletes && object != std::string::npos) {
+            names.erase(came.substr(object, came.find('>') + 1 - object));
+        }
+    }
 
  private:
     static inline const std::string MADE = " = ";
@@ -51,6 +59,7 @@ std::string Difference(const Step& expected, const Step& came, Names& names) {
         const std::string raw = i < came.trace.size() ? came.trace[i].text : end.text;
         names.Learn(line.text, raw);
         const std::string now = names.In(raw);
+        names.Forget(raw);
         if (difference.empty() && now != line.text) {
             difference = "\n  " + line.place + "\n  expected: " + line.text + "\n  came:     " + now;
         }
@@ -73,11 +82,9 @@ class ScenarioTest : public testing::Test {
         __android_log_set_logger([](const __android_log_message*) {});  // a failure says what has to be known
     }
     void TestBody() override;
-    void TearDown() override { AwaitThreadNum(threads); }  // those of GL too, for the next client's count
 
  private:
     const std::string name;
-    const std::size_t threads = ThreadNum();
 };
 
 void ScenarioTest::TestBody() {
