@@ -36,7 +36,8 @@ class GLDrawThread;
 /// Threads: every operation may be called from any thread. KivCreateGLContext, KivDestoryGLContext and the
 /// destructor must not run while another operation of the same surface does; all others may overlap freely
 /// and take effect one after the other. All GL, EGL and font work is done by a draw thread that the surface
-/// owns. It takes no signals but those of its own faults: a handler of the client's never runs on it.
+/// owns. It takes no signals but those of its own faults: a handler of the client's never runs on it. When
+/// KivDestoryGLContext (with 0) or the destructor returns, the draw thread has ended and its log is complete.
 ///
 /// Queued, waiting, direct: a *queued* operation returns 0 as soon as its request is in the queue, and a
 /// failure of the request is only logged; a *waiting* one returns when the draw thread has executed it and
@@ -205,8 +206,10 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @retval 30 FreeType did not start ("Failed to initialize freetype library", then "Load standard font
     ///     lib fail 30").
     /// @retval 31 The file is missing or no font ("Error loading font face", then "Load standard font lib
-    ///     fail 31"). 30 and 31 may also come from opening the file once more for styled text ("Error loading
-    ///     font face" or "Error loading font face for text size", then "Load dynamic font lib fail ...").
+    ///     fail 31"). No line names the file: it is the one last given here, or the default one above where a
+    ///     text came before any load. See that it is there, a regular file, and readable for the process. 30
+    ///     and 31 may also come from opening the file once more for styled text ("Error loading font face" or
+    ///     "Error loading font face for text size", then "Load dynamic font lib fail ...").
     /// @retval 32 The font has no visible character ("Calculate texture width ...", then "Load standard font
     ///     lib fail 32").
     int KivLoadFont(const std::string& path, unsigned int size) noexcept;
@@ -295,8 +298,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// edge; the underline's 2 pixels begin 2 pixels below the baseline and are as wide as `rect`. Glyphs are
     /// blended over the layer, alpha channel included. Characters that the font lacks, and
     /// those without ink, are skipped without moving the pen ("Char CODE is not exit"); one of 1024 pixels or
-    /// more is as wide a gap, with the same line. Text whose two colours are equal is drawn fully
-    /// transparent. There is no kerning, shaping or line breaking.
+    /// more is as wide a gap, and is not rendered, so a damaged glyph of that size (a picture that does not
+    /// decode, an outline that FreeType gives up on) counts as present. Text whose two colours are equal is
+    /// drawn fully transparent. There is no kerning, shaping or line breaking.
     /// @param handle The layer, or FBO_HANDLE_BASE for the window.
     /// @param text Copied before the call returns, at most 127 units. A null text draws background and
     ///     underline alone ("memset_s_func failed, err = ...").
@@ -319,8 +323,10 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param[out] width Pixels from the pen's start to its end; untouched when there is no context.
     /// @param[out] height Always 50, in pixels; untouched when there is no context.
     /// @retval 0 Measured.
-    /// @retval 103 There is no text renderer before Init(ENABLE_TEXT), KivLoadFont or the first text has been
-    ///     executed ("osd text is not init", then "get text size fail err 101"); 30 and 50 are reported.
+    /// @retval 103 There is no text renderer before the draw thread has come to Init(ENABLE_TEXT),
+    /// KivLoadFont
+    ///     or the first text ("osd text is not init", then "get text size fail err 101"); 30 and 50 are
+    ///     reported. From then on a font load is waited for.
     int KivGetTextSize(const TagKivTextInfo& text, unsigned int& width, unsigned int& height) noexcept;
     /// @}
 
