@@ -70,7 +70,7 @@ void EndLogged() {
     alarm(60);
     __android_log_set_logger(&KeepLine);
     __android_log_write(ANDROID_LOG_INFO, "T", "This thread may write the last line, and does not end.");
-    for (int life = 0; life < 5; ++life) {
+    for (int life = 0; life < 2; ++life) {
         Expect(0, KivGLDrawSurface().KivCreateGLContext());
         Expect(1, loggingThreads);
         Expect(1, lines.back() == "~GLDrawThread\n");

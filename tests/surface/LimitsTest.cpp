@@ -1,12 +1,7 @@
 // What the library cannot repair and one client's scenario does not show.
 
-#include <cstdlib>
-#include <filesystem>
-#include <string>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
@@ -71,31 +66,6 @@ TEST(Limits, AResizedWindowIsConnectedAnewByWayOfAnotherOne) {
     surface.KivRefreshOnSrceen();
     EXPECT_EQ(surface.Init(0), 0);  // waits
     EXPECT_TRUE(window.Shows(0x00FF00, 118, 78));
-}
-
-TEST(Limits, AnotherFileInPlaceOfTheFontDoesNotTouchTheLoadedOne) {
-    const std::filesystem::path fonts = KIVGLES_TEST_FONTS;
-    const std::string font = testing::TempDir() + "font." + std::to_string(getpid());
-    copy_file(fonts / "bearings.ttf", font);
-    KivGLDrawSurface surface;
-    ASSERT_EQ(surface.KivCreateGLContext(), 0);
-    ASSERT_EQ(surface.KivLoadFont(font, 40), 0);
-    copy_file(fonts / "many.ttf", font + ".new");
-    std::filesystem::rename(font + ".new", font);
-
-    const TagKivTextInfo text{u"A", 1, {}, {}, 0, 80, 0, 0, 0};  // not yet seen in this size
-    unsigned int width = 0;
-    unsigned int height = 0;
-    EXPECT_EQ(surface.KivGetTextSize(text, width, height), 0);
-    EXPECT_EQ(width, 28U);  // 48 in the other file
-    std::filesystem::remove(font);
-}
-
-TEST(Limits, AChildThatExecutesAnotherProgramLeavesTheSurfaceToItsParent) {
-    KivGLDrawSurface surface;
-    ASSERT_EQ(surface.KivCreateGLContext(), 0);
-    EXPECT_EQ(std::system("true"), 0);
-    EXPECT_EQ(surface.Init(0), 0);
 }
 
 }  // namespace
