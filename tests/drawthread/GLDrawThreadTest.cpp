@@ -107,8 +107,9 @@ TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
 
 // A thread that yields is not woken ahead of those that are busy.
 TEST(Semaphore, LetsOneWaitThroughForEachSignalAndTheNextOneSleepAndNotYield) {
-    KivGLSemaphore semaphore(1);
+    KivGLSemaphore semaphore(0);
     yields = 0;
+    semaphore.Signal();
     semaphore.Signal();
     semaphore.Wait();
     semaphore.Wait();
