@@ -86,6 +86,7 @@ class GLDrawThread;
 /// | 4 | no context, or no configuration to make it from | EGLManager: eglCreateContext error: ERROR |
 /// | 5 | no surface for the window | EGLManager: eglCreateWindowSurface error: ERROR |
 /// | 5 | no off-screen surface, or no configuration | EGLManager: eglCreatePbufferSurface error: ERROR |
+/// | 5 | no context without a surface (Wayland) | EGLManager: EGL_KHR_surfaceless_context is missing |
 /// | 6 | the context could not be set up earlier | GLDrawThread: GLES context is not created |
 /// | 15 | all 15 layers are in use | FBOManager: num of the FBO more than max num 16 |
 /// | 20 | a shader program could not be built | OSDRect, OSDText and others: create shader program fail |
@@ -95,7 +96,6 @@ class GLDrawThread;
 /// | 32 | the font has no visible character | FontAtlas: Calculate texture width 0d, height 0d |
 /// | 100 | invalid handle, or no table yet | GLDrawThread: FBO manager is nullptr or param is invalid |
 /// | 100 | the context could not be made current | EGLManager: egl make current failed: ERROR |
-/// | 5 | no context without a surface (Wayland) | EGLManager: EGL_KHR_surfaceless_context is missing |
 /// | 100 | the draw thread could not be started | KivGLDrawSurface: start draw thread fail ERRNO |
 /// | 100 | no such platform here | KivGLDrawSurface: platform is invalid PLATFORM |
 /// | 101 | no display given where one is needed | KivGLDrawSurface: native display is NULL |
@@ -323,10 +323,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// @param[out] width Pixels from the pen's start to its end; untouched when there is no context.
     /// @param[out] height Always 50, in pixels; untouched when there is no context.
     /// @retval 0 Measured.
-    /// @retval 103 There is no text renderer before the draw thread has come to Init(ENABLE_TEXT),
-    /// KivLoadFont
-    ///     or the first text ("osd text is not init", then "get text size fail err 101"); 30 and 50 are
-    ///     reported. From then on a font load is waited for.
+    /// @retval 103 There is no text renderer before the draw thread has come to Init(ENABLE_TEXT), to
+    ///     KivLoadFont or to the first text ("osd text is not init", then "get text size fail err 101"); 30
+    ///     and 50 are reported. From then on a font load is waited for.
     int KivGetTextSize(const TagKivTextInfo& text, unsigned int& width, unsigned int& height) noexcept;
     /// @}
 
