@@ -67,14 +67,14 @@ EGLDisplay OpenClientsDisplay(const TagKivDisplayInfo& info) {
 EGLManager::~EGLManager() { EGLRelease(); }
 
 int EGLManager::EGLSetupContext() {
-    const bool isNewUser = display == EGL_NO_DISPLAY;
+    const EGLDisplay formerDisplay = display;
     display = OpenDisplay();
     if (display == EGL_NO_DISPLAY) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "eglGetDisplay failed: %#x", LastError());
         return STATUS_NO_DISPLAY;
     }
 
-    if (InitializeDisplay(isNewUser) != EGL_TRUE) {
+    if (InitializeDisplay(display != formerDisplay) != EGL_TRUE) {
         __android_log_print(ANDROID_LOG_ERROR, TAG, "eglInitialize failed: %#x", LastError());
         return STATUS_EGL_INIT_FAILED;
     }
