@@ -69,7 +69,7 @@ int main() {
     __android_log_set_logger([](const __android_log_message*) {});  // the trace has them
     std::unique_ptr<ScenarioClient> client;
     for (std::string line; std::getline(std::cin, line); std::cout << '\n') {
-        (void)alarm(60);  // what takes as long hangs
+        (void)alarm(KIVGLES_TIME_LIMIT);  // what takes as long hangs
         std::istringstream words(line);
         std::string verb;
         words >> verb;

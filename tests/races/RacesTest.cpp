@@ -80,7 +80,7 @@ TEST(Races, CommandsOfEightClientsAreExecutedInTheOrderOfEachLifeAfterLife) {
 [[noreturn]] void EndWithAFullQueue() {
     constexpr unsigned int QUEUED = 5000;
     static KivGLSemaphore& queueIsFull = *new KivGLSemaphore(0);  // stays: the draw thread may outlive main
-    alarm(60);
+    alarm(KIVGLES_TIME_LIMIT);
     Reset();
     drawn.holdsFirst = &queueIsFull;
     auto* const surface = new KivGLDrawSurface;

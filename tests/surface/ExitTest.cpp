@@ -40,7 +40,7 @@ void Expect(int code, int returned) {
 }
 
 void LiveTwice(KivGLDrawSurface& surface, int created, int initialised) {
-    alarm(60);  // so that none lives for ever
+    alarm(KIVGLES_TIME_LIMIT);  // so that none lives for ever
     for (int life = 0; life < 2; ++life) {
         Expect(created, surface.KivCreateGLContext());
         Expect(initialised, surface.Init(0x7F));
@@ -67,7 +67,7 @@ void KeepLine(const __android_log_message* message) {
     lines.emplace_back(message->message);
 }
 void EndLogged() {
-    alarm(60);
+    alarm(KIVGLES_TIME_LIMIT);
     __android_log_set_logger(&KeepLine);
     __android_log_write(ANDROID_LOG_INFO, "T", "This thread may write the last line, and does not end.");
     for (int life = 0; life < 2; ++life) {
@@ -78,14 +78,14 @@ void EndLogged() {
     std::exit(0);
 }
 void EndIdle() {
-    alarm(60);
+    alarm(KIVGLES_TIME_LIMIT);
     static KivGLDrawSurface& surface = *new KivGLDrawSurface;
     Expect(0, surface.KivCreateGLContext());
     Expect(0, surface.Init(0x7F));
     std::exit(0);
 }
 void EndStarved() {
-    alarm(60);
+    alarm(KIVGLES_TIME_LIMIT);
     KivGLDrawSurface surface;
     Expect(0, surface.KivCreateGLContext());
     Expect(0, surface.KivRefreshOnSrceen());  // its memory is there for the next command

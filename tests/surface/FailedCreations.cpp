@@ -28,7 +28,7 @@ static thread_local int failsAt = 0;  // which allocation of this thread from no
 [[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
 int main() {
-    alarm(60);  // so that it does not wait for ever
+    alarm(KIVGLES_TIME_LIMIT);  // so that it does not wait for ever
     kivgles::KivGLDrawSurface surface;
     int failures = -1;
     int wrong = 0;
