@@ -177,7 +177,7 @@ TEST(Windows, GoOnWhileOthersOfTheProcessComeAndGo) {
     __android_log_set_logger([](const __android_log_message*) {});
     std::setvbuf(stdout, nullptr, _IOLBF, 0);
     UseOneHeap();
-    const unsigned int rounds = NumberOf("WINDOW_ROUNDS", "20");
+    const unsigned int rounds = NumberOf("WINDOW_ROUNDS", "3");
     Windows windows;
     std::size_t descriptors = 0;
     Watch("rounds of windows", rounds, [&] {
