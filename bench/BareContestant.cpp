@@ -245,8 +245,6 @@ void Draw(const Line& line) {
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
 }
 
-void Draw(Picture) { Fail("draws items only"); }
-
 void EndFrame() {
     glBindFramebuffer(GL_FRAMEBUFFER, 0);
     glViewport(0, 0, WINDOW_WIDTH, WINDOW_HEIGHT);

@@ -115,8 +115,6 @@ void Draw(const Line& line) {
     cairo_set_operator(context, CAIRO_OPERATOR_SOURCE);
 }
 
-void Draw(Picture) { Fail("draws items only"); }
-
 void EndFrame() {
     cairo_surface_flush(layer);
     glActiveTexture(GL_TEXTURE0);

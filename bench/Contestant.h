@@ -1,6 +1,7 @@
 #ifndef KIVGLES_BENCH_CONTESTANT_H
 #define KIVGLES_BENCH_CONTESTANT_H
 
+#include <functional>
 #include <string>
 
 #include "Scene.h"
@@ -18,14 +19,21 @@ unsigned long Start(unsigned long window, int layerWidth, int layerHeight);
 // Makes a font usable at STANDARD_SIZE, in place of any loaded before.
 void LoadFont(const std::string& path);
 
-// A frame: the layer is cleared, items are drawn into it, all of it is shown on all of the window. EndFrame
-// returns when the work is done, not only asked for.
+// What is measured, drawn at each call: a frame, and the one whose cost is taken off or compared with. They
+// return when the work is done, not only asked for. Scene.cpp makes them of a scene, Picture.cpp of a
+// picture.
+struct Frames {
+    std::function<void()> full, empty;
+};
+Frames MakeFrames(const Workload& workload);
+
+// For scenes. A frame: the layer is cleared, items are drawn into it, all of it is shown on all of the
+// window. EndFrame shows it and waits.
 void BeginFrame();
 void Draw(const Rect& rect);
 void Draw(const Round& round);
 void Draw(const Bitmap& bitmap);
 void Draw(const Line& line);
-void Draw(Picture picture);
 void EndFrame();
 
 // Ends the program with a line that says why.

@@ -62,22 +62,14 @@ Cost Median(const std::vector<Cost>& costs) {
     return {Median(std::move(cpu)), Median(std::move(wall))};
 }
 
-void DrawFrame(const std::vector<Item>& items) {
-    BeginFrame();
-    for (const Item& item : items) {
-        std::visit([](const auto& drawn) { Draw(drawn); }, item);
-    }
-    EndFrame();
-}
-
-void MeasureSlice(const std::vector<Item>& items, double seconds) {
+void MeasureSlice(const Frames& frames, double seconds) {
     std::vector<Cost> empty;
     std::vector<Cost> full;
-    DrawFrame(items);  // the first after a rest is not counted
+    frames.full();  // the first after a rest is not counted
     const double end = Now(CLOCK_MONOTONIC) + seconds * 1e6;
     do {
-        empty.push_back(CostOf([] { DrawFrame({}); }));
-        full.push_back(CostOf([&items] { DrawFrame(items); }));
+        empty.push_back(CostOf(frames.empty));
+        full.push_back(CostOf(frames.full));
     } while (Now(CLOCK_MONOTONIC) < end || full.size() < 3);
 
     const Cost emptyCost = Median(empty);
@@ -137,7 +129,7 @@ long ResidentKiB() {
 }
 
 // The contestants' windows lie on each other: the one measured is raised, so that all are shown whole.
-void Serve(Display* display, Window window, const std::vector<Item>& items, const std::string& font) {
+void Serve(Display* display, Window window, const Frames& frames, const std::string& font) {
     std::string line;
     while (std::getline(std::cin, line)) {
         XRaiseWindow(display, window);
@@ -147,12 +139,12 @@ void Serve(Display* display, Window window, const std::vector<Item>& items, cons
         std::string argument;
         words >> request >> argument;
         if (request == "slice") {
-            MeasureSlice(items, std::strtod(argument.c_str(), nullptr));
+            MeasureSlice(frames, std::strtod(argument.c_str(), nullptr));
         } else if (request == "load") {
             MeasureLoad(font);
         } else if (request == "picture") {
-            DrawFrame(items);
-            DrawFrame(items);  // GL has asked the server for the window again, so it has handled the first
+            frames.full();
+            frames.full();  // GL has asked the server for the window again, so it has handled the first
             WritePicture(display, window, argument);
         } else {
             Fail("unknown request " + line);
@@ -194,11 +186,11 @@ int main(int argc, char** argv) {
     if (!font.empty()) {
         bench::LoadFont(font);
     }
-    const std::vector<bench::Item> items = bench::MakeItems(workload);
-    bench::DrawFrame(items);
+    const bench::Frames frames = bench::MakeFrames(workload);
+    frames.full();
     std::cout << "{\"name\":\"" << bench::CONTESTANT_NAME << "\",\"resident\":" << bench::ResidentKiB() << "}"
               << std::endl;
 
-    bench::Serve(display, window, items, font);
+    bench::Serve(display, window, frames, font);
     std::_Exit(EXIT_SUCCESS);  // nothing to be kept: the contestants leave their tidying to the system
 }

@@ -1,11 +1,9 @@
-// The kit, by the examples' own painting. It draws whole pictures only.
-
-#include <memory>
+// The kit: it finds out by itself what has changed, and how to show it.
 
 #include <kivgles/kit/Screen.h>
 
 #include "Contestant.h"
-#include "KitPictures.h"
+#include "KitPainter.h"
 
 namespace bench {
 
@@ -14,37 +12,18 @@ const char* const CONTESTANT_NAME = "kit";
 namespace {
 
 kivgles::kit::Screen screen;
-std::unique_ptr<kivgles::kit::Layer> layer;
-std::function<void(kivgles::kit::Layer&)> paint;
-
-[[noreturn]] void FailForItem() { Fail("draws pictures only"); }
+kivgles::kit::Canvas canvas({WINDOW_WIDTH, WINDOW_HEIGHT});
 
 }  // namespace
 
-unsigned long Start(unsigned long window, int layerWidth, int layerHeight) {
+unsigned long Start(unsigned long window, int, int) {
     screen.Connect(reinterpret_cast<ANativeWindow*>(window));
-    layer = std::make_unique<kivgles::kit::Layer>(screen, kivgles::kit::Size{layerWidth, layerHeight});
     return window;
 }
 
-void LoadFont(const std::string& path) { screen.LoadFont(path); }
-
-void BeginFrame() { layer->Clear(); }
-
-void Draw(const Rect&) { FailForItem(); }
-void Draw(const Round&) { FailForItem(); }
-void Draw(const Bitmap&) { FailForItem(); }
-void Draw(const Line&) { FailForItem(); }
-
-void Draw(Picture picture) {
-    if (!paint) {
-        paint = picture == Picture::BOARD ? MakeBoard(screen) : MakeDashboard(screen);
-    }
-    paint(*layer);
-}
-
-void EndFrame() {
-    screen.Present(*layer);
+void Show(const Picture& picture) {
+    Paint(canvas, picture);
+    screen.Present(canvas);
     screen.Finish();
 }
 

@@ -2,7 +2,7 @@
 
 #include <kivgles/KivGLDrawSurface.h>
 
-#include "ByHand.h"
+#include "Check.h"
 #include "Contestant.h"
 
 namespace bench {
@@ -14,7 +14,6 @@ namespace {
 kivgles::KivGLDrawSurface surface;
 unsigned int layer;
 kivgles::TagKivRectInfo wholeLayer;
-std::function<void()> paintPicture;
 
 kivgles::TagKivRectInfo RectOf(const Box& box) {
     return {static_cast<std::uint32_t>(box.x), static_cast<std::uint32_t>(box.y),
@@ -68,18 +67,9 @@ void Draw(const Line& line) {
     Check(surface.KivDrawText(layer, info, RectOf(line.box)));
 }
 
-void Draw(Picture picture) {
-    if (!paintPicture) {
-        paintPicture = MakePictureByHand(picture, surface, layer);
-    }
-    paintPicture();
-}
-
 void EndFrame() {
     const kivgles::TagKivRectInfo window = RectOf({0, 0, WINDOW_WIDTH, WINDOW_HEIGHT});
-    // Pictures are shown as the kit shows them, all else as an overlay.
-    Check(paintPicture ? surface.KivBlit({layer, kivgles::FBO_HANDLE_BASE, wholeLayer, window})
-                       : surface.KivDisplayFBO(layer, wholeLayer, window));
+    Check(surface.KivDisplayFBO(layer, wholeLayer, window));
     Check(surface.KivRefreshOnSrceen());
     Check(surface.Init(0));  // returns after everything queued before it
 }

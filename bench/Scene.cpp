@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
+#include "Contestant.h"
+
 namespace bench {
 
 namespace {
@@ -87,17 +89,12 @@ Item MakeItem(int i, const Workload& workload, const std::uint8_t* rgba) {
     return Rect{box, ColorOf(i)};
 }
 
-}  // namespace
-
+// The bitmaps point into memory that stays until the program ends. Empty for an unknown kind.
 std::vector<Item> MakeItems(const Workload& workload) {
     if (workload.kind == "scene") {
         return Scene();
     }
     std::vector<Item> items;
-    if (workload.kind == "board" || workload.kind == "dashboard") {
-        items.emplace_back(workload.kind == "board" ? Picture::BOARD : Picture::DASHBOARD);
-        return items;
-    }
     const std::string_view repeated[] = {"text", "rect", "round", "bitmap"};
     if (std::find(std::begin(repeated), std::end(repeated), workload.kind) == std::end(repeated)) {
         return {};
@@ -108,6 +105,20 @@ std::vector<Item> MakeItems(const Workload& workload) {
         items.push_back(MakeItem(i, workload, rgba));
     }
     return items;
+}
+
+void DrawFrame(const std::vector<Item>& items) {
+    BeginFrame();
+    for (const Item& item : items) {
+        std::visit([](const auto& drawn) { Draw(drawn); }, item);
+    }
+    EndFrame();
+}
+
+}  // namespace
+
+Frames MakeFrames(const Workload& workload) {
+    return {[items = MakeItems(workload)] { DrawFrame(items); }, [] { DrawFrame({}); }};
 }
 
 }  // namespace bench

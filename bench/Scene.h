@@ -50,14 +50,11 @@ struct Line {
     bool bold;
 };
 
-// All of one of the kit's examples.
-enum class Picture { BOARD, DASHBOARD };
-
-using Item = std::variant<Rect, Round, Bitmap, Line, Picture>;
+using Item = std::variant<Rect, Round, Bitmap, Line>;
 
 // What a frame holds.
 struct Workload {
-    std::string kind = "scene";  // scene, text, rect, round, bitmap, board, dashboard or nothing
+    std::string kind = "scene";  // scene, text, rect, round, bitmap or nothing; or one of MakePictures
     int count = 1;               // items of that kind, spread over the layer; a scene is always one
     int width = 200;             // of a rect, round or bitmap
     int height = 24;
@@ -67,9 +64,6 @@ struct Workload {
     int layerWidth = WINDOW_WIDTH;
     int layerHeight = WINDOW_HEIGHT;
 };
-
-// The bitmaps point into memory that stays until the program ends. Empty for an unknown kind.
-std::vector<Item> MakeItems(const Workload& workload);
 
 }  // namespace bench
 

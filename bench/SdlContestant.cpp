@@ -129,8 +129,6 @@ void Draw(const Line& line) {
     SDL_FreeSurface(surface);
 }
 
-void Draw(Picture) { Fail("draws items only"); }
-
 void EndFrame() {
     SDL_SetRenderTarget(renderer, nullptr);
     SDL_SetRenderDrawColor(renderer, 0, 0, 0, 0);

@@ -40,9 +40,9 @@ def cell(samples, contestant, clock):
     if contestant not in samples:
         return "–"
     values = samples[contestant][clock]
-    digits = 2 if statistics.median(values) < 100 else 0
-    text = f"{statistics.median(values):.{digits}f} ({min(values):.{digits}f} to {max(values):.{digits}f})"
-    return text if contestant == "bare" else f"{text} **{ratio(samples, contestant, clock):.2f}**"
+    digits = sum(statistics.median(values) < bound for bound in (10, 100))
+    text = f"{statistics.median(values):.{digits}f} ({min(values):.{digits}f}…{max(values):.{digits}f})"
+    return text if contestant == "bare" else f"{text} *{ratio(samples, contestant, clock):.2f}*"
 
 
 def table(header, rows):
@@ -70,13 +70,16 @@ def short_table(measures):
 
 
 def kit_table(pictures):
-    """The kit by the same pictures drawn by hand."""
+    """The kit by its floor, and by the frame that is measured between."""
     rows = []
     for name, samples in pictures.items():
-        costs = [f"{median(samples, contestant, 'cpu'):.0f}" for contestant in ("library", "kit")]
-        ratios = [f"{ratio(samples, 'kit', clock, 'library'):.3f}" for clock in ("cpu", "wall")]
-        rows.append([name, *costs, *ratios])
-    return table(["a frame", "by hand, CPU in µs", "kit", "kit / by hand, CPU", "wall"], rows)
+        costs = [f"{median(samples, contestant, 'cpu') / 1000:.2f}" for contestant in ("kit", "floor", "ximage")]
+        ratios = [f"{ratio(samples, 'kit', clock, 'floor'):.3f}" for clock in ("cpu", "wall")]
+        kit = samples["kit"]
+        by_empty = statistics.median(full / empty for full, empty in zip(kit["cpu"], kit["empty"]))
+        rows.append([name, *costs, *ratios, f"{by_empty:.3f}"])
+    return table(["a frame, CPU in ms", "kit", "floor", "Cairo and XPutImage", "kit / floor, CPU", "wall",
+                  "kit / its empty frame"], rows)
 
 
 def memory_line(measures):
@@ -86,7 +89,7 @@ def memory_line(measures):
 
 
 def in_process_table(results):
-    rows = [[name, f"{statistics.median(values):.1f}", f"{min(values):.1f} to {max(values):.1f}"]
+    rows = [[name, f"{statistics.median(values):.1f}", f"{min(values):.1f}…{max(values):.1f}"]
             for name, values in results.items()]
     return table(["in process", "ns", "range"], rows)
 
@@ -150,6 +153,8 @@ def write(results, folder):
                   "CPU time:\n", full_table(measures, "cpu"), "Wall time:\n", full_table(measures, "wall")]
     if results["kit"]:
         parts.append(kit_table(results["kit"]))
+    if results["canvases"]:
+        parts.append(in_process_table(results["canvases"]))
     if "font load" in measures:
         parts.append(memory_line(measures))
     if results["in process"]:

@@ -48,14 +48,14 @@ class Measure:
     options: dict = dataclasses.field(default_factory=dict)
     count: int = 1
     contestants: list = dataclasses.field(default_factory=lambda: ALL)
-    font: str = DEJAVU
+    font: str | None = DEJAVU
     whole_frame: bool = False  # nothing is taken off
     request: str = "slice"
     targets: tuple = (None, None)  # the library's ratio to bare GL: CPU, wall
 
     def arguments(self):
         options = {"kind": self.kind, "count": self.count, "font": self.font, **self.options}
-        return [f"--{key}={value}" for key, value in options.items()]
+        return [f"--{key}={value}" for key, value in options.items() if value is not None]
 
     def cost(self, answer, clock):
         """Microseconds for one item."""
@@ -77,12 +77,14 @@ MEASURES = [
 ]
 
 
-# Pictures of the kit's examples: by hand with the library, and by the kit.
-KIT = ["library", "kit"]
+# Pictures in memory: by the kit, by hand with what it is made of, and without the library.
+KIT = ["floor", "kit", "ximage"]
 KIT_MEASURES = [
-    Measure("board", "board", font=FONTS + "wqy/wqy-microhei.ttc", contestants=KIT, whole_frame=True),
-    Measure("dashboard", "dashboard", contestants=KIT, whole_frame=True),
-]
+    Measure(name, kind, contestants=KIT, font=None, whole_frame=kind != "labels")
+    for name, kind in (
+        ("dashboard, painted anew", "dashboard"), ("chart, painted anew", "chart"),
+        ("board, painted anew", "board"), ("board, the clock alone", "clock"),
+        ("60 labels, beside the frame", "labels"))]
 
 
 def characters(font):
@@ -144,7 +146,8 @@ def read_picture(path):
 
 
 def check_pictures(measure, running, folder):
-    """The library's picture is bare GL's, the kit's the one by hand; the peers' are close in a scene."""
+    """The library's picture is bare GL's; in a scene or a picture of the kit's, the others' are close."""
+    is_picture = measure.kind == "scene" or "kit" in measure.contestants
     pictures = {}
     for contestant in running:
         path = folder / f"{contestant.name}.ppm"
@@ -153,18 +156,18 @@ def check_pictures(measure, running, folder):
     for name, picture in pictures.items():
         reference = running[0].name
         difference = abs(picture - pictures[reference])
-        if name in (*OWN, *KIT) and difference.max() > OWN_LIMIT:
+        if name in OWN and difference.max() > OWN_LIMIT:
             raise SystemExit(f"bench: {measure.name}: {name} differs from {reference} by {difference.max()}")
-        if measure.kind == "scene" and difference.mean() > PEER_LIMIT:
+        if is_picture and difference.mean() > PEER_LIMIT:
             raise SystemExit(f"bench: {measure.name}: {name} draws something else ({difference.mean():.1f})")
-    if measure.kind in ("scene", "board", "dashboard") and any(
+    if is_picture and any(
             picture.max() == picture.min() for picture in pictures.values()):
         raise SystemExit("bench: the pictures are blank")
 
 
 def run(measure, effort, rounds):
     """Samples by contestant and clock, one a turn: those of the same turn were measured one after the other."""
-    samples = {name: {"cpu": [], "wall": [], "resident": []} for name in measure.contestants}
+    samples = {name: {"cpu": [], "wall": [], "empty": [], "resident": []} for name in measure.contestants}
     with open(effort.output / "contestants.log", "a", encoding="utf-8") as log:
         for number in range(rounds):
             running = [Contestant(effort.programs, name, measure, log) for name in measure.contestants]
@@ -177,16 +180,18 @@ def run(measure, effort, rounds):
                     answer = contestant.ask(f"{measure.request} {effort.seconds}")
                     for clock in ("cpu", "wall"):
                         samples[contestant.name][clock].append(measure.cost(answer, clock))
+                    samples[contestant.name]["empty"].append(answer.get("empty_cpu"))
             for contestant in running:
                 contestant.end()
     return samples
 
 
-def run_in_process(effort):
+def run_in_process(effort, program, *arguments):
     """The Google Benchmark results by name: nanoseconds, and what the system had to do for a tick of a burst."""
     output = subprocess.run(
-        [effort.programs / "bench_inprocess", "--benchmark_format=json",
-         f"--benchmark_min_time={IN_PROCESS_SECONDS}", f"--benchmark_repetitions={effort.rounds}", DEJAVU],
+        [effort.programs / program, "--benchmark_format=json",
+         "--benchmark_enable_random_interleaving=true",
+         f"--benchmark_min_time={IN_PROCESS_SECONDS}", f"--benchmark_repetitions={effort.rounds}", *arguments],
         env=ENVIRONMENT, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
     results = {}
     bursts = {}
@@ -213,7 +218,7 @@ def main():
     effort.output.mkdir(parents=True, exist_ok=True)
 
     results = {
-        "machine": report.machine(), "measures": {}, "kit": {}, "growth": {}, "in process": {}, "bursts": {}}
+        "machine": report.machine(), "measures": {}, "kit": {}, "canvases": {}, "growth": {}, "in process": {}, "bursts": {}}
     for measure in MEASURES:
         if effort.only is None or effort.only in measure.name:
             print(f"bench: {measure.name}", flush=True)
@@ -223,6 +228,9 @@ def main():
         if effort.only is None or effort.only in measure.name:
             print(f"bench: {measure.name}", flush=True)
             results["kit"][measure.name] = run(measure, effort, effort.rounds)
+    if effort.only is None or effort.only in "canvases":
+        print("bench: canvases", flush=True)
+        results["canvases"], _ = run_in_process(effort, "bench_kit_inprocess")
     if effort.only is None:
         for curve, points in growth_measures().items():
             print(f"bench: {curve}", flush=True)
@@ -230,7 +238,7 @@ def main():
                 {"x": x, "samples": run(measure, effort, min(effort.rounds, GROWTH_ROUNDS))}
                 for x, measure in points]
         print("bench: in process", flush=True)
-        results["in process"], results["bursts"] = run_in_process(effort)
+        results["in process"], results["bursts"] = run_in_process(effort, "bench_inprocess", DEJAVU)
 
     (effort.output / "samples.json").write_text(json.dumps(results, indent=1), encoding="utf-8")
     report.write(results, effort.output)

@@ -30,15 +30,19 @@ configure_package_config_file(cmake/kivglesConfig.cmake.in ${PROJECT_BINARY_DIR}
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/kivglesConfigVersion.cmake
     COMPATIBILITY SameMinorVersion)
 install(EXPORT kivglesTargets NAMESPACE kivgles:: DESTINATION ${KIVGLES_CMAKE_DIR} COMPONENT development)
-if(TARGET kivgles_kit)
-    # A component of the package: who does not ask for it does not get it.
-    install(TARGETS kivgles_kit EXPORT kivglesKitTargets
-        ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
-    install(EXPORT kivglesKitTargets NAMESPACE kivgles::
-        FILE kivgles-kit.cmake DESTINATION ${KIVGLES_CMAKE_DIR} COMPONENT development)
-    install(DIRECTORY kit/include/kivgles DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-        COMPONENT development FILES_MATCHING PATTERN "*.h")
-endif()
+# Components of the package: who does not ask for one does not get it.
+foreach(component IN ITEMS kit window)
+    if(TARGET kivgles_${component})
+        install(TARGETS kivgles_${component} EXPORT kivgles-${component}
+            LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+                COMPONENT library NAMELINK_COMPONENT development
+            ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
+        install(EXPORT kivgles-${component} NAMESPACE kivgles::
+            DESTINATION ${KIVGLES_CMAKE_DIR} COMPONENT development)
+        install(DIRECTORY ${component}/include/kivgles DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+            COMPONENT development FILES_MATCHING PATTERN "*.h")
+    endif()
+endforeach()
 install(FILES
     ${PROJECT_BINARY_DIR}/kivglesConfig.cmake ${PROJECT_BINARY_DIR}/kivglesConfigVersion.cmake
     DESTINATION ${KIVGLES_CMAKE_DIR} COMPONENT development)
@@ -48,9 +52,11 @@ if(NOT ANDROID AND NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
     file(RELATIVE_PATH KIVGLES_PREFIX_FROM_PC "/${KIVGLES_PKGCONFIG_DIR}" /)
     string(REGEX REPLACE "/$" "" KIVGLES_PREFIX_FROM_PC "${KIVGLES_PREFIX_FROM_PC}")
     set(packages kivgles)
-    if(TARGET kivgles_kit)
-        list(APPEND packages kivgles-kit)
-    endif()
+    foreach(component IN ITEMS kit window)
+        if(TARGET kivgles_${component})
+            list(APPEND packages kivgles-${component})
+        endif()
+    endforeach()
     foreach(package IN LISTS packages)
         configure_file(cmake/${package}.pc.in ${PROJECT_BINARY_DIR}/${package}.pc @ONLY)
         install(FILES ${PROJECT_BINARY_DIR}/${package}.pc
@@ -59,33 +65,23 @@ if(NOT ANDROID AND NOT IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
 endif()
 
 # Prefab: one folder an ABI; several installs into one prefix make one package.
-#
-# kivgles_install_prefab(MODULE TARGET HEADERS DESCRIPTION STATIC)
-function(kivgles_install_prefab name target headers description static)
-    set(module prefab/modules/${name})
-    set(made ${PROJECT_BINARY_DIR}/prefab-${name})
-    file(WRITE ${made}/module.json "${description}\n")
-    configure_file(cmake/prefab-abi.json.in ${made}/abi.json @ONLY)
-    install(FILES ${made}/module.json
-        DESTINATION ${module} COMPONENT prefab EXCLUDE_FROM_ALL)
-    install(DIRECTORY ${headers}
-        DESTINATION ${module}/include COMPONENT prefab EXCLUDE_FROM_ALL FILES_MATCHING PATTERN "*.h")
-    install(FILES $<TARGET_FILE:${target}> ${made}/abi.json
-        DESTINATION ${module}/libs/android.${ANDROID_ABI} COMPONENT prefab EXCLUDE_FROM_ALL)
-endfunction()
-
 if(ANDROID)
     foreach(number IN ITEMS ANDROID_NDK_MAJOR ANDROID_PLATFORM_LEVEL)
         if(NOT DEFINED ${number})
             set(${number} 0)  # a toolchain file other than the NDK's
         endif()
     endforeach()
+    set(module prefab/modules/kivgles)
+    set(made ${PROJECT_BINARY_DIR}/prefab-kivgles)
     configure_file(cmake/prefab.json.in ${PROJECT_BINARY_DIR}/prefab.json @ONLY)
+    configure_file(cmake/prefab-abi.json.in ${made}/abi.json @ONLY)
+    file(WRITE ${made}/module.json "{ \"export_libraries\": [] }\n")
     install(FILES ${PROJECT_BINARY_DIR}/prefab.json
         DESTINATION prefab COMPONENT prefab EXCLUDE_FROM_ALL)
-    kivgles_install_prefab(kivgles kivgles include/kivgles "{ \"export_libraries\": [] }" false)
-    if(TARGET kivgles_kit)
-        kivgles_install_prefab(kit kivgles_kit kit/include/kivgles
-            "{ \"export_libraries\": [\":kivgles\"], \"library_name\": \"libkivgles-kit\" }" true)
-    endif()
+    install(FILES ${made}/module.json
+        DESTINATION ${module} COMPONENT prefab EXCLUDE_FROM_ALL)
+    install(DIRECTORY include/kivgles
+        DESTINATION ${module}/include COMPONENT prefab EXCLUDE_FROM_ALL FILES_MATCHING PATTERN "*.h")
+    install(FILES $<TARGET_FILE:kivgles> ${made}/abi.json
+        DESTINATION ${module}/libs/android.${ANDROID_ABI} COMPONENT prefab EXCLUDE_FROM_ALL)
 endif()

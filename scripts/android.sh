@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # android.sh [ABI]...
-# Compiles the library and its kit, and links the library, for Android (arm64-v8a, armeabi-v7a and x86_64 unless said
-# otherwise) over Debian's headers, against libraries that have the names which tests/abi/android.txt says are needed
+# Compiles and links the library for Android (arm64-v8a, armeabi-v7a and x86_64 unless said otherwise) over Debian's
+# headers, against libraries that have the names which tests/abi/android.txt says are needed
 # and no others, and looks at the result: its name, its pages, what it exports, which libraries it needs. No NDK takes
 # part and nothing is run.
 set -euo pipefail
@@ -103,9 +103,7 @@ for abi in "${abis[@]}"; do
     inspect "$build/libkivgles.so"
 
     cmake --install "$build" --component prefab --prefix "$build_root/package" >/dev/null
-    for module in kivgles kit; do
-        python3 -m json.tool "$build_root/package/prefab/modules/$module/libs/android.$abi/abi.json" >/dev/null
-    done
+    python3 -m json.tool "$build_root/package/prefab/modules/kivgles/libs/android.$abi/abi.json" >/dev/null
 done
 echo "android: the prefab layout is in $build_root/package"
 echo "android: ${abis[*]} passed (compiled and looked at, not run)"

@@ -16,7 +16,8 @@ fail() {
 [[ $(dpkg --print-architecture) != arm64 ]] || fail "this machine is one: scripts/test.sh does it here"
 
 scripts/setup.sh tests imagemagick qemu-user-static g++-aarch64-linux-gnu \
-    lib{egl,gles,freetype,x11,png,gtest,gmock}-dev:arm64 lib{egl-mesa0,gles2,gl1-mesa-dri}:arm64
+    lib{egl,gles,freetype,pango1.0,x11,xfixes,wayland,decor-0,xkbcommon,png,gtest,gmock}-dev:arm64 \
+    lib{egl-mesa0,gles2,gl1-mesa-dri}:arm64
 command -v qemu-aarch64-static >/dev/null || fail "there is no qemu-aarch64-static to run the tests with"
 
 echo "arm64: building"

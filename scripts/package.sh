@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 build=${KIVGLES_PACKAGE_BUILD:-build/package}
 
-scripts/setup.sh build demo lintian file gzip
+scripts/setup.sh build demo window lintian file gzip
 as_root=()
 if ((EUID != 0)); then
     as_root=(sudo)

@@ -4,9 +4,10 @@
 # as far as they are missing; those of all groups if none is named. Removes none. Works as root or with sudo; asks for
 # nothing but a password that sudo may want.
 #
-# build   compiles library and kit    tests   demo, the kit, and the tests
-# demo    compiles and runs the demo  checks  looks at the sources, with clang and the tools around it
-#                                     bench   Google Benchmark
+# build   compiles library and kit    window   the window library on X11 and Wayland
+# demo    compiles and runs the demo  wayland  compositors, to run it on
+# tests   demo, kit, window, tests    checks   looks at the sources, with clang and the tools around it
+#                                     bench    Google Benchmark
 set -euo pipefail
 
 fail() {
@@ -18,7 +19,7 @@ core=(
     g++ cmake ninja-build pkg-config
     libegl-dev libgles-dev libfreetype-dev
 )
-kit=(libutfcpp-dev) # headers
+kit=(libpango1.0-dev) # and Cairo with it
 build=("${core[@]}" "${kit[@]}")
 demo=(
     "${core[@]}"
@@ -29,7 +30,9 @@ demo=(
     # Fonts: outlines with Latin, Greek and Cyrillic; Chinese, Japanese and Korean
     fonts-dejavu-core fonts-wqy-microhei
 )
-tests=("${demo[@]}" "${kit[@]}" libgtest-dev libgmock-dev python3-fonttools)
+window=(libx11-dev libxfixes-dev libwayland-dev libdecor-0-dev libxkbcommon-dev)
+wayland=(sway weston grim wtype libdecor-0-plugin-1-cairo)
+tests=("${demo[@]}" "${kit[@]}" "${window[@]}" fonts-noto-core fonts-noto-color-emoji libgtest-dev libgmock-dev python3-fonttools)
 checks=(
     clang libclang-rt-dev llvm
     clang-format clang-tidy cppcheck doxygen shellcheck imagemagick
@@ -44,6 +47,8 @@ for name in "$@"; do
     case $name in
         build) packages+=("${build[@]}") ;;
         demo) packages+=("${demo[@]}") ;;
+        window) packages+=("${window[@]}") ;;
+        wayland) packages+=("${wayland[@]}") ;;
         tests) packages+=("${tests[@]}") ;;
         checks) packages+=("${checks[@]}") ;;
         bench) packages+=("${bench[@]}") ;;

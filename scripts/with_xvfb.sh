@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # with_xvfb.sh COMMAND [ARGUMENT]...
-# Runs the command with a virtual X server of its own as its display, and exits with the command's status.
+# Runs the command with a virtual X server of its own as its display ($SERVER_PID is its process), and exits with the
+# command's status.
 set -euo pipefail
 
 if (($# == 0)); then
@@ -29,4 +30,4 @@ if ! read -r -t 60 number <&"$number_pipe"; then
     cat "$log" >&2
     exit 1
 fi
-DISPLAY=:$number "$@"
+DISPLAY=:$number SERVER_PID=$server "$@"

@@ -1,32 +1,35 @@
-// hello: the least that a client of the kit does. One window, one layer, a shape and a text.
+// hello: a window with a shape and a text, until it is closed.
 
 #include <cstdio>
+#include <exception>
 
-#include <X11/Xlib.h>
-#include <kivgles/kit/Layer.h>
+#include <kivgles/kit/Canvas.h>
 #include <kivgles/kit/Screen.h>
 #include <kivgles/kit/Text.h>
+#include <kivgles/window/Window.h>
 
-int main() {
-    Display* const display = XOpenDisplay(nullptr);
-    if (display == nullptr) {
-        return 1;  // there is no X server
+using namespace kivgles::kit;
+using namespace kivgles::window;
+
+int main() try {
+    Window window({"hello", {640, 200}});
+    Screen screen(window.Display());
+    screen.Connect(window.Native());
+
+    Canvas canvas({640, 200});
+    canvas.Clear({24, 40, 64});
+    canvas.Disc({70, 100}, 24, {255, 186, 84});
+    Text(40, {240, 244, 250}).Middle().Draw(canvas, "Hello, grüezi, γεια!", {120, 0, 480, 200});
+    screen.Present(canvas);
+
+    for (Event event; event.type != Event::CLOSED; event = window.Wait()) {
+        if (event.type == Event::RESIZED) {
+            screen.Reconnect(window.Native());  // and the canvas is shown again, scaled
+        } else if (event.type == Event::EXPOSED) {
+            screen.Refresh();
+        }
     }
-    const Window window = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, 640, 200, 0, 0, 0);
-    XMapWindow(display, window);
-    XSync(display, False);
-
-    kivgles::kit::Screen screen;
-    screen.Connect(reinterpret_cast<ANativeWindow*>(window));
-    screen.LoadFont("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
-
-    kivgles::kit::Layer layer(screen, screen.Size());
-    layer.Clear({24, 40, 64});
-    layer.Disc({70, 100}, 24, {255, 186, 84});
-    kivgles::kit::Text(40, {240, 244, 250}).Middle().Draw(layer, "Hello, grüezi, γεια!", {120, 0, 480, 200});
-    screen.Present(layer);
-    screen.Finish();
-
-    std::puts("Press Enter to end.");
-    std::getchar();
+} catch (const std::exception& error) {
+    std::fprintf(stderr, "hello: %s\n", error.what());
+    return 1;
 }

@@ -14,15 +14,17 @@
 #include "PanelStyle.h"
 #include "PngFile.h"
 #include "WindowPicture.h"
-#include "common/ExampleWindow.h"
+#include "kivgles/window/Window.h"
 
 namespace examples::osd_demo {
 
 namespace {
 
-void Connect(Surface& surface, ANativeWindow* window) {
-    Check(surface.KivCreateGLContext(), "creating the GL context");
-    Check(surface.KivConnectWindowSurface(window), "connecting the window");
+namespace window = kivgles::window;
+
+void Connect(Surface& surface, const window::Window& window) {
+    Check(surface.KivCreateGLContextOn(window.Display()), "creating the GL context");
+    Check(surface.KivConnectWindowSurface(window.Native()), "connecting the window");
     Check(surface.Init(kivgles::ENABLE_TEXT | kivgles::ENABLE_BLIT | kivgles::ENABLE_BITMAP |
                        kivgles::ENABLE_RECT | kivgles::ENABLE_ROUND),
           "creating the renderers");
@@ -49,10 +51,12 @@ void SavePicture(const ANativeWindow* window, const Panel& panel, const std::str
 
 void Run(const DemoOptions& options) {
     const Image logo = options.logo.empty() ? MakeLogo(4 * LOGO_BOX.width) : ReadPng(options.logo);
-    const ExampleWindow window(options.width, options.height, options.title);
+    window::WindowOptions wanted{options.title, {options.width, options.height}};
+    wanted.system = window::System::X11;  // whose server gives the window's picture
+    const window::Window window(wanted);
 
     Surface surface;
-    Connect(surface, window.Native());
+    Connect(surface, window);
     Panel panel(surface, options, logo);
     panel.ShowLogo();
     panel.Compose();

@@ -26,6 +26,18 @@ class GLDrawThread;
 
 /// An on-screen display on a native window: layers, rectangles, rounds, bitmaps and text, without OpenGL.
 ///
+/// @code
+/// kivgles::KivGLDrawSurface osd;
+/// unsigned int layer = 0;
+/// if (osd.KivCreateGLContext() != 0 || osd.KivConnectWindowSurface(window) != 0 ||
+///     osd.KivCreateGLFBO(layer, 640, 200, kivgles::KIV_COLOR_FORMAT_RGBA8888) != 0) {
+///     return 1;  // the log says why
+/// }
+/// osd.KivDrawRect(layer, {0, 0, 640, 200}, {24, 40, 64, 255});
+/// osd.KivBlit({layer, kivgles::FBO_HANDLE_BASE, {0, 0, 640, 200}, {0, 0, 640, 200}});
+/// osd.KivRefreshOnSrceen();
+/// @endcode
+///
 /// Order of calls: KivCreateGLContext, KivConnectWindowSurface, Init, KivLoadFont, then any drawing, then
 /// KivDestoryGLContext. Nothing enforces it beyond the need for a context.
 ///

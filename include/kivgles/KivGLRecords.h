@@ -15,6 +15,9 @@ namespace kivgles {
 /// Handle index of the window; layer n (1 to 15) has FBO_HANDLE_BASE + n.
 constexpr std::uint32_t FBO_HANDLE_BASE = 0x10000;
 
+/// @addtogroup gl_records
+/// @{
+
 /// A rectangle, in NDC as a destination and in texture coordinates as a source.
 struct TagGLRectInfo {
     float x;       ///< Left edge.
@@ -79,6 +82,8 @@ struct TagGLBlitInfo {
     TagGLRectInfo srcRect;      ///< Texture coordinates of the source.
     TagGLRectInfo dstRect;      ///< NDC of the destination.
 };
+
+/// @}
 
 }  // namespace kivgles
 

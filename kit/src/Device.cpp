@@ -1,158 +1,159 @@
 #include "Device.h"
 
+#include <string>
+#include <utility>
+
 #include "LayerState.h"
+#include "Words.h"
+#include "kivgles/KivGLRecords.h"
 #include "kivgles/kit/Error.h"
 
 namespace kivgles::kit {
 
 namespace {
 
-constexpr int MAX_QUEUED = 4096;        // some 2.5 MB
-constexpr unsigned int FONT_SIZE = 40;  // pixels: the standard style is drawn as large as it says
+constexpr int MAX_QUEUED = 256;  // so that nobody waits long for what somebody else has queued
+constexpr std::size_t MAX_LAYERS = 15;
+constexpr int ALL_LAYERS_IN_USE = 15;  // the core's code
 
 }  // namespace
 
-DeviceLock::DeviceLock(Device& device) : lock(device.mutex) {}
+TagKivRectInfo Unsigned(const PixelRect& rect) {
+    return {static_cast<std::uint32_t>(rect.x), static_cast<std::uint32_t>(rect.y),
+            static_cast<std::uint32_t>(rect.width), static_cast<std::uint32_t>(rect.height)};
+}
 
-void Check(int result, const char* operation) {
+DeviceLock::DeviceLock(Device& device, const char* operation) : lock(device.mutex) {
+    device.operation = operation;
+}
+
+KivGLDrawSurface& Device::Surface() {
+    if (surface == nullptr) {
+        throw Error(operation, Error::NOT_CONNECTED);
+    }
+    if (++queued > MAX_QUEUED) {
+        queued = 0;
+        Check(surface->Init(0));
+    }
+    return *surface;
+}
+
+void Device::Check(int result) const {
     if (result != 0) {
         throw Error(operation, result);
     }
 }
 
-KivGLDrawSurface& Device::Surface(const char* operation) {
-    if (surface == nullptr) {
-        throw Error(operation, Error::NOT_CONNECTED);
-    }
-    if (++queued > MAX_QUEUED) {
-        Wait(operation);
-    }
-    return *surface;
+void Device::Blit(unsigned int from, const PixelRect& part, unsigned int to, const PixelRect& place) {
+    Check(Surface().KivBlit({from, to, Unsigned(part), Unsigned(place)}));
 }
 
-void Device::Wait(const char* operation) {
-    if (surface == nullptr) {
-        throw Error(operation, Error::NOT_CONNECTED);
+void Device::Wait(const char* operationName) {
+    KivGLDrawSurface* waitedFor = nullptr;
+    std::shared_lock<std::shared_mutex> use(inUse, std::defer_lock);
+    {
+        const DeviceLock lock(*this, operationName);
+        queued = 0;
+        waitedFor = &Surface();
+        use.lock();
     }
-    queued = 0;
-    Check(surface->Init(0), operation);
-}
-
-bool Device::SwitchWindow(ANativeWindow* another, const char* operation) {
-    if (surface == nullptr || another == window) {
-        return false;
-    }
-    const int result = surface->KivConnectWindowSurface(another);
+    const int result = waitedFor->Init(0);
     if (result != 0) {
-        Close();  // the former window is off the screen too, though the core counts it as connected
+        throw Error(operationName, result);
     }
-    Check(result, operation);
-    window = another;
-    return true;
 }
 
-void Device::Restart(ANativeWindow* anotherWindow, const char* operation) {
-    Close();
+std::function<void()> Device::Connect(ANativeWindow* another, bool isNew) {
+    isNew = isNew || surface == nullptr || another == window;
     try {
-        SetUp(anotherWindow, operation);
+        if (isNew) {
+            Close();
+            surface = std::make_unique<KivGLDrawSurface>();
+            Check(surface->KivCreateGLContextOn(display));
+        }
+        Check(surface->KivConnectWindowSurface(another));
+        for (LayerState* const layer : isNew ? layers : std::set<LayerState*>()) {
+            layer->handle = Create(layer->size);
+        }
     } catch (...) {
-        Close();
+        Close();  // a former window is off the screen too, though the core counts it as connected
         throw;
     }
-    wasConnected = true;
-}
-
-void Device::SetUp(ANativeWindow* anotherWindow, const char* operation) {
-    surface = std::make_unique<KivGLDrawSurface>();
-    Check(surface->KivCreateGLContext(), operation);
-    Check(surface->KivConnectWindowSurface(anotherWindow), operation);
-    window = anotherWindow;
-    for (LayerState* const layer : layers) {
-        CreateLayer(*layer, operation);
-    }
-    if (!fontPath.empty()) {
-        OpenFont(operation);
-    }
+    window = another;
+    windowSize = {static_cast<int>(surface->KivGetWindowWidth()),
+                  static_cast<int>(surface->KivGetWindowHeight())};
+    (void)frame.ShowAgain();  // if there is something
+    return isNew && std::exchange(wasConnected, true) ? repaint : nullptr;
 }
 
 void Device::Close() {
+    const std::lock_guard<std::shared_mutex> alone(inUse);
     surface.reset();
     window = nullptr;
-    fontLoaded = false;
-    scratch = 0;  // it went with the surface
-}
-
-Size Device::WindowSize() const {
-    if (surface == nullptr) {
-        return {};
-    }
-    return {static_cast<int>(surface->KivGetWindowWidth()), static_cast<int>(surface->KivGetWindowHeight())};
-}
-
-void Device::LoadFont(const std::string& path, const char* operation) {
-    (void)Surface(operation);  // without one the former font stays for the next
-    fontPath = path;
-    try {
-        OpenFont(operation);
-    } catch (...) {
-        fontPath.clear();
-        throw;
+    windowSize = {};
+    spares = {};  // they went with the surface, and so did what layers held
+    for (const LayerState* const layer : layers) {
+        frame.Forget(*layer);
     }
 }
 
-void Device::OpenFont(const char* operation) {
-    fontLoaded = false;
-    widths.Clear();
-    Check(Surface(operation).KivLoadFont(fontPath, FONT_SIZE), operation);
-    fontLoaded = true;
-}
-
-CharacterWidths& Device::Widths(const char* operation) {
-    if (!fontLoaded) {
-        throw Error(operation, Error::NO_FONT);
-    }
-    return widths;
-}
-
-void Device::Add(LayerState& layer, const char* operation) {
-    CreateLayer(layer, operation);
+void Device::Add(LayerState& layer) {
+    CheckSize(layer.size, maxSide, operation);
+    (void)Surface();  // without a window no spare layer goes
+    MakePlace(0);
+    layer.handle = Create(layer.size);
     layers.insert(&layer);
 }
 
 void Device::Remove(LayerState& layer) {
     layers.erase(&layer);
+    frame.Forget(layer);
     if (surface != nullptr) {
         (void)surface->KivDestoryGLFBO(layer.handle);  // nobody is left to be told
     }
 }
 
-unsigned int Device::Scratch(Size& size, const char* operation) {
-    KivGLDrawSurface& maker = Surface(operation);
-    const Size screen = WindowSize();
-    const Size wanted = size.width <= screen.width && size.height <= screen.height ? screen : size;
-    if (scratch == 0 || wanted.width != scratchSize.width || wanted.height != scratchSize.height) {
-        DropScratch();
-        Check(maker.KivCreateGLFBO(scratch, static_cast<unsigned int>(wanted.width),
-                                   static_cast<unsigned int>(wanted.height), KIV_COLOR_FORMAT_RGBA8888),
-              operation);
-        scratchSize = wanted;
+SpareLayer& Device::Provide(Spare spare, const Size& size) {
+    SpareLayer& layer = spares[spare];
+    if (layer.handle == 0 || !AreEqual(layer.size, size)) {
+        CheckSize(size, maxSide, operation);
+        Drop(layer);
+        MakePlace(spare + 1);
+        layer = {Create(size), size};
     }
-    size = wanted;
-    return scratch;
+    return layer;
 }
 
-void Device::DropScratch() {
-    if (scratch != 0) {
-        (void)surface->KivDestoryGLFBO(scratch);  // it is no longer needed, whatever the answer
-        scratch = 0;
+bool Device::IsFull() const {
+    std::size_t layerNum = layers.size();
+    for (const SpareLayer& spare : spares) {
+        layerNum += spare.handle != 0 ? 1 : 0;
+    }
+    return layerNum >= MAX_LAYERS;
+}
+
+void Device::MakePlace(std::size_t first) {
+    for (std::size_t i = SPARE_NUM; i > first && IsFull(); --i) {
+        Drop(spares[i - 1]);
+    }
+    if (IsFull()) {
+        throw Error(operation, ALL_LAYERS_IN_USE,
+                    "all " + std::to_string(MAX_LAYERS) + " layers of the screen are in use");
     }
 }
 
-void Device::CreateLayer(LayerState& layer, const char* operation) {
-    Check(
-        Surface(operation).KivCreateGLFBO(layer.handle, static_cast<unsigned int>(layer.width),
-                                          static_cast<unsigned int>(layer.height), KIV_COLOR_FORMAT_RGBA8888),
-        operation);
+void Device::Drop(SpareLayer& spare) {
+    if (spare.handle != 0) {
+        (void)surface->KivDestoryGLFBO(spare.handle);  // it is no longer needed, whatever the answer
+        spare = {};
+    }
+}
+
+unsigned int Device::Create(const Size& size) {
+    const TagKivRectInfo rect = Unsigned(Whole(size));
+    unsigned int handle = 0;
+    Check(Surface().KivCreateGLFBO(handle, rect.width, rect.height, KIV_COLOR_FORMAT_RGBA8888));
+    return handle;
 }
 
 }  // namespace kivgles::kit

@@ -1,6 +1,8 @@
 #ifndef KIVGLES_KIT_DEVICELOCK_H
 #define KIVGLES_KIT_DEVICELOCK_H
 
+#include <condition_variable>
+#include <cstdint>
 #include <mutex>
 
 #include "kivgles/KivMutex.h"
@@ -9,24 +11,44 @@ namespace kivgles::kit {
 
 class Device;
 
-// What a thread has while it holds the lock of a device, for clang to check. It is one for all devices,
-// because a thread holds one lock at a time, and painters know their device by ways that clang does not
-// follow. So clang does not see whether the device is the right one; and it looks into no constructor or
-// destructor.
+// Lets threads in one by one, in the order in which they came: with a plain mutex a thread that presents in a
+// loop takes it again before any other has woken up.
+class FairMutex {
+ public:
+    void lock() {
+        std::unique_lock<std::mutex> held(mutex);
+        const std::uint64_t ticket = nextTicket++;
+        turnCame.wait(held, [&] { return turn == ticket; });
+    }
+    void unlock() {
+        const std::lock_guard<std::mutex> held(mutex);
+        ++turn;
+        turnCame.notify_all();
+    }
+
+ private:
+    std::mutex mutex;  // never held for long
+    std::condition_variable turnCame;
+    std::uint64_t nextTicket = 0;
+    std::uint64_t turn = 0;  // the ticket of the thread that is in, or may come in
+};
+
+// The lock of a device, for clang to check: one for all devices, because a thread holds one at a time, and
+// layers know their device by ways that clang does not follow.
 class KIVGLES_THREAD_ANNOTATION(capability("role")) DeviceRole {};
 inline constexpr DeviceRole DEVICE_LOCK;
 
-// Holds the lock of a device for as long as it lives.
+// Holds the lock of a device for one operation, which names the errors that are thrown under it.
 class KIVGLES_THREAD_ANNOTATION(scoped_lockable) DeviceLock {
  public:
-    explicit DeviceLock(Device& device) KIVGLES_THREAD_ANNOTATION(acquire_capability(DEVICE_LOCK));
+    DeviceLock(Device& device, const char* operation)
+        KIVGLES_THREAD_ANNOTATION(acquire_capability(DEVICE_LOCK));
     ~DeviceLock() KIVGLES_THREAD_ANNOTATION(release_capability()) = default;
-
     DeviceLock(const DeviceLock&) = delete;
     DeviceLock& operator=(const DeviceLock&) = delete;
 
  private:
-    std::unique_lock<std::mutex> lock;
+    const std::lock_guard<FairMutex> lock;
 };
 
 }  // namespace kivgles::kit

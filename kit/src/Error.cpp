@@ -1,41 +1,38 @@
 #include "kivgles/kit/Error.h"
 
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
 namespace kivgles::kit {
 
 namespace {
 
 // In a client's words; the log has those of whoever found it.
 const char* Meaning(int code) {
-    switch (code) {
-        case Error::INVALID_ARGUMENT:
-            return "an argument has no meaning";
-        case Error::TOO_LARGE:
-            return "larger than GL takes";
-        case Error::NOT_CONNECTED:
-            return "no window is connected";
-        case Error::NO_FONT:
-            return "no font is loaded";
-        case 2:
-            return "EGL did not start";
-        case 5:
-            return "EGL refuses the window";
-        case 15:
-            return "all layers are in use";
-        case 31:
-            return "the font does not open";
-        case 32:
-            return "the font has no visible character";
-        default:
-            return "the log says why";
-    }
+    constexpr std::pair<int, const char*> MEANINGS[] = {
+        {Error::INVALID_ARGUMENT, "an argument has no meaning"},
+        {Error::TOO_LARGE, "larger than there can be"},
+        {Error::NOT_CONNECTED, "no window is connected"},
+        {Error::NO_FONT, "no font is installed"},
+        {Error::BAD_FILE, "the file is not what it should be"},
+        {Error::OUT_OF_MEMORY, "out of memory"},
+        {2, "EGL did not start"},
+        {5, "EGL refuses the window"},
+        {15, "all layers are in use"},
+    };
+    const auto known = std::find_if(std::begin(MEANINGS), std::end(MEANINGS),
+                                    [code](const auto& meaning) { return meaning.first == code; });
+    return known == std::end(MEANINGS) ? "the log says why" : known->second;
 }
 
 }  // namespace
 
 Error::Error(const std::string& failedOperation, int resultCode)
-    : std::runtime_error(failedOperation + " failed with code " + std::to_string(resultCode) + ": " +
-                         Meaning(resultCode)),
-      operation(failedOperation),
-      code(resultCode) {}
+    : Error(failedOperation, resultCode,
+            "failed with code " + std::to_string(resultCode) + ", " + Meaning(resultCode)) {}
+
+Error::Error(const std::string& failedOperation, int resultCode, const std::string& reason)
+    : std::runtime_error(failedOperation + ": " + reason), operation(failedOperation), code(resultCode) {}
 
 }  // namespace kivgles::kit

@@ -1,59 +1,79 @@
 #ifndef KIVGLES_KIT_LAYERSTATE_H
 #define KIVGLES_KIT_LAYERSTATE_H
 
-#include <functional>
 #include <memory>
+#include <string>
 
+#include "Bitmap.h"
 #include "Device.h"
-#include "kivgles/kit/Geometry.h"
+#include "kivgles/kit/Error.h"
 
 namespace kivgles::kit {
 
-// To pixels of GL; numbers far outside of any layer are cut down, so that sums hold.
-Rect Scaled(const Rect& rect, int factor);
+// From one whole number to another, as far away as one likes.
+struct Span {
+    double begin = 0;
+    double end = 0;
+
+    double Length() const { return end - begin; }
+};
+
+// A rectangle with each edge at the nearest pixel; empty if it has a number that is none, or no extent.
+struct Edges {
+    Span across;
+    Span down;
+
+    Edges(const Span& leftToRight, const Span& topToBottom) : across(leftToRight), down(topToBottom) {}
+    explicit Edges(const Rect& rect);
+
+    PixelRect Within(const Size& size) const;  // the part from (0, 0) to there
+};
+
+// Replaces what is there, or blends with it, as the client called it.
+struct Placing {
+    const char* operation;
+    bool blends;
+};
 
 // A layer of the core, with the size that is needed to make it anew.
 //
 // Owner:  a Layer. It stays where it is when the Layer is moved: the device knows it by its address.
 // Thread: any, with the device's lock held; construction and destruction take it.
-// Units:  pixels of GL, that is of what is shown times the factor, unless said otherwise.
 class LayerState {
  public:
-    // The size in pixels of what is shown.
-    LayerState(const std::shared_ptr<Device>& layerDevice, const Size& size, int layerFactor,
-               const char* operation);
-    ~LayerState();
+    LayerState(const std::shared_ptr<Device>& layerDevice, const Size& pixels)
+        : device(layerDevice), size(pixels) {
+        const DeviceLock lock(*device, "Layer");
+        device->Add(*this);
+    }
+    ~LayerState() {
+        const DeviceLock lock(*device, "Layer");
+        device->Remove(*this);
+    }
     LayerState(const LayerState&) = delete;
     LayerState& operator=(const LayerState&) = delete;
 
-    // From pixels of what is shown.
-    Rect Scaled(const Rect& rect) const { return kit::Scaled(rect, factor); }
-    Point Scaled(const Point& point) const { return {point.x * factor, point.y * factor}; }
-    Size Bounds() const { return {width, height}; }
-    // The part of a rectangle that is in the layer.
-    Rect Visible(const Rect& rect) const;
-
-    // Draws where the core does not reach, beyond the left and upper edge: into another layer with `region`
-    // in its top-left corner, from where the visible part comes here. `draw` gets that layer's handle and
-    // size. With `blended` it draws over what is here.
-    void DrawBeyondEdges(const Rect& region, bool blended,
-                         const std::function<void(unsigned int, const Size&)>& draw, const char* operation)
+    // Puts a part of a picture there: unscaled, `to` is as large as the part and inside of the layer. Takes
+    // the device's lock.
+    void Place(const PixelSource& source, const PixelRect& part, const PixelRect& to,
+               const Placing& placing) const;
+    // Copies a part of another layer, scaled to fill `to`; what lies outside of either layer is left out.
+    void Copy(const LayerState& source, const Edges& from, const Edges& to) const
         KIVGLES_REQUIRES(DEVICE_LOCK);
 
-    void Fill(const Rect& rect, const Color& color, const char* operation) KIVGLES_REQUIRES(DEVICE_LOCK);
-
     const std::shared_ptr<Device> device;
-    const int width;
-    const int height;
-    const int factor;
+    const Size size;
     unsigned int handle KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;  // changes with the surface
 };
 
-// What a layer stands for. Throws INVALID_ARGUMENT for `operation` if that was moved away.
-LayerState& StateOf(const std::unique_ptr<LayerState>& state, const char* operation);
-
-// As the core takes what has been cut off at the edges, where no number is negative.
-TagKivRectInfo Unsigned(const Rect& rect);
+// What a layer stands for. Throws for `operation` if it, "the layer" or "the source", was moved away.
+inline LayerState& StateOf(const std::unique_ptr<LayerState>& state, const char* operation,
+                           const char* name = "the layer") {
+    if (state == nullptr) {
+        throw Error(operation, Error::INVALID_ARGUMENT, std::string(name) + " was moved away");
+    }
+    return *state;
+}
 
 }  // namespace kivgles::kit
 

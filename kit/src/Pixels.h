@@ -1,26 +1,35 @@
 #ifndef KIVGLES_KIT_PIXELS_H
 #define KIVGLES_KIT_PIXELS_H
 
+#include <cstddef>
 #include <cstdint>
-#include <vector>
 
 #include "kivgles/KivRecords.h"
 #include "kivgles/kit/Geometry.h"
-#include "kivgles/kit/Image.h"
 
-// Colours and pixels between a client, who does not premultiply, and layers, which are premultiplied.
+// Pixels between clients and the core, which have bytes R, G, B, A, and Cairo, which has numbers 0xAARRGGBB
+// in the machine's order of bytes and premultiplied. The two may be the same memory, but must not overlap
+// otherwise.
 
 namespace kivgles::kit {
 
-// As text and blended images take a colour: the core blends by its opacity.
-TagKivColorRGBA Straight(const Color& color);
+// Cairo's pixels from bytes that are not premultiplied.
+void CairoFromStraight(const std::uint8_t* rgba, std::uint8_t* cairo, std::size_t pixelNum);
+// Cairo's pixels from premultiplied bytes.
+void CairoFromPremultiplied(const std::uint8_t* rgba, std::uint8_t* cairo, std::size_t pixelNum);
+// Premultiplied bytes from Cairo's pixels.
+void PremultipliedFromCairo(const std::uint8_t* cairo, std::uint8_t* rgba, std::size_t pixelNum);
+// Premultiplied bytes from bytes that are not.
+void PremultipliedFromStraight(const std::uint8_t* straight, std::uint8_t* premultiplied,
+                               std::size_t pixelNum);
+// Bytes that are not premultiplied from premultiplied ones, and from Cairo's pixels.
+void StraightFromPremultiplied(const std::uint8_t* premultiplied, std::uint8_t* straight,
+                               std::size_t pixelNum);
+void StraightFromCairo(const std::uint8_t* cairo, std::uint8_t* straight, std::size_t pixelNum);
 
-// As a layer holds it.
+// A colour as a layer holds it, in the core's terms: to those a component of 1 is the full intensity, so it
+// gets 2.
 TagKivColorRGBA Premultiplied(const Color& color);
-
-// Pixels of a layer; converted into `room` if they are not as they are needed.
-const std::uint8_t* PremultipliedPixels(const Image& image, std::vector<std::uint8_t>& room);
-const std::uint8_t* StraightPixels(const Image& image, std::vector<std::uint8_t>& room);
 
 }  // namespace kivgles::kit
 

@@ -1,33 +1,21 @@
 #include "kivgles/kit/Screen.h"
 
-#include <utility>
-
-#include "Device.h"
+#include "CanvasState.h"
 #include "LayerState.h"
-#include "kivgles/KivComponents.h"
-#include "kivgles/KivGLRecords.h"
-#include "kivgles/kit/Error.h"
 #include "kivgles/kit/Layer.h"
 
 namespace kivgles::kit {
 
 namespace {
 
-void RefuseNull(const ANativeWindow* window, const char* operation) {
+void Connect(Device& device, ANativeWindow* window, bool isNew, const char* operation) {
     if (window == nullptr) {
-        throw Error(operation, Error::INVALID_ARGUMENT);
+        throw Error(operation, Error::INVALID_ARGUMENT, "the window is null");
     }
-}
-
-// A new surface, and outside of the lock what the client paints on it.
-void Restart(Device& device, ANativeWindow* window, const char* operation) {
     std::function<void()> repaint;
     {
-        const DeviceLock lock(device);
-        if (device.wasConnected) {
-            repaint = device.repaint;
-        }
-        device.Restart(window, operation);
+        const DeviceLock lock(device, operation);
+        repaint = device.Connect(window, isNew);
     }
     if (repaint) {
         repaint();
@@ -36,68 +24,62 @@ void Restart(Device& device, ANativeWindow* window, const char* operation) {
 
 }  // namespace
 
-Screen::Screen(int maxLayerSide) : device(std::make_shared<Device>(maxLayerSide)) {}
+Screen::Screen(int maxLayerSide) : Screen(TagKivDisplayInfo(), maxLayerSide) {}
+
+Screen::Screen(const TagKivDisplayInfo& display, int maxLayerSide)
+    : device(std::make_shared<Device>(display, maxLayerSide)) {}
 
 Screen::~Screen() {
     OnReconnect(nullptr);  // what it holds may be a layer, and so the device
-    const DeviceLock lock(*device);
+    const DeviceLock lock(*device, "Screen");
     device->Close();
 }
 
-void Screen::Connect(ANativeWindow* window) {
-    RefuseNull(window, "Screen::Connect");
-    {
-        const DeviceLock lock(*device);
-        if (device->SwitchWindow(window, "Screen::Connect")) {
-            return;
-        }
-    }
-    Restart(*device, window, "Screen::Connect");
-}
+void Screen::Connect(ANativeWindow* window) { kit::Connect(*device, window, false, "Screen::Connect"); }
 
-void Screen::Reconnect(ANativeWindow* window) {
-    RefuseNull(window, "Screen::Reconnect");
-    Restart(*device, window, "Screen::Reconnect");
-}
+void Screen::Reconnect(ANativeWindow* window) { kit::Connect(*device, window, true, "Screen::Reconnect"); }
 
 void Screen::OnReconnect(std::function<void()> paint) {
-    const DeviceLock lock(*device);
+    const DeviceLock lock(*device, "Screen::OnReconnect");
     device->repaint.swap(paint);  // the former one goes without the lock, which a layer that it holds takes
 }
 
-void Screen::LoadFont(const std::string& path) {
-    const DeviceLock lock(*device);
-    device->LoadFont(path, "Screen::LoadFont");
+void Screen::Present(const Canvas& canvas) {
+    constexpr const char* OPERATION = "Screen::Present";
+    CanvasState& picture = CanvasState::Of(canvas, OPERATION);
+    const std::shared_ptr<Device> kept = device;  // the screen may go while this waits
+    kept->Wait(OPERATION);
+    const DeviceLock lock(*kept, OPERATION);
+    kept->frame.Show(picture);
 }
 
 void Screen::Present(const Layer& layer) {
-    constexpr char OPERATION[] = "Screen::Present";
-    if (layer.state == nullptr || layer.state->device != device) {
-        throw Error(OPERATION, Error::INVALID_ARGUMENT);
+    constexpr const char* OPERATION = "Screen::Present";
+    const LayerState& picture = StateOf(layer.state, OPERATION);
+    const std::shared_ptr<Device> kept = device;
+    if (picture.device != kept) {
+        throw Error(OPERATION, Error::INVALID_ARGUMENT, "the layer is another screen's");
     }
-    const DeviceLock lock(*device);
-    KivGLDrawSurface& surface = device->Surface(OPERATION);
-    const auto width = static_cast<std::uint32_t>(layer.state->width);
-    const auto height = static_cast<std::uint32_t>(layer.state->height);
+    kept->Wait(OPERATION);
+    const DeviceLock lock(*kept, OPERATION);
+    kept->frame.Show(picture);
+}
 
-    // Until the frame before has been shown: this one is the only one in flight.
-    device->Wait(OPERATION);
-    Check(surface.KivBlit({layer.state->handle,
-                           FBO_HANDLE_BASE,
-                           {0, 0, width, height},
-                           {0, 0, surface.KivGetWindowWidth(), surface.KivGetWindowHeight()}}),
-          OPERATION);
-    Check(surface.KivRefreshOnSrceen(), OPERATION);
+bool Screen::Refresh() {
+    const std::shared_ptr<Device> kept = device;
+    kept->Wait("Screen::Refresh");
+    const DeviceLock lock(*kept, "Screen::Refresh");
+    return kept->frame.ShowAgain();
 }
 
 void Screen::Finish() {
-    const DeviceLock lock(*device);
-    device->Wait("Screen::Finish");
+    const std::shared_ptr<Device> kept = device;
+    kept->Wait("Screen::Finish");
 }
 
 kit::Size Screen::Size() const {
-    const DeviceLock lock(*device);
-    return device->WindowSize();
+    const DeviceLock lock(*device, "Screen::Size");
+    return device->windowSize;
 }
 
 }  // namespace kivgles::kit

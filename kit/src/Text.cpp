@@ -1,124 +1,126 @@
 #include "kivgles/kit/Text.h"
 
-#include <algorithm>
+#include <cmath>
+#include <vector>
 
-#include "Device.h"
-#include "LayerState.h"
+#include "Painter.h"
 #include "TextLayout.h"
-#include "TextPainter.h"
-#include "Utf8.h"
-#include "kivgles/kit/Layer.h"
-#include "kivgles/kit/Screen.h"
+#include "kivgles/kit/Canvas.h"
 
 namespace kivgles::kit {
 
 namespace {
 
-constexpr int MAX_SIZE = 1000;          // pixels of what is shown
-constexpr int MAX_LINE_HEIGHT = 10000;  // the same
+constexpr double SMOOTHING = 1;  // pixels that ink may reach beyond its extents
 
-constexpr char MEASURE[] = "Text::Measure";
+double Pixels(int pangoUnits) { return static_cast<double>(pangoUnits) / PANGO_SCALE; }
 
-TextLayout LayOutFor(Device& device, std::string_view utf8, const LayoutRules& rules, const char* operation)
-    KIVGLES_REQUIRES(DEVICE_LOCK) {
-    KivGLDrawSurface& surface = device.Surface(operation);
-    CharacterWidths& widths = device.Widths(operation);
-    const auto find = [&](char32_t character) KIVGLES_REQUIRES(DEVICE_LOCK) {
-        return widths.Find(surface, character, rules.size, operation);
-    };
-    return LayOut(DecodeUtf8(utf8), rules, find);
-}
+// A line, and where its characters begin on its baseline, in whole pixels.
+struct PlacedLine {
+    PangoLayoutLine* line;
+    double x;
+    double baseline;
+};
 
-TextExtent Extent(const TextLayout& layout, int lineHeight, int factor) {
-    TextExtent extent;
-    for (const TextLine& line : layout.lines) {
-        extent.width = std::max(extent.width, (line.width + factor - 1) / factor);
+template <typename Paint>
+void ForEach(cairo_t* context, const std::vector<PlacedLine>& lines, Paint paint) {
+    for (const PlacedLine& placed : lines) {
+        cairo_move_to(context, placed.x, placed.baseline);
+        paint(context, placed.line);
     }
-    extent.lines = static_cast<int>(layout.lines.size());
-    extent.height = extent.lines * lineHeight;
-    extent.whole = layout.whole;
-    return extent;
 }
 
-// A copy with another value of one property.
-template <typename Value>
-Text With(Text text, Value Text::*property, const Value& value) {
-    text.*property = value;
-    return text;
+void SetSource(cairo_t* context, const Color& color, double opacity) {
+    cairo_set_source_rgba(context, color.r / 255.0, color.g / 255.0, color.b / 255.0, opacity);
+}
+
+void PaintOutlines(cairo_t* context, const std::vector<PlacedLine>& lines, const Color& color, double width) {
+    ForEach(context, lines, pango_cairo_layout_line_path);
+    SetSource(context, color, color.a / 255.0);
+    cairo_set_line_width(context, 2 * width);
+    cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
+    cairo_stroke(context);
+}
+
+// Opaque, and then as one: emoji have no other opacity of their own, and characters may overlap.
+void PaintText(cairo_t* context, const std::vector<PlacedLine>& lines, const Color& color) {
+    const bool isTranslucent = color.a < 255;
+    if (isTranslucent) {
+        cairo_push_group(context);
+    }
+    SetSource(context, color, 1);
+    ForEach(context, lines, pango_cairo_show_layout_line);
+    cairo_new_path(context);
+    if (isTranslucent) {
+        cairo_pop_group_to_source(context);
+        cairo_paint_with_alpha(context, color.a / 255.0);
+    }
 }
 
 }  // namespace
 
-Text Text::Sized(int pixels) const { return With(*this, &Text::size, pixels); }
-
-Text Text::Colored(const Color& foreground) const { return With(*this, &Text::color, foreground); }
-
-Text Text::On(const Color& backdrop) const { return With(*this, &Text::background, backdrop); }
-
-Text Text::Bold() const { return With(*this, &Text::bold, true); }
-
-Text Text::Italic() const { return With(*this, &Text::italic, true); }
-
-Text Text::Underlined() const { return With(*this, &Text::underlined, true); }
-
-Text Text::Tabular() const { return With(*this, &Text::tabular, true); }
-
-Text Text::Aligned(Align horizontal) const { return With(*this, &Text::align, horizontal); }
-
-Text Text::Aligned(VerticalAlign vertical) const { return With(*this, &Text::verticalAlign, vertical); }
-
-Text Text::Wrapped() const { return With(*this, &Text::wrapped, true); }
-
-Text Text::Spaced(int pixels) const { return With(*this, &Text::lineHeight, pixels); }
-
-int Text::LineHeight() const {
-    return lineHeight > 0 ? std::min(lineHeight, MAX_LINE_HEIGHT) : (PixelSize() * 5 + 2) / 4;
+double Text::LeftOf(int lineWidth, const Rect& box) const {
+    const double room = box.width - lineWidth;
+    return std::round(box.x + (align == Align::CENTER ? room / 2 : align == Align::RIGHT ? room : 0));
 }
 
-int Text::PixelSize() const { return std::clamp(size, 1, MAX_SIZE); }
-
-LayoutRules Text::Rules(const Rect& box, int factor, int layerWidth) const {
-    LayoutRules rules;
-    rules.box = {box.width, box.height};
-    rules.size = PixelSize() * factor;
-    rules.lineHeight = LineHeight() * factor;
-    rules.wrapped = wrapped;
-    rules.tabular = tabular;
-    rules.align = align;
-    rules.verticalAlign = verticalAlign;
-    rules.visibleBegin = -box.x;
-    rules.visibleEnd = layerWidth - box.x;
-    return rules;
-}
-
-TextExtent Text::Draw(Layer& layer, std::string_view utf8, const Rect& box) const {
+TextExtent Text::Draw(Canvas& canvas, std::string_view utf8, const Rect& box) const {
     constexpr char OPERATION[] = "Text::Draw";
-    LayerState& target = StateOf(layer.state, OPERATION);
-    const DeviceLock lock(*target.device);
-    const Rect scaled = target.Scaled(box);
-    const LayoutRules rules = Rules(scaled, target.factor, target.width);
-    const TextLayout layout = LayOutFor(*target.device, utf8, rules, OPERATION);
-    const TextLook look = {color, background, bold, italic, underlined, rules.size, rules.lineHeight};
-    TextPainter painter(target, look, scaled.x, scaled.y, OPERATION);
-    for (const TextLine& line : layout.lines) {
-        painter.Draw(line);
+    Painter painter(canvas, OPERATION);
+    const TextLayout layout(*this, utf8, box.width, box.height, true, OPERATION);
+    if (!AreCountable(box.x, box.y, box.width, box.height)) {
+        return layout.Extent();
     }
-    return Extent(layout, LineHeight(), target.factor);
+    const FontMetrics& metrics = layout.Metrics();
+    const int height = layout.Extent().height;
+    const double ascent = Pixels(metrics.ascent);
+    // From the top of a line to its baseline.
+    const double inLine = std::round((LineHeight() - ascent - Pixels(metrics.descent)) / 2 + ascent);
+    const double bottom = std::round(box.y + box.height);
+    double top = std::round(box.y);
+    switch (verticalAlign) {
+        case VerticalAlign::TOP:
+            break;
+        case VerticalAlign::MIDDLE:
+            top = std::round(box.y + (box.height - height + LineHeight() + Pixels(metrics.capHeight)) / 2) -
+                  inLine;
+            break;
+        case VerticalAlign::BOTTOM:
+            top = bottom - height;
+            break;
+        case VerticalAlign::BASELINE:
+            top = bottom - height + LineHeight() - inLine;
+            break;
+    }
+    std::vector<PlacedLine> placed;
+    const double reach = SMOOTHING + (outline.a > 0 ? outlineWidth : 0);
+    for (const TextLine& line : layout.Lines()) {
+        const double x = LeftOf(line.width, box);
+        const double y = top + static_cast<double>(line.number) * LineHeight();
+        if (background.a > 0) {
+            canvas.Rectangle({x, y, line.width, LineHeight()}, background);
+        }
+        placed.push_back({line.line, x + line.indent, y + inLine});
+    }
+    for (const PlacedLine& line : placed) {
+        PangoRectangle ink;
+        pango_layout_line_get_pixel_extents(line.line, &ink, nullptr);
+        painter.AddRectangle({line.x + ink.x - reach, line.baseline + ink.y - reach, ink.width + 2 * reach,
+                              ink.height + 2 * reach});
+    }
+    painter.Within([&](cairo_t* context) {
+        if (outline.a > 0 && outlineWidth > 0) {
+            PaintOutlines(context, placed, outline, outlineWidth);
+        }
+        PaintText(context, placed, color);
+    });
+    return layout.Extent();
 }
 
-TextExtent Text::Measure(const Layer& layer, std::string_view utf8, const Size& box) const {
-    const LayerState& target = StateOf(layer.state, MEASURE);
-    return MeasureFor(*target.device, utf8, box, target.factor);
+TextExtent Text::Measure(std::string_view utf8, const Size& box) const {
+    return TextLayout(*this, utf8, box.width, box.height, false, "Text::Measure").Extent();
 }
 
-TextExtent Text::Measure(const Screen& screen, std::string_view utf8, const Size& box) const {
-    return MeasureFor(*screen.device, utf8, box, 1);
-}
-
-TextExtent Text::MeasureFor(Device& device, std::string_view utf8, const Size& box, int factor) const {
-    const DeviceLock lock(device);
-    const LayoutRules rules = Rules(Scaled({0, 0, box.width, box.height}, factor), factor, 0);
-    return Extent(LayOutFor(device, utf8, rules, MEASURE), LineHeight(), factor);
-}
+void Text::AddFont(const std::string& path) { Fonts::Add(path, "Text::AddFont"); }
 
 }  // namespace kivgles::kit

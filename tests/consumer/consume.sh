@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # consume.sh WORK_FOLDER [OPTION OF CMAKE]...
-# Builds the project outside and runs its programs, which end with their input. It finds a library that the system has
-# unless the options name another one.
+# Builds the project outside and runs its programs, which end with their input, or when a user closes their window. It
+# finds a library that the system has unless the options name another one.
 set -euo pipefail
 work=$1
 shift
@@ -9,6 +9,13 @@ shift
 rm -rf "$work"
 cmake -S "$(dirname "${BASH_SOURCE[0]}")" -B "$work" -G Ninja "$@"
 cmake --build "$work"
-for program in "$work"/{minimal,hello}-*; do
+for program in "$work"/minimal-*; do
     "$program" </dev/null
+done
+for program in "$work"/hello-*; do
+    "$program" &
+    until "$work/user" close hello 2>/dev/null || ! kill -0 $! 2>/dev/null; do
+        sleep 0.2
+    done
+    wait $!
 done

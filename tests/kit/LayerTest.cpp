@@ -1,173 +1,130 @@
 // What layers show: cut off at the edges, to the pixel.
 
-#include <array>
 #include <cmath>
 #include <limits>
+#include <list>
 
 #include "Stage.h"
-#include "kivgles/kit/Text.h"
 
 namespace kivgles::kit {
 namespace {
 
-// Four pixels: red, green half, blue, white.
-constexpr std::array<std::uint8_t, 16> PIXELS = {255, 0, 0,   255, 0,   255, 0,   128,
-                                                 0,   0, 255, 255, 255, 255, 255, 255};
-
 class LayerTest : public testing::Test, protected Stage {};
 
-TEST_F(LayerTest, ShapesAreCutOffAtItsEdges) {
-    layer.Rectangle({-10, -5, 20, 15}, RED);
+TEST_F(LayerTest, RectanglesAreCutOffAtItsEdgesHoweverFarTheyReach) {
     constexpr int MOST = std::numeric_limits<int>::max();
+    layer.Rectangle({-MOST, -5, MOST + 10.0, 15}, RED);
     layer.Rectangle({115, 50, MOST, MOST}, RED);
-    layer.Rectangle({-MOST, -MOST, MOST, MOST}, RED);
-    layer.Rectangle({50, 50, -4, 8}, RED);
-    layer.Disc({-3, 30}, 10, GREEN);  // of spans
-    layer.Disc({20, 40}, 10, GREEN);  // of the core
-    layer.RoundedRectangle({30, -20, 60, 40}, 8, BLUE);
-    layer.Line({100, 10}, {130, 10}, 4, WHITE);
-    const Picture picture = Show();
-    EXPECT_TRUE(picture.Shows(RED, {{9, 9}, {115, 50}}));
-    EXPECT_TRUE(picture.Shows(BLACK, {{10, 9}, {9, 10}, {114, 50}, {48, 52}, {7, 30}, {8, 40}, {31, 40}}));
-    EXPECT_TRUE(picture.Shows(GREEN, {{6, 30}, {11, 40}, {28, 40}, {20, 31}, {20, 48}}));
-    EXPECT_TRUE(picture.Shows(BLUE, {{30, 0}, {50, 19}, {85, 16}}));
-    EXPECT_TRUE(picture.Shows(BLACK, {{30, 19}, {89, 19}, {50, 21}})) << "round corners";
-    EXPECT_TRUE(picture.Shows(WHITE, {{99, 9}, {119, 11}}));
-}
-
-TEST_F(LayerTest, RingsAreHollowArcsEndAndBarsAreFilledUpToTheirLevel) {
-    layer.Ring({20, 30}, 20, 5, RED);
-    layer.Arc({60, 30}, 20, 5, 90, 90, BLUE);  // from below to the left
-    int y = 0;
-    for (const double level : {0.25, -1.0, 7.0, std::nan(""), 0.0}) {
-        layer.Bar({80, y, 40, 5}, level, RED, BLUE);
-        y += 10;
+    layer.Rectangle({-MOST, -MOST, MOST, MOST}, GREEN);
+    layer.Rectangle({60, -1e300, 2, 2e300}, BLUE);
+    layer.Rectangle({30.4, 10.4, 10.2, 10}, WHITE);  // to whole pixels
+    for (const double none : {std::nan(""), HUGE_VAL, -4.0, 0.0}) {
+        layer.Rectangle({80, 10, none, 8}, RED);
     }
-    const Picture picture = Show();
-    EXPECT_TRUE(picture.Shows(RED, {{2, 30}, {20, 47}, {89, 4}, {119, 20}}));
-    EXPECT_TRUE(picture.Shows(BLUE, {{42, 32}, {58, 47}, {90, 4}, {80, 10}, {80, 30}, {80, 40}}));
-    EXPECT_TRUE(picture.Shows(BLACK, {{20, 30}, {42, 28}, {62, 47}, {90, 5}}));
+    layer.Rectangle({0, 40, 10, 10}, {1, 1, 1});  // to the core, 1 is all there is
+    layer.Rectangle({10, 40, 10, 10}, {200, 100, 0, 128});
+    screen.Present(layer);
+    EXPECT_TRUE(Shows(RED, {{0, 0}, {9, 9}, {115, 50}, {119, 59}}));
+    EXPECT_TRUE(Shows(BLUE, {{60, 0}, {61, 59}}) && Shows(WHITE, {{30, 10}, {40, 19}}));
+    EXPECT_TRUE(Shows({2, 2, 2}, {{5, 45}}));
+    EXPECT_TRUE(Shows({100, 50, 0}, {{15, 45}})) << "premultiplied";
+    EXPECT_TRUE(Shows(BLACK, {{10, 9}, {9, 10}, {114, 50}, {115, 49}, {59, 0}, {62, 0}, {82, 12}, {81, 9}}));
+    EXPECT_TRUE(Shows(BLACK, {{29, 10}, {41, 19}, {30, 9}, {30, 20}}));
 }
 
-TEST_F(LayerTest, DarkColoursStayDarkAndTranslucentOnesAreOverBlack) {
-    layer.Rectangle({0, 0, 10, 10}, {1, 1, 1});
-    layer.Rectangle({10, 0, 10, 10}, {200, 100, 0, 128});
-    layer.Rectangle({20, 0, 10, 10}, {3, 3, 3, 100});
-    layer.Rectangle({10, 5, 20, 5}, TRANSPARENT);
-    const Picture picture = Show();
-    EXPECT_TRUE(picture.Shows({2, 2, 2}, {{5, 5}, {25, 4}}));
-    EXPECT_TRUE(picture.Shows({100, 50, 0}, {{15, 4}}));
-    EXPECT_TRUE(picture.Shows(BLACK, {{15, 5}}));
-}
-
-TEST_F(LayerTest, OfFactorTwoTakesAsMuchRoomAndIsAveragedDown) {
-    screen.LoadFont(BEARINGS);
-    Layer smooth(screen, {120, 60}, 2);
-    smooth.Disc({20, 20}, 12.4, WHITE);
-    const TextExtent extent = Text(40, WHITE).Draw(smooth, "AAA", {50, 0, 60, 60});
-    EXPECT_EQ(extent.width, 42);
-    EXPECT_EQ(extent.height, 50);
-    layer.Copy(smooth, 0, 0);
-    for (Layer* const shown : {&smooth, &layer}) {
-        const Picture picture = Show(*shown);
-        EXPECT_TRUE(picture.Shows(WHITE, {{20, 20}, {52, 30}, {89, 30}}));
-        EXPECT_TRUE(picture.Shows(BLACK, {{0, 5}, {51, 30}, {90, 30}}));
-        EXPECT_TRUE(picture.Shows({128, 128, 128}, {{20, 7}})) << "two of its four pixels";
-    }
-}
-
-TEST_F(LayerTest, CopiesAreCutOffAtBothLayersEdges) {
-    Layer source(screen, {20, 20});
-    source.Clear(RED);
-    source.Rectangle({0, 0, 5, 5}, GREEN);
-    source.Rectangle({19, 19, 1, 1}, BLUE);
-    source.Rectangle({5, 8, 1, 4}, BLUE);
-    layer.Copy(source, -3, -3);
-    layer.Copy(source, 110, 50);
-    layer.Copy(source, {-4, 15, 10, 10}, {40, 10, 10, 10});  // only (0, 15) to (6, 20) is there to copy
-    layer.Copy(source, {0, 0, 20, 20}, {60, 0, 40, 30});
-    layer.Copy(source, {0, 0, 20, 20}, {-10, 35, 30, 24});  // from the source's column 7 on
-    layer.Copy(source, {50, 50, 5, 5}, {0, 30, 5, 5});
-    layer.Copy(source, {0, 0, 0, 5}, {0, 30, 5, 5});
-    const Picture picture = Show();
-    EXPECT_TRUE(picture.Shows(GREEN, {{1, 1}, {110, 50}, {68, 6}}));
-    EXPECT_TRUE(picture.Shows(RED, {{2, 2}, {119, 55}, {44, 10}, {49, 14}, {80, 20}, {61, 28}, {0, 47}}));
-    EXPECT_TRUE(picture.Shows(BLUE, {{16, 16}}));
-    EXPECT_TRUE(picture.Shows(BLACK, {{43, 10}, {49, 15}, {2, 32}, {61, 31}}));
-}
-
-TEST_F(LayerTest, ImagesGoWhereTheyAreToInLayersOfAnySize) {
-    for (const Size size : {Size{120, 60}, Size{60, 30}, Size{119, 59}, Size{37, 23}}) {
+TEST_F(LayerTest, PicturesGoWhereTheyAreToInLayersOfAnySize) {
+    std::uint8_t pixels[] = {255, 0, 0,   255, 0,   255, 0,   128,   // red, green half,
+                             0,   0, 255, 255, 255, 255, 255, 255};  // blue, white
+    Canvas canvas({2, 2});
+    canvas.Draw(Image{pixels, {2, 2}}, {0, 0, 2, 2});
+    Canvas large({150, 90});
+    large.Clear(GREEN);
+    for (const Size size : {Size{120, 60}, {60, 30}, {119, 59}, {47, 23}}) {
         for (const bool premultiplied : {false, true}) {
             SCOPED_TRACE(testing::Message() << size.width << " wide, premultiplied: " << premultiplied);
-            Layer target(screen, size);
-            target.Clear(WHITE);
-            std::array<std::uint8_t, 16> pixels = PIXELS;
             pixels[5] = premultiplied ? 128 : 255;
-            const Image image = {pixels.data(), {2, 2}, premultiplied};
-            target.Draw(image, {3, 5, 2, 2});
-            target.Blend(image, {13, 5, 2, 2});
-            target.Blend(image, {-1, -1, 2, 2});  // its last pixel is the white one
-            target.Draw(image, {size.width - 1, 7, 2, 2});
-            target.Blend(image, {50, 500, 2, 2});
+            const Image image = {pixels, {2, 2}, premultiplied};
+            Layer target(screen, size);
+            target.Draw(large, {-1000, 10, 2000, 10});  // scaled
+            target.Draw(large, -120, -80);
+            target.Draw(image, {3, 12, 2, 2});
+            target.Blend(image, {13, 12, 2, 2});
+            target.Draw(canvas, 20, -1);
+            target.Blend(canvas, size.width - 1, 7);
+            target.Draw(image, {50, 500, 2, 2});
             layer.Clear();
             layer.Copy(target, 0, 0);
-            const Picture picture = Show();
-            EXPECT_TRUE(picture.Shows(RED, {{3, 5}, {13, 5}, {size.width - 1, 7}}));
-            EXPECT_TRUE(picture.Shows(BLUE, {{3, 6}, {13, 6}}));
-            EXPECT_TRUE(picture.Shows({0, 128, 0}, {{4, 5}})) << "in place of what was there";
-            EXPECT_TRUE(picture.Shows({127, 255, 127}, {{14, 5}})) << "over it";
-            EXPECT_TRUE(picture.Shows(WHITE, {{0, 0}, {12, 5}, {15, 6}, {13, 4}, {13, 7}}));
+            screen.Present(layer);
+            EXPECT_TRUE(Shows(RED, {{3, 12}, {13, 12}, {size.width - 1, 7}}));
+            EXPECT_TRUE(Shows(BLUE, {{3, 13}, {13, 13}, {20, 0}, {size.width - 1, 8}}));
+            EXPECT_TRUE(Shows(WHITE, {{4, 13}, {21, 0}}));
+            EXPECT_TRUE(Shows({0, 128, 0}, {{4, 12}})) << "in place of what was there";
+            EXPECT_TRUE(Shows(GREEN, {{14, 12}, {29, 9}, {0, 10}, {2, 12}, {3, 14}, {9, 19}}));
+            EXPECT_TRUE(Shows(BLACK, {{30, 9}, {size.width - 2, 7}, {0, 20}}));
         }
     }
 }
 
-TEST_F(LayerTest, ImagesLargerThanTheWindowAreCutOff) {
-    for (int width = 300; width > 200; width -= 5) {  // each by way of a layer of its size
-        layer.Draw({PIXELS.data(), {2, 2}}, {-10, -10, width, 200});
+TEST_F(LayerTest, CopiesAreCutOffAtBothLayersEdgesAndTakeNoColourFromBesideThem) {
+    Layer source(screen, {20, 20});
+    source.Clear(RED);
+    source.Rectangle({10, 10, 4, 4}, BLUE);
+    layer.Copy(source, -3, -3);
+    layer.Copy(source, 110, 50);
+    layer.Copy(source, {-4, 15, 10, 10}, {40, 10, 10, 10});  // only (0, 15) to (6, 20) is there to copy
+    layer.Copy(source, {50, 50, 5, 5}, {0, 30, 5, 5});
+    layer.Copy(source, {10, 10, 4, 4}, {60, 20, 30, 30});
+    layer.Copy(source, {10, 10, 4, 4}, {-79, 20, 80, 5});       // a twentieth of a pixel of the source
+    layer.Copy(source, {10, 10, 4, 4}, {100, -790, 5, 800});    // another one
+    layer.Copy(source, {4, 10, 12, 1}, {-6590, 50, 12000, 5});  // a part of its pixel 10
+    layer.Copy(source, {4, 10, 12, 1}, {-5380, 55, 12000, 5});  // of 9
+    screen.Present(layer);
+    EXPECT_TRUE(Shows(RED, {{0, 0}, {16, 16}, {44, 10}, {49, 14}, {0, 55}, {119, 59}}));
+    EXPECT_TRUE(Shows(BLUE, {{7, 7}, {60, 20}, {89, 49}, {60, 49}, {0, 20}, {0, 24}, {100, 0}, {104, 9}}));
+    EXPECT_TRUE(Shows(BLUE, {{0, 50}, {119, 54}}));
+    EXPECT_TRUE(Shows(BLACK, {{17, 3}, {43, 10}, {50, 10}, {49, 15}, {2, 32}, {59, 20}, {90, 20}, {1, 20}}));
+    EXPECT_TRUE(Shows(BLACK, {{0, 25}, {100, 10}, {105, 0}}));
+}
+
+TEST_F(LayerTest, ThereAreFifteenAtATimeWhateverTheKitKeepsForItself) {
+    for (int i = 0; i < 16; ++i) {
+        const Layer one(screen, {20, 20});
     }
-    layer.Draw({PIXELS.data(), {2, 2}}, {-200, -100, 400, 200});
-    const Picture picture = Show();
-    EXPECT_TRUE(picture.Shows(WHITE, {{119, 58}})) << "beyond the middle of the last pixel";
-    EXPECT_TRUE(picture.Shows({128, 96, 128}, {{0, 0}})) << "the middle of all four";
+    Canvas canvas(screen.Size());
+    canvas.Clear({0, 0, 1, 1}, BLUE);
+    std::list<Layer> layers;
+    while (layers.size() < 14) {
+        canvas.Clear({9, 9, 1, 1}, RED);
+        screen.Present(canvas);  // by way of another
+        layers.emplace_back(screen, Size{31, 31});
+        if (layers.size() <= 12) {
+            layers.back().Copy(layer, {1, 1, 3, 3}, {-5, 0, 20, 20});  // by way of two others
+        }
+    }
+    EXPECT_EQ(ErrorOf([&] { Layer(screen, {2, 2}); }), "Layer: all 15 layers of the screen are in use");
+    EXPECT_NE(ErrorOf([&] { layer.Copy(layers.back(), {1, 1, 3, 3}, {0, 0, 20, 20}); }), "");
+    canvas.Clear({5, 5, 5, 5}, GREEN);
+    screen.Present(canvas);
+    EXPECT_TRUE(Shows(GREEN, {{5, 5}, {9, 9}}));
+    EXPECT_TRUE(Shows(BLUE, {{0, 0}}));
 }
 
 TEST(Layer, RefusesWhatHasNoMeaning) {
-    Stage stage({120, 60}, 256);
-    const auto make = [&](Size size, int factor) {
-        return CodeOf([&] { Layer(stage.screen, size, factor); });
-    };
-    EXPECT_EQ(make({0, 10}, 1), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(make({10, 0}, 1), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(make({10, 10}, 0), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(make({10, 10}, 3), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(make({257, 10}, 1), Error::TOO_LARGE);
-    EXPECT_EQ(make({10, 129}, 2), Error::TOO_LARGE);
-    EXPECT_EQ(make({128, 10}, 2), 0);
-
-    Layer& layer = stage.layer;
-    EXPECT_EQ(CodeOf([&] { layer.Copy(layer, 0, 0); }), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(CodeOf([&] { layer.Draw({nullptr, {2, 2}}, {0, 0, 2, 2}); }), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(CodeOf([&] { layer.Blend({PIXELS.data(), {2, 0}}, {0, 0, 2, 2}); }), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(CodeOf([&] { layer.Blend({PIXELS.data(), {2, 2}}, {0, 0, 300, 2}); }), Error::TOO_LARGE);
-
-    const Layer moved(std::move(layer));
-    try {
-        layer.Clear();
-        ADD_FAILURE() << "a layer that was moved away is drawn into";
-    } catch (const Error& error) {
-        EXPECT_STREQ(error.what(), "Layer::Clear failed with code -1: an argument has no meaning");
-    }
-    EXPECT_EQ(CodeOf([&] { stage.screen.Present(layer); }), Error::INVALID_ARGUMENT);
-}
-
-TEST(Layer, MayOutliveItsScreen) {
-    Layer layer(std::move(Stage().layer));
-    EXPECT_EQ(CodeOf([&] { layer.Clear(); }), Error::NOT_CONNECTED);
-    EXPECT_EQ(CodeOf([&] { layer.RoundedRectangle({}, 2, RED); }), Error::NOT_CONNECTED);
+    auto stage = std::make_unique<Stage>(Size{120, 60}, 256);
     Stage another;
-    EXPECT_EQ(CodeOf([&] { another.screen.Present(layer); }), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(CodeOf([&] { another.layer.Copy(layer, 0, 0); }), Error::INVALID_ARGUMENT);
+    Layer layer(std::move(stage->layer));
+    const auto make = [&](Size size) { return ErrorOf([&] { Layer(stage->screen, size); }); };
+    EXPECT_EQ(make({10, 0}), "Layer: 10 by 0 pixels hold nothing");
+    EXPECT_EQ(make({257, 10}), "Layer: 257 by 10 pixels are more than 256 on a side");
+    EXPECT_EQ(make({256, 10}), "");
+    EXPECT_EQ(ErrorOf([&] { layer.Blend(Image{}, {0, 0, 2, 2}); }), "Layer::Blend: the image has no pixels");
+    EXPECT_EQ(ErrorOf([&] { layer.Copy(layer, 0, 0); }), "Layer::Copy: the source is the layer itself");
+    EXPECT_EQ(ErrorOf([&] { layer.Copy(another.layer, 0, 0); }),
+              "Layer::Copy: the source is another screen's");
+    EXPECT_EQ(ErrorOf([&] { layer.Copy(stage->layer, 0, 0); }), "Layer::Copy: the source was moved away");
+    EXPECT_NE(ErrorOf([&] { another.screen.Present(layer); }), "");
+    stage.reset();
+    EXPECT_NE(ErrorOf([&] { layer.Draw(Canvas({1, 1}), 500, 0); }), "") << "outlives its screen";
 }
 
 }  // namespace

@@ -1,156 +1,165 @@
-// Windows that come, change and go, and threads that share one.
+// Windows that come, change and go, what is handed over for them, and threads that share one.
 
 #include <atomic>
 #include <future>
 #include <memory>
-#include <set>
-#include <tuple>
+
+#include <dlfcn.h>
 
 #include "Stage.h"
-#include "kivgles/kit/Text.h"
+#include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
+
+namespace {
+
+// The bitmaps that went into a layer or onto the window: "window 0,0 120x60", then the first pixel.
+std::vector<std::string> bitmaps;
+
+}  // namespace
+
+// Stands between the kit and the core.
+int kivgles::KivGLDrawSurface::KivDrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap) noexcept {
+    const TagKivRectInfo& to = bitmap.dstRect;
+    char text[100];
+    (void)std::snprintf(text, sizeof text, "%s %u,%u %ux%u %02x%02x%02x%02x",
+                        handle == FBO_HANDLE_BASE ? "window" : "layer", to.x, to.y, to.width, to.height,
+                        bitmap.data[0], bitmap.data[1], bitmap.data[2], bitmap.data[3]);
+    bitmaps.emplace_back(text);
+    using Function = int (*)(KivGLDrawSurface*, unsigned int, const TagKivBitmapInfo&);
+    static const auto next = reinterpret_cast<Function>(
+        dlsym(RTLD_NEXT, "_ZN7kivgles16KivGLDrawSurface13KivDrawBitmapEjRKNS_16TagKivBitmapInfoE"));
+    return next(this, handle, bitmap);
+}
 
 namespace kivgles::kit {
 namespace {
 
-TEST(Screen, WithoutAWindowRefusesEverything) {
-    Screen screen;
-    EXPECT_EQ(screen.Size().width, 0);
-    EXPECT_EQ(CodeOf([&] { screen.Connect(nullptr); }), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(CodeOf([&] { screen.Reconnect(nullptr); }), Error::INVALID_ARGUMENT);
-    EXPECT_EQ(CodeOf([&] { screen.LoadFont(BEARINGS); }), Error::NOT_CONNECTED);
-    EXPECT_EQ(CodeOf([&] { screen.Finish(); }), Error::NOT_CONNECTED);
-    EXPECT_EQ(CodeOf([&] { Layer(screen, {8, 8}); }), Error::NOT_CONNECTED);
-}
+using Bitmaps = std::vector<std::string>;
 
-TEST(Screen, KeepsOneFrameInFlightAndLetsNoClientQueueWithoutBound) {
+int Swaps() { return recorder::Counts()["eglSwapBuffers"]; }
+
+TEST(Screen, HandsOverWhatHasChangedAndAllOfItOnlyWhereMuchChangesEachTime) {
     Stage stage;
-    recorder::Reset();
-    for (int frame = 1; frame <= 20; ++frame) {
-        stage.screen.Present(stage.layer);
-        EXPECT_GE(recorder::Counts()["eglSwapBuffers"], frame - 1);
-    }
-    stage.screen.Finish();
-    EXPECT_EQ(recorder::Counts()["eglSwapBuffers"], 20);
+    Canvas canvas({120, 60});
+    const auto handedOver = [&](const Rect& rect, const Color& color) {
+        canvas.Clear(rect, color);
+        bitmaps.clear();
+        stage.screen.Present(canvas);
+        return bitmaps;
+    };
+    EXPECT_EQ(handedOver({0, 0, 120, 60}, RED), Bitmaps{"window 0,0 120x60 ff0000ff"});
+    EXPECT_EQ(handedOver({10, 20, 4, 3}, {0, 255, 0, 128}), Bitmaps{"layer 0,0 120x60 ff0000ff"});
+    EXPECT_EQ(handedOver({50, 20, 4, 3}, {0, 0, 255, 128}), Bitmaps{"layer 50,20 4x3 00008080"});
+    EXPECT_EQ(handedOver({}, RED), Bitmaps());
+    canvas.Clear({0, 0, 2, 2}, GREEN);
+    EXPECT_EQ(handedOver({118, 58, 2, 2}, WHITE),
+              (Bitmaps{"layer 0,0 2x2 00ff00ff", "layer 118,58 2x2 ffffffff"}));
+    EXPECT_EQ(handedOver({0, 0, 120, 20}, BLUE), Bitmaps{"layer 0,0 120x20 0000ffff"});
+    EXPECT_EQ(handedOver({0, 40, 120, 20}, GREEN), Bitmaps{"window 0,0 120x60 0000ffff"});
+    EXPECT_EQ(handedOver({0, 0, 1, 1}, WHITE), Bitmaps{"layer 0,0 120x60 ffffffff"});
+    EXPECT_TRUE(stage.Shows(WHITE, {{0, 0}}));
+    EXPECT_TRUE(stage.Shows(BLUE, {{1, 0}, {119, 19}}));
+    EXPECT_TRUE(stage.Shows(GREEN, {{0, 40}, {119, 59}}));
 
-    for (int i = 0; i < 20000; ++i) {
-        stage.layer.Rectangle({0, 0, 1, 1}, RED);
-    }
-    EXPECT_GE(recorder::Counts()["glDrawArrays"], 20000 - 2 * 4096);
+    canvas = Canvas({60, 30});
+    EXPECT_EQ(handedOver({0, 0, 60, 30}, RED), Bitmaps{"window 0,0 120x60 ff0000ff"});
+    EXPECT_EQ(handedOver({0, 0, 5, 5}, BLUE), Bitmaps{"window 0,0 120x60 0000ffff"});
+    EXPECT_TRUE(stage.Shows(BLUE, {{0, 0}, {8, 8}})) << "scaled to fill the window";
+    EXPECT_TRUE(stage.Shows(RED, {{11, 0}, {119, 59}}));
 }
 
-TEST(Screen, GoesOnAfterItsWindowWasResizedReplacedOrLost) {
-    Stage stage({40, 20}, BEARINGS);
-    Layer kept(stage.screen, {60, 60});
-    kept.Clear(RED);
-    stage.screen.OnReconnect([&] {
-        stage.layer = Layer(stage.screen, stage.screen.Size());
-        stage.layer.Clear(BLUE);
-        stage.layer.Copy(kept, 50, 0);
-        Text(40, WHITE).Draw(stage.layer, "A", {-3, 0, 100, 50});
-    });
-    const auto expectPainted = [&] {
-        const Picture picture = stage.Show();
-        EXPECT_TRUE(picture.Shows(BLUE, {{118, 78}}));
-        EXPECT_TRUE(picture.Shows(WHITE, {{2, 30}})) << "the font has been loaded again";
-        EXPECT_TRUE(picture.Shows(BLACK, {{60, 30}})) << "a layer is kept, but empty";
-    };
+TEST(Screen, ShowsTheLastFrameAgainOnAWindowThatWasCoveredResizedReplacedOrLost) {
+    Stage stage({60, 100});
+    Layer layer(stage.screen, {60, 100});
+    EXPECT_FALSE(stage.screen.Refresh());
+    for (const Color& color : {RED, GREEN, BLUE}) {  // straight, and by way of a layer
+        Canvas canvas({60, 100});
+        canvas.Clear(color);
+        stage.screen.Present(canvas);
+        canvas.Clear({0, 0, 5, 5}, color);
+        stage.screen.Present(canvas);
+        canvas.Clear(WHITE);
+        stage.screen.Finish();
+        recorder::Reset();
+        EXPECT_TRUE(stage.screen.Refresh());
+        EXPECT_TRUE(stage.Shows(color, {{0, 0}, {59, 99}})) << "as it was presented";
+        EXPECT_EQ(Swaps(), 1);
+    }
     stage.window.Resize(120, 80);
     stage.screen.Reconnect(stage.window.Native());
-    expectPainted();
-    kept.Clear(RED);
+    EXPECT_TRUE(stage.Shows(BLUE, {{119, 79}})) << "though the canvas is gone";
+    layer.Clear(RED);
     {
         const X11Window another(150, 70);
         stage.screen.Connect(another.Native());
-        stage.screen.Present(kept);
+        EXPECT_TRUE(another.Shows(0x0000FF, 149, 69));
+        stage.screen.Present(layer);
+        layer.Clear(GREEN);
+        EXPECT_TRUE(stage.screen.Refresh());
         stage.screen.Finish();
-        EXPECT_TRUE(another.Shows(0xFF0000, 148, 68)) << "layers stay as they are";
+        EXPECT_TRUE(another.Shows(0x00FF00, 149, 69)) << "a layer as it is now";
     }
+    stage.screen.OnReconnect([&] {
+        stage.layer = Layer(stage.screen, {120, 80});
+        stage.layer.Clear(WHITE);
+        stage.layer.Copy(layer, 0, 0);
+        stage.screen.Present(stage.layer);
+    });
     stage.screen.Reconnect(stage.window.Native());
-    expectPainted();
-}
-
-TEST(Screen, CanBeReconnectedAfterAFailure) {
-    for (const auto& [function, another, code] :
-         {std::tuple{"eglCreateWindowSurface", false, 5}, std::tuple{"eglCreateWindowSurface", true, 5},
-          std::tuple{"FT_New_Face", false, 31}, std::tuple{"glGenTextures", false, 21}}) {
-        SCOPED_TRACE(function);
-        Stage stage({120, 60}, BEARINGS);
-        const X11Window other(150, 70);
-        int paints = 0;
-        stage.screen.OnReconnect([&] { ++paints; });
+    EXPECT_TRUE(stage.Shows(WHITE, {{119, 79}}));
+    EXPECT_TRUE(stage.Shows(BLACK, {{0, 0}})) << "a layer is kept, but empty";
+    for (const char* const function : {"eglCreateWindowSurface", "glGenTextures", "eglInitialize"}) {
         recorder::Fail(function);
-        ANativeWindow* const next = another ? other.Native() : stage.window.Native();
-        EXPECT_EQ(CodeOf([&] { stage.screen.Connect(next); }), code);
-        EXPECT_EQ(CodeOf([&] { stage.layer.Clear(); }), Error::NOT_CONNECTED);
-
-        stage.screen.Connect(stage.window.Native());
-        EXPECT_EQ(paints, 1);
-        Text().Draw(stage.layer, "A", {0, 0, 120, 60});
-        stage.layer.Clear(GREEN);
-        EXPECT_TRUE(stage.Show().Shows(GREEN, {{5, 5}}));
+        EXPECT_NE(ErrorOf([&] { stage.screen.Connect(stage.window.Native()); }), "");
+        EXPECT_EQ(ErrorOf([&] { stage.screen.Finish(); }), ErrorOf([] { Screen().Finish(); }));
     }
+    EXPECT_EQ(ErrorOf([&] { stage.screen.Connect(nullptr); }), "Screen::Connect: the window is null");
+    stage.screen.Connect(stage.window.Native());
+    EXPECT_TRUE(stage.Shows(WHITE, {{119, 79}})) << "painted again";
+    stage.layer = Layer(std::move(layer));
+    EXPECT_FALSE(stage.screen.Refresh());
 }
 
-TEST(Screen, LetsGoOfWhatPaintsAgainWithALayerThatNobodyElseHas) {
-    std::weak_ptr<Layer> held[2];
-    {
-        Stage stage;
-        for (std::weak_ptr<Layer>& each : held) {
-            const auto layer = std::make_shared<Layer>(stage.screen, Size{8, 8});
-            each = layer;
-            stage.screen.OnReconnect([layer] { layer->Clear(); });
-        }
-        EXPECT_TRUE(held[0].expired()) << "another one has come";
+TEST(Screen, KeepsOneFrameInFlightAndNobodyOutForLongAndWaitsForThoseWhoWait) {
+    Stage other;
+    auto stage = std::make_unique<Stage>(Size{320, 240});
+    recorder::Reset();
+    for (int frame = 1; frame <= 10; ++frame) {
+        stage->screen.Present(stage->layer);
+        EXPECT_GE(Swaps(), frame - 1);
     }
-    EXPECT_TRUE(held[1].expired());
-}
+    for (int i = 0; i < 2000; ++i) {
+        stage->layer.Rectangle({0, 0, 1, 1}, RED);
+    }
+    EXPECT_GE(recorder::Counts()["glDrawArrays"], 2000 - 300) << "or a client could queue without bound";
 
-// Whoever looks never finds half of a sheet, which is painted in steps and handed over by one, nor half of a
-// shape of several requests: the middle and a corner's disc.
-TEST(Screen, ShowsNoHalfOfWhatThreadsPaintAndIsReconnectedMeanwhile) {
-    Stage stage({250, 40}, BEARINGS);
-    std::atomic<bool> stopped{false};
-    const auto paint = [&](int x) {
-        Layer sheet(stage.screen, {60, 40});
-        for (int frame = 0; !stopped; ++frame) {
-            const Color color = frame % 2 == 0 ? BLUE : WHITE;
-            sheet.Rectangle({0, 0, 60, 20}, color);
-            Text(12, GREEN).Draw(sheet, "AJK", {20, 10, 40, 20});
-            sheet.Rectangle({0, 20, 60, 20}, color);
-            stage.layer.Copy(sheet, x, 0);
-            for (int i = 0; i < 20; ++i) {
-                stage.layer.RoundedRectangle({x + 60, 0, 60, 40}, 15, i % 2 == 0 ? color : GREEN);
+    const auto present = [&, &screen = stage->screen](int x) {  // in a loop, until the screen goes
+        Layer odd(screen, {31, 31});
+        Canvas canvas({320, 240});
+        return ErrorOf([&] {
+            for (;;) {
+                canvas.Clear({x, 0, 5, 5}, RED);
+                odd.Draw(canvas, x, 2);  // by way of another layer, which all threads share
+                screen.Present(canvas);
             }
-            stage.screen.Finish();
-        }
+        });
     };
-    auto left = std::async(std::launch::async, paint, 0);
-    auto right = std::async(std::launch::async, paint, 120);
-    // However this ends: a future waits for its thread.
-    struct Stop {
-        std::atomic<bool>& stopped;
-        ~Stop() { stopped = true; }
-    } const stop{stopped};
-
-    std::set<std::uint32_t> seen;
-    // On a busy machine one of them may have to wait long for its turn.
-    for (int frame = 0; frame < 60 || (seen.size() < 2 && frame < 6000); ++frame) {
-        const Picture picture = stage.Show();
-        for (const int x : {0, 120}) {
-            EXPECT_EQ(picture.At(x + 5, 5), picture.At(x + 5, 35));
-            EXPECT_EQ(picture.At(x + 90, 20), picture.At(x + 114, 34));
-        }
-        seen.insert(picture.At(5, 5));
+    auto one = std::async(std::launch::async, present, 1);
+    auto two = std::async(std::launch::async, present, 2);
+    int longest = 0;
+    while (Swaps() < 60) {
+        const int before = Swaps();
+        stage->layer.Rectangle({0, 0, 1, 1}, RED);
+        longest = std::max(longest, Swaps() - before);
     }
-    for (int i = 0; i < 5; ++i) {
-        stage.screen.Reconnect(stage.window.Native());
-        (void)stage.Show();
-    }
-    stopped = true;
-    left.get();
-    right.get();
-    EXPECT_GT(seen.size(), 1U);
+    EXPECT_LE(longest, 6) << "two frames of each thread, and those that come and go";
+    stage->screen.Reconnect(stage->window.Native());
+    stage.reset();
+    EXPECT_NE(one.get(), "");
+    EXPECT_NE(two.get(), "");
+    other.layer.Clear(GREEN);
+    other.screen.Present(other.layer);
+    EXPECT_TRUE(other.Shows(GREEN, {{0, 0}})) << "a screen of its own";
 }
 
 }  // namespace

@@ -1,144 +1,149 @@
-// Texts on the real thing: what is measured is what is drawn.
+// What a text does beside Pango: places, lines, digits, bytes that are no text, fonts of the client's own.
 
+#include <atomic>
+#include <cstdlib>
+#include <fstream>
+#include <future>
+#include <thread>
 #include <tuple>
 
-#include "Stage.h"
+#include <gtest/gtest.h>
+
+#include "Snapshot.h"
 #include "kivgles/kit/Text.h"
-#include "support/Recorder.h"
 
 namespace kivgles::kit {
 namespace {
 
-constexpr char DEJAVU[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
+constexpr Color WHITE = {255, 255, 255};
+constexpr Size SIZE = {300, 200};
 
-class TextTest : public testing::Test, protected Stage {
- protected:
-    TextTest() : Stage({400, 200}, BEARINGS) {}
+// Rectangles; at 40 pixels a unit is a pixel. H is 20 wide and 30 high, a 0 is 20 wide, all other digits 8.
+Text Digits() {
+    Text::AddFont(KIVGLES_TEST_FONTS "/digits.ttf");
+    return Text(40, WHITE).Family("digits");
+}
 
-    // The text alone.
-    Picture Drawn(const Text& text, const std::string& characters, const Rect& box) {
-        layer.Clear(BLACK);
-        text.Draw(layer, characters, box);
-        return Show();
+// Left, top, right and bottom edge of what is drawn.
+using Box = std::array<int, 4>;
+Box InkOf(const Text& text, const std::string& utf8, const Rect& box) {
+    const Snapshot drawn = Painted(SIZE, [&](Canvas& canvas) { text.Draw(canvas, utf8, box); });
+    Box ink = {SIZE.width, SIZE.height, 0, 0};
+    for (int i = 0; i < SIZE.width * SIZE.height; ++i) {
+        const int x = i % SIZE.width;
+        const int y = i / SIZE.width;
+        if (drawn.At(x, y) != 0) {
+            ink = {std::min(ink[0], x), std::min(ink[1], y), std::max(ink[2], x + 1), y + 1};
+        }
     }
-};
+    return ink;
+}
 
-// The window shows the other picture, moved so far and cut off at its edges.
-void ExpectMoved(const Picture& shown, const Picture& other, int dx, int dy) {
-    for (int y = 0; y < shown.size.height; ++y) {
-        for (int x = 0; x < shown.size.width; ++x) {
-            ASSERT_EQ(shown.At(x, y), other.At(x - dx, y - dy)) << "at " << x << "," << y;
+TEST(Text, StandsAndLooksAsItsPropertiesSay) {
+    const Text text = Digits();
+    // Lines of 50 pixels with the baseline 35 below their top; the box from 55 to 200
+    for (const auto& [vertical, top] :
+         {std::tuple{VerticalAlign::TOP, 60}, std::tuple{VerticalAlign::MIDDLE, 88},
+          std::tuple{VerticalAlign::BOTTOM, 105}, std::tuple{VerticalAlign::BASELINE, 120}}) {
+        EXPECT_EQ(InkOf(text.Aligned(vertical), "H\nH", {10, 55, 100, 145})[1], top);
+    }
+    EXPECT_EQ(InkOf(text.Center().Middle(), "H", {100, 50, 60, 90}), (Box{120, 80, 140, 110}));
+    EXPECT_LT(InkOf(Text(20, WHITE), "\u05D0", {100, 0, 100, 40})[2], 130) << "left is left in Hebrew, too";
+    EXPECT_EQ(InkOf(text.Outlined({255, 0, 0}, 3), "H", {50, 50, 100, 50}), (Box{47, 52, 73, 88}));
+    EXPECT_EQ(InkOf(text.On({0, 0, 255}).Spaced(60), "H", {50, 50, 100, 50}), (Box{50, 50, 70, 110}));
+    EXPECT_EQ(Painted(SIZE,
+                      [&](Canvas& canvas) {
+                          text.Colored({0, 0, 0, 100}).Draw(canvas, "H", {0, 0, 100, 50});
+                      })
+                  .At(9, 9),
+              0x64000000);
+    EXPECT_EQ(Text(1e9, WHITE).LineHeight(), 1250);
+}
+
+TEST(Text, IsMeasuredAsItIsDrawn) {
+    for (const Text& text : {Text(21.5, WHITE).Bold().Italic(), Digits().Tabular()}) {
+        for (const char* const utf8 : {"AVAT 1.0", "\u05D0\u05D1 123", "a\tb\nlonger"}) {
+            const TextExtent extent = text.Measure(utf8);
+            Canvas canvas(SIZE);
+            const TextExtent drawn = text.Draw(canvas, utf8, {0, 0, extent.width, extent.height});
+            EXPECT_TRUE(drawn.whole && drawn.width == extent.width) << utf8;
+            EXPECT_FALSE(text.Measure(utf8, {extent.width - 1, extent.height}).whole) << utf8;
         }
     }
 }
 
-// Each character goes where those before it measure to.
-TEST_F(TextTest, IsDrawnAsItIsMeasuredInEveryStyle) {
-    for (const auto& [font, word] : {std::pair<const char*, std::string>{BEARINGS, "AJKAMQRJJA"},
-                                     std::pair<const char*, std::string>{DEJAVU, "jWTfi\"AK1"}}) {
-        screen.LoadFont(font);
-        for (const int size : {40, 20, 33}) {
-            SCOPED_TRACE(testing::Message() << word << ", " << size << " pixels");
-            const Text text(size, WHITE);
-            for (const Text& styled : {text, text.Bold(), text.Italic(), text.Bold().Italic()}) {
-                const Picture whole = Drawn(styled, word, {20, 20, 380, 60});
-                layer.Clear(BLACK);
-                for (std::size_t i = 0; i < word.size(); ++i) {
-                    const TextExtent before = styled.Measure(layer, word.substr(0, i));
-                    styled.Draw(layer, word.substr(i, 1), {20 + before.width, 20, 380, 60});
-                }
-                ExpectMoved(Show(), whole, 0, 0);
+TEST(Text, IsCutToTheLinesThatFit) {
+    const Text text(20, WHITE);
+    const auto lines = [](const TextExtent& extent) { return std::tuple{extent.lines, extent.whole}; };
+    EXPECT_EQ(lines(text.Measure("")), std::tuple(0, true));
+    EXPECT_EQ(lines(text.Measure("a\r\n\nb\n")), std::tuple(3, true));
+    EXPECT_EQ(lines(text.Measure("a\nb\nc", {100, 74})), std::tuple(2, false));
+    EXPECT_EQ(lines(text.Measure("aaaaaaaaaaaa\nb", {50, 75})), std::tuple(2, false))
+        << "each line by itself";
+    EXPECT_EQ(lines(text.Wrapped().Measure("one two three", {50, 75})), std::tuple(3, true));
+    EXPECT_EQ(lines(text.Wrapped().Measure("one two three", {50, 1})), std::tuple(1, false));
+    EXPECT_EQ(lines(text.Wrapped().Measure("a\nb b b b b b\nc", {50, 75})), std::tuple(3, false));
+    EXPECT_EQ(InkOf(text, "WWW", {10, 0, 10, 40})[2], 0) << "not even an ellipsis fits";
+    EXPECT_GT(text.Measure("a\nb", {100, 25}).width, text.Measure("a").width)
+        << "an ellipsis for what follows";
+    // What is far behind the end of the box makes no difference, whatever it is
+    const std::string page(10000000, 'x');
+    EXPECT_EQ(text.Measure(page, {300, 40}).width, text.Measure(page.substr(0, 100), {300, 40}).width);
+    EXPECT_FALSE(text.Measure(page).whole) << "more than Pango counts";
+    EXPECT_EQ(lines(text.Measure(std::string(10000000, '\n'), {300, 100})), std::tuple(4, false));
+    EXPECT_EQ(lines(text.Measure(std::string(10000000, '\x80'), {300, 40})), std::tuple(1, false));
+    EXPECT_EQ(text.Measure(std::string("a\0\xFF\xC3", 4)).width, text.Measure("a\uFFFD\uFFFD\uFFFD").width);
+    EXPECT_EQ(text.Measure("a\U000FFFF0\U000FFFF1b").missing, 2);
+}
+
+TEST(Text, HasDigitsOfOneWidth) {
+    const Text text = Digits();
+    EXPECT_EQ(text.Measure("101:").width, 8 + 20 + 8 + 6);
+    EXPECT_EQ(text.Tabular().Measure("101:").width, 20 + 20 + 20 + 6);
+    // The ink of a 1 is 6 wide, and begins one unit and half of the 12 that it lacks to the right
+    EXPECT_EQ(InkOf(text.Tabular(), "1", {10, 0, 100, 50}), (Box{17, 15, 23, 35}));
+    EXPECT_EQ(InkOf(text.Tabular(), "01", {10, 0, 100, 50})[2], 43);
+    EXPECT_EQ(InkOf(text.Tabular().Right(), "1", {10, 0, 90, 50})[2], 93);
+}
+
+TEST(Text, OfThreadsHasTheFontsThatAreAddedMeanwhile) {
+    const auto paint = [](Canvas& canvas) {
+        Text(30, WHITE).Family("bearings").Draw(canvas, "AAA", {0, 0, 200, 50});
+    };
+    std::atomic<int> waiting{0};
+    std::atomic<bool> added{false};
+    std::vector<std::future<bool>> threads;
+    for (int i = 0; i < 3; ++i) {
+        threads.push_back(std::async(std::launch::async, [&] {
+            const Snapshot before = Painted(SIZE, paint);
+            for (++waiting; !added;) {
+                std::this_thread::yield();
             }
-        }
+            return Painted(SIZE, paint) == before;
+        }));
     }
-}
-
-TEST_F(TextTest, StandsOnItsBaselinesInEveryAlignment) {
-    // With the top and bottom of the ink; the third reaches over both edges of its box alike.
-    for (const auto& [align, height, top, bottom] :
-         {std::tuple{VerticalAlign::TOP, 150, 69, 139}, std::tuple{VerticalAlign::MIDDLE, 150, 94, 164},
-          std::tuple{VerticalAlign::MIDDLE, 10, 49, 69}, std::tuple{VerticalAlign::BOTTOM, 150, 119, 189},
-          std::tuple{VerticalAlign::BASELINE, 150, 130, 200}}) {
-        const Picture picture = Drawn(Text(40, WHITE).Aligned(align), "A\nA", {0, 50, 190, height});
-        EXPECT_TRUE(picture.Shows(WHITE, {{5, top}, {5, bottom - 1}})) << top;
-        EXPECT_TRUE(picture.Shows(BLACK, {{5, top - 1}, {5, bottom}})) << top;
+    while (waiting < 3) {
+        std::this_thread::yield();
     }
-}
-
-TEST_F(TextTest, BeyondTheEdgesIsCutOffAndNotMoved) {
-    screen.LoadFont(DEJAVU);
-    const Text text = Text(30, WHITE).Italic().Underlined();
-    const Picture whole = Drawn(text, "gW jAB", {260, 150, 140, 40});
-    for (const auto& [dx, dy] :
-         {std::pair{-275, 0}, std::pair{-295, 0}, std::pair{0, -180}, std::pair{-275, -183},
-          std::pair{-340, 0}, std::pair{125, 0}, std::pair{0, 30}}) {
-        SCOPED_TRACE(testing::Message() << dx << "," << dy);
-        ExpectMoved(Drawn(text, "gW jAB", {260 + dx, 150 + dy, 140, 40}), whole, dx, dy);
+    Text::AddFont(KIVGLES_TEST_FONTS "/bearings.ttf");
+    added = true;
+    for (std::future<bool>& thread : threads) {
+        EXPECT_FALSE(thread.get());
     }
+    EXPECT_EQ(ErrorOf([] { Text::AddFont("/"); }), "-5 Text::AddFont: / cannot be read");
+    EXPECT_EQ(ErrorOf([] { Text::AddFont("/etc/passwd"); }), "-5 Text::AddFont: /etc/passwd is no font");
 }
 
-// Seen is the middle of it, where the second request begins.
-TEST_F(TextTest, OfManyRequestsIsOneLine) {
-    const Picture picture = Drawn(Text(10, WHITE), std::string(200, 'K'), {-400, 0, 2000, 50});
-    for (int x = 0; x + 5 < 400; ++x) {
-        ASSERT_EQ(picture.At(x, 8), picture.At(x + 5, 8)) << "the same ink every five pixels, " << x;
-    }
-    EXPECT_TRUE(picture.Shows(WHITE, {{200, 8}}));
-}
-
-TEST_F(TextTest, HasABoxForWhatTheFontLacksAndSaysSoOnce) {
-    recorder::Reset();
-    Picture picture;
-    for (int frame = 0; frame < 3; ++frame) {
-        picture = Drawn(Text(40, WHITE), "\u4E16\U0001F600", {0, 0, 200, 50});
-        EXPECT_EQ(Text(20 + 10 * frame, WHITE).Bold().Measure(layer, "\u4E16").width, 12 + 6 * frame);
-    }
-    EXPECT_EQ(recorder::Log("E OSDText: Char"),
-              std::vector<std::string>{"E OSDText: Char 19990 is not exit\n"});
-    EXPECT_TRUE(picture.Shows(WHITE, {{2, 11}, {21, 38}, {26, 11}, {45, 20}, {45, 38}}));
-    EXPECT_TRUE(picture.Shows(BLACK, {{1, 20}, {4, 13}, {22, 20}, {43, 36}, {46, 20}, {2, 10}, {2, 39}}));
-}
-
-TEST_F(TextTest, WithoutAnythingToDrawDrawsNothing) {
-    const Text text = Text(40, WHITE).On(RED).Underlined();
-    EXPECT_TRUE(text.Draw(layer, "", {0, 0, 100, 60}).whole);
-    EXPECT_FALSE(text.Draw(layer, "A", {0, 0, 0, 60}).whole);
-    EXPECT_FALSE(text.Draw(layer, "A", {0, 0, 100, -60}).whole);
-    EXPECT_EQ(text.Draw(layer, "A", {5000000, 0, 100, 60}).lines, 1);
-    EXPECT_EQ(text.Draw(layer, "A", {0, -2000000000, 100, 60}).lines, 1);
-    ExpectMoved(Show(), {}, 0, 0);
-}
-
-TEST_F(TextTest, LooksAsItsPropertiesSay) {
-    layer.Clear(BLACK);
-    const Text regular = Text().Sized(40).Colored(GREEN).On(BLUE).Wrapped().Right().Spaced(70);
-    const Text text = regular.Underlined().Bold().Italic();
-    const TextExtent extent = text.Draw(layer, "A A", {10, 0, 30, 200});
-    EXPECT_EQ(extent.height, 140);
-    EXPECT_EQ(extent.width, 14);
-    const Picture picture = Show();
-    EXPECT_TRUE(picture.Shows(BLUE, {{26, 1}, {39, 1}})) << "the background is as high as the line";
-    EXPECT_TRUE(picture.Shows(BLACK, {{25, 1}, {40, 1}})) << "and as wide as the text";
-    EXPECT_TRUE(picture.Shows(GREEN, {{31, 40}, {31, 110}, {41, 30}})) << "slanted by 3 pixels, bold by 1";
-    EXPECT_TRUE(picture.Shows(GREEN, {{26, 49 + 2}})) << "the underline, 2 pixels below the baseline";
-    EXPECT_TRUE(picture.Shows(BLUE, {{26, 49 + 4}}));
-
-    EXPECT_EQ(text.Measure(screen, "101").width, 3 * 24) << "boxes, as long as the font has no digits";
-    screen.LoadFont(KIVGLES_TEST_FONTS "/digits.ttf");
-    EXPECT_EQ(text.Measure(screen, "101").width, 36);
-    EXPECT_EQ(text.Tabular().Measure(screen, "101").width, 60);
-}
-
-TEST(Text, OfAFontThatDoesNotLoadIsAnError) {
-    Stage stage;
-    const auto draw = [&] { return CodeOf([&] { Text().Draw(stage.layer, "A", {0, 0, 120, 60}); }); };
-    EXPECT_EQ(draw(), Error::NO_FONT);
-    stage.screen.LoadFont(BEARINGS);
-    EXPECT_EQ(draw(), 0);
-    EXPECT_EQ(CodeOf([&] { stage.screen.LoadFont("/nowhere.ttf"); }), 31);
-    EXPECT_EQ(draw(), Error::NO_FONT);
-    stage.screen.Reconnect(stage.window.Native());
-    EXPECT_EQ(draw(), Error::NO_FONT) << "a font that does not load is not tried again";
+TEST(TextDeathTest, WithoutAnyFontIsAnError) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    const std::string config = testing::TempDir() + "no_fonts.conf";
+    std::ofstream(config) << "<fontconfig/>";
+    const auto measure = [&config] {
+        setenv("FONTCONFIG_FILE", config.c_str(), 1);
+        std::fputs(ErrorOf([] { Text().Measure("A"); }).c_str(), stderr);
+        std::exit(0);
+    };
+    EXPECT_EXIT(measure(), testing::ExitedWithCode(0), "-4 Text::Measure: .*no font is installed");
 }
 
 }  // namespace

@@ -55,7 +55,13 @@ FONTS = {
         "B": (0, 0, 520, 30, 520),
         "C": (0, 0, 500, 30, 500),
     },
-    "digits.ttf": {"0": (1, 0, 18, 20, 20), "1": (1, 0, 6, 20, 8)},
+    # Only the 0 is wide.
+    "digits.ttf": {
+        "H": (0, 0, 20, 30, 20),
+        ":": (1, 0, 4, 20, 6),
+        "0": (1, 0, 18, 20, 20),
+        **{digit: (1, 0, 6, 20, 8) for digit in "123456789"},
+    },
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
     # A texture of 64 pixels is full with A. No texture has room for C, and the last one is no unit of text.
     "full.ttf": {"A": (0, 0, 40, 40, 40), "C": (0, 0, 1057, 10, 1057), "\U0001F600": (0, 0, 40, 40, 40)},

@@ -7,35 +7,50 @@
 #include <stdexcept>
 #include <string>
 
+#include "kivgles/kit/Export.h"
+
 namespace kivgles::kit {
 
 /// What every operation of the kit throws when it cannot do what it was asked for.
 ///
-/// The cause is a line in the log, as with the core. What was queued before stays queued.
-class Error : public std::runtime_error {
+/// Its words name the operation and what was wrong: "Canvas: 0 by 40 pixels hold nothing". Where the core
+/// refused, the log has the cause. What was asked for before stays done.
+///
+/// @code
+/// try {
+///     screen.Reconnect(window.Native());
+/// } catch (const kivgles::kit::Error& error) {
+///     std::fprintf(stderr, "%s\n", error.what());  // "Screen::Reconnect: failed with code 5"
+/// }
+/// @endcode
+class KIVGLES_KIT_EXPORT Error : public std::runtime_error {
  public:
-    /// An argument that has no meaning: a layer without size, a copy of a layer onto itself, a window or an
-    /// image that is null, a layer that was moved away.
+    /// An argument without meaning: a size of 0, a window or an image that is null, what was moved away.
     static constexpr int INVALID_ARGUMENT = -1;
-    /// A layer or an image with a longer side than the screen's limit, Screen::MAX_LAYER_SIDE if not said
-    /// otherwise.
+    /// A canvas, a layer or an image with a longer side than there can be.
     static constexpr int TOO_LARGE = -2;
     /// No window is connected: before Screen::Connect, or after it failed.
     static constexpr int NOT_CONNECTED = -3;
-    /// No font is loaded: before Screen::LoadFont, or after it failed.
+    /// No font is installed, and none was added.
     static constexpr int NO_FONT = -4;
+    /// A file that cannot be read or written, or is not of the kind that it should be.
+    static constexpr int BAD_FILE = -5;
+    /// There is no memory left for what was to be made or painted.
+    static constexpr int OUT_OF_MEMORY = -6;
 
-    /// @param failedOperation What failed, as a client knows it: "Screen::LoadFont".
+    /// @param failedOperation What failed, as a client knows it: "Screen::Present".
     /// @param resultCode A result code of the core, or one of the constants above.
     Error(const std::string& failedOperation, int resultCode);
 
-    /// What failed, as a client knows it.
-    /// @return For instance "Screen::LoadFont".
+    /// @param failedOperation As above.
+    /// @param resultCode As above.
+    /// @param reason Which argument was wrong, and how: "0 by 40 pixels hold nothing".
+    Error(const std::string& failedOperation, int resultCode, const std::string& reason);
+
+    /// @return What failed: "Canvas::FromPng".
     const std::string& Operation() const noexcept { return operation; }
 
-    /// Why it failed.
-    /// @return A result code of KivGLDrawSurface (positive), or one of the constants of this class
-    /// (negative).
+    /// @return A result code of KivGLDrawSurface (positive), or one of the constants above (negative).
     int Code() const noexcept { return code; }
 
  private:

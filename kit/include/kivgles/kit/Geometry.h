@@ -2,19 +2,37 @@
 #define KIVGLES_KIT_GEOMETRY_H
 
 /// @file
-/// Places, sizes and colours, copied by value.
+/// Places, sizes, colours and fills, copied by value.
 ///
-/// Coordinates are pixels of what is shown: the origin is the top-left corner of the layer or window, x grows
-/// to the right, y downwards. They are signed; what lies outside is cut off.
+/// Coordinates are pixels: the origin is the top-left corner of the canvas, layer or window, x grows to the
+/// right, y downwards. They are signed; what lies outside is cut off.
 
 #include <cstdint>
+#include <type_traits>
 
 namespace kivgles::kit {
+
+/// A number of any arithmetic type, so that `{x, y, 10, 10}` takes `int x` and `double y`.
+struct Number {
+    double value;  ///< As near as a double comes.
+
+    /// @param number The number.
+    template <typename T, typename = std::enable_if_t<std::is_arithmetic_v<T>>>
+    // NOLINTNEXTLINE(google-explicit-constructor): stands in for plain numbers
+    constexpr Number(T number) : value(static_cast<double>(number)) {}
+};
 
 /// A place, between pixels where it has a fraction: (0.5, 0.5) is the middle of the first pixel.
 struct Point {
     double x = 0;  ///< From the left edge, in pixels.
     double y = 0;  ///< From the top edge, in pixels.
+
+    /// The top-left corner.
+    constexpr Point() = default;
+    /// A place from its coordinates.
+    /// @param fromLeft From the left edge, in pixels.
+    /// @param fromTop From the top edge, in pixels.
+    constexpr Point(Number fromLeft, Number fromTop) : x(fromLeft.value), y(fromTop.value) {}
 };
 
 /// A width and a height in pixels.
@@ -24,26 +42,122 @@ struct Size {
 };
 
 /// A rectangle of whole pixels. One without width or height, or with a negative one, is empty.
-struct Rect {
+struct PixelRect {
     int x = 0;       ///< Left edge.
     int y = 0;       ///< Top edge.
     int width = 0;   ///< Extent to the right.
     int height = 0;  ///< Extent downwards.
 };
 
-/// A colour, not premultiplied, each component from 0 to 255. Opaque unless said otherwise.
-///
-/// To the core a component of 1 is the full intensity; the kit draws it as 2, so here it is as dark as it
-/// looks.
+/// A rectangle, with edges between pixels where it has fractions. One without width or height, or with a
+/// negative one, is empty.
+struct Rect {
+    double x = 0;       ///< Left edge.
+    double y = 0;       ///< Top edge.
+    double width = 0;   ///< Extent to the right.
+    double height = 0;  ///< Extent downwards.
+
+    /// An empty one.
+    constexpr Rect() = default;
+    /// A rectangle from its left and top edge and its extents.
+    /// @param left Its left edge.
+    /// @param top Its top edge.
+    /// @param toTheRight Its width.
+    /// @param downwards Its height.
+    constexpr Rect(Number left, Number top, Number toTheRight, Number downwards)
+        : x(left.value), y(top.value), width(toTheRight.value), height(downwards.value) {}
+    /// One of whole pixels.
+    /// @param pixels Its edges.
+    // NOLINTNEXTLINE(google-explicit-constructor): as good as any other
+    constexpr Rect(const PixelRect& pixels) : Rect(pixels.x, pixels.y, pixels.width, pixels.height) {}
+};
+
+/// A colour, not premultiplied, each component from 0 to 255.
 struct Color {
     std::uint8_t r = 0;    ///< Red.
     std::uint8_t g = 0;    ///< Green.
     std::uint8_t b = 0;    ///< Blue.
-    std::uint8_t a = 255;  ///< Opacity: 0 shows what is behind the window, or black on an opaque one.
+    std::uint8_t a = 255;  ///< Opacity: 0 shows what is below.
+
+    /// Opaque black.
+    constexpr Color() = default;
+    /// A colour from its components. Less than 0 counts as 0, more than 255 as 255.
+    /// @param red Red.
+    /// @param green Green.
+    /// @param blue Blue.
+    /// @param opacity Opaque unless said otherwise.
+    constexpr Color(Number red, Number green, Number blue, Number opacity = 255)
+        : r(Component(red)), g(Component(green)), b(Component(blue)), a(Component(opacity)) {}
+
+ private:
+    static constexpr std::uint8_t Component(Number number) {
+        return static_cast<std::uint8_t>(!(number.value > 0) ? 0 : number.value > 255 ? 255 : number.value);
+    }
 };
 
-/// Nothing but what is behind the window.
+/// Nothing but what is below.
 constexpr Color TRANSPARENT = {0, 0, 0, 0};
+
+/// What a shape is filled with: one colour, or a gradient between two.
+///
+/// @code
+/// canvas.Rectangle({0, 0, 640, 20}, {0, 0, 0, 128});
+/// canvas.Rectangle({0, 20, 640, 180}, Fill::Gradient({0, 20}, {24, 40, 64}, {0, 200}, {8, 12, 20}));
+/// @endcode
+class Fill {
+ public:
+    /// One colour.
+    /// @param everywhere It.
+    // NOLINTNEXTLINE(google-explicit-constructor): so that shapes take colours
+    constexpr Fill(const Color& everywhere) : first(everywhere), last(everywhere) {}
+    /// One colour, from its components; see Color.
+    /// @param red Red.
+    /// @param green Green.
+    /// @param blue Blue.
+    /// @param opacity Opaque unless said otherwise.
+    constexpr Fill(Number red, Number green, Number blue, Number opacity = 255)
+        : Fill(Color(red, green, blue, opacity)) {}
+
+    /// A gradient along a line, of one colour each beyond its ends. A colour of opacity 0 takes its hue from
+    /// the other one. Between two equal places, or ones that are no numbers, it fills nothing.
+    /// @param from Where the line begins, in the canvas.
+    /// @param first The colour there.
+    /// @param to Where the line ends, in the canvas.
+    /// @param last The colour there.
+    /// @return The fill.
+    static constexpr Fill Gradient(const Point& from, const Color& first, const Point& to,
+                                   const Color& last) {
+        Fill fill(first);
+        fill.last = last;
+        fill.from = from;
+        fill.to = to;
+        fill.gradient = true;
+        return fill;
+    }
+
+    /// Whether there are two colours.
+    /// @return False: First is everywhere.
+    constexpr bool IsGradient() const { return gradient; }
+    /// Of a gradient.
+    /// @return The colour where the gradient begins.
+    constexpr const Color& First() const { return first; }
+    /// Of a gradient.
+    /// @return The colour where the gradient ends.
+    constexpr const Color& Last() const { return last; }
+    /// Of a gradient.
+    /// @return Where the gradient begins.
+    constexpr const Point& From() const { return from; }
+    /// Of a gradient.
+    /// @return Where the gradient ends.
+    constexpr const Point& To() const { return to; }
+
+ private:
+    Color first;
+    Color last;
+    Point from;
+    Point to;
+    bool gradient = false;
+};
 
 }  // namespace kivgles::kit
 

@@ -2,7 +2,7 @@
 #define KIVGLES_KIT_IMAGE_H
 
 /// @file
-/// Pixels of the client's, to be drawn into a layer.
+/// Pixels of the client's, to be drawn into a canvas or a layer.
 
 #include <cstdint>
 

@@ -2,160 +2,124 @@
 #define KIVGLES_KIT_LAYER_H
 
 /// @file
-/// A picture that is drawn into, copied and presented.
+/// A picture in the memory of GL.
 
 #include <memory>
 
+#include "kivgles/kit/Export.h"
 #include "kivgles/kit/Geometry.h"
 #include "kivgles/kit/Image.h"
 
 namespace kivgles::kit {
 
+class Canvas;
 class LayerState;
 class Screen;
-class Text;
 
-/// A picture in the memory of GL. It belongs to a screen, of which at most 15 exist at a time, and goes with
-/// this object.
+/// A picture in the memory of GL, for what GL is good at: filling, copying, scaling and showing. What needs
+/// more is painted into a Canvas, and drawn into a layer as it is.
 ///
-/// Coordinates are pixels of what is shown, whatever the factor; see Geometry.h. Shapes replace what is
-/// there, opacity included: one of TRANSPARENT erases. Their edges are hard in a layer of factor 1. In one of
-/// factor 2 everything is drawn twice as large, and averaged down when it is copied to a layer of factor 1 or
-/// presented, which smooths edges.
+/// It belongs to a screen, of which at most 15 exist at a time, and goes with this object. Its pixels are
+/// premultiplied. All operations but Blend replace what is there, opacity included.
 ///
-/// Threads: as for Screen. All operations but Draw and Blend are queued, so that most failures are only
-/// logged.
+/// Places are whole pixels: edges between pixels go to the nearer one. What lies outside is cut off, however
+/// far it reaches; what is empty, or has a place or length that is no number, draws nothing. Each operation
+/// takes effect in one step: nobody sees half of it.
+///
+/// @code
+/// Layer film(screen, screen.Size()), frame(screen, screen.Size());
+/// film.Draw(picture, screen.Size().width / 4, 0);  // a canvas
+/// frame.Copy(film, 0, 0);
+/// frame.Blend(controls, 0, 400);
+/// screen.Present(frame);
+/// @endcode
+///
+/// Threads: as for Screen. All operations but Draw and Blend are queued, so most failures are only logged.
 ///
 /// Every operation throws Error: with the code of the operations of the core that it names, NOT_CONNECTED
 /// without a window, INVALID_ARGUMENT on a layer that was moved away.
-class Layer {
+class KIVGLES_KIT_EXPORT Layer {
  public:
-    /// Makes a transparent layer. Waits.
-    /// @param screen The screen it belongs to, which has a window.
-    /// @param size Pixels of what is shown.
-    /// @param factor 1, or 2 for smooth edges.
+    /// Makes a transparent layer. Waits. What GL refuses is only logged.
+    /// @param screen The screen it belongs to.
+    /// @param size Pixels.
     /// @throws Error With the code of KivCreateGLFBO: 15 if the screen has 15 layers. INVALID_ARGUMENT for a
-    ///     size of 0 or less or another factor. TOO_LARGE above the screen's limit. NOT_CONNECTED.
-    Layer(Screen& screen, kit::Size size, int factor = 1);
+    /// size of 0 or less, TOO_LARGE above the screen's limit.
+    Layer(Screen& screen, kit::Size size);
 
     /// Frees the layer. Waits.
     ~Layer();
 
-    /// Takes the other's layer over.
     /// @param other Can only be assigned to or destroyed afterwards.
     Layer(Layer&& other) noexcept;
 
-    /// Frees this layer and takes the other's over.
     /// @param other Can only be assigned to or destroyed afterwards.
-    /// @return This layer.
+    /// @return This layer; what it was is freed.
     Layer& operator=(Layer&& other) noexcept;
 
-    /// The layer's size.
-    /// @return Pixels of what is shown.
+    /// @return Its size in pixels.
     kit::Size Size() const;
 
-    /// The layer's factor.
-    /// @return 1 or 2.
-    int Factor() const;
-
-    /// @name Shapes
-    /// A shape without extent draws nothing, and neither does one with a length or place that is not a
-    /// number.
-    /// @{
-
-    /// Fills the whole layer.
     /// @param color The colour of every pixel.
     void Clear(const Color& color = TRANSPARENT);
 
-    /// Fills a rectangle.
-    /// @param rect Where.
+    /// @param rect What is filled.
     /// @param color The colour.
     void Rectangle(const Rect& rect, const Color& color);
 
-    /// Fills a rectangle with round corners.
-    /// @param rect Where.
-    /// @param radius Of the corners, at most half of the shorter side.
-    /// @param color The colour.
-    void RoundedRectangle(const Rect& rect, double radius, const Color& color);
-
-    /// Fills a circle.
-    /// @param center Its centre.
-    /// @param radius Its radius in pixels.
-    /// @param color The colour.
-    void Disc(const Point& center, double radius, const Color& color);
-
-    /// Draws a circle's outline.
-    /// @param center Its centre.
-    /// @param radius Its outer radius in pixels.
-    /// @param thickness Of the outline in pixels, inwards.
-    /// @param color The colour.
-    void Ring(const Point& center, double radius, double thickness, const Color& color);
-
-    /// Draws a part of a circle's outline, with straight ends.
-    /// @param center The circle's centre.
-    /// @param radius Its outer radius in pixels.
-    /// @param thickness Of the outline in pixels, inwards.
-    /// @param start Where it begins, in degrees: 0 is to the right of the centre, 90 below it.
-    /// @param sweep How far it goes, in degrees, clockwise; counter-clockwise if negative. 360 is a ring.
-    /// @param color The colour.
-    void Arc(const Point& center, double radius, double thickness, double start, double sweep,
-             const Color& color);
-
-    /// Draws a thick line with round ends, in any direction.
-    /// @param from The middle of its beginning.
-    /// @param to The middle of its end.
-    /// @param thickness In pixels. The ends reach half of it beyond both points.
-    /// @param color The colour.
-    void Line(const Point& from, const Point& to, double thickness, const Color& color);
-
-    /// Draws a level: a bar filled from the left up to a share of its width.
-    /// @param rect The whole bar.
-    /// @param level The share, from 0 to 1; less counts as 0, as what is not a number does, and more as 1.
-    /// @param filled The colour up to the level.
-    /// @param rest The colour beyond it.
-    void Bar(const Rect& rect, double level, const Color& filled, const Color& rest);
-    /// @}
-
-    /// @name Images and copies
+    /// @name Pictures of the client's
+    /// Unless scaled they arrive as they are; they are scaled by Cairo, on the caller's thread. Each waits
+    /// until its pixels have been read.
+    ///
+    /// The core can place a picture to the pixel in layers of the window's size, and wherever places come out
+    /// even as parts of it. Elsewhere it goes by way of a layer of the kit's own.
+    ///
+    /// Blend puts it over what is there, by its opacity. In a layer that is not opaque, soft edges get less
+    /// opacity than they should (a quarter less at most): an overlay is better put together in a canvas.
+    ///
+    /// Each throws Error with the code of KivDrawBitmap, KivDrawBitmapByBlend or KivBlit; 15 if there is no
+    /// room for a layer in between; INVALID_ARGUMENT for an image without pixels or size; TOO_LARGE for one
+    /// above Canvas::MAX_SIDE; OUT_OF_MEMORY.
     /// @{
 
-    /// Puts an image in place of what is there, opacity included. Waits. Where the core cannot place it to
-    /// the pixel (in layers whose size is no even part of the window's, and beyond the left and upper edge),
-    /// it goes by way of another layer, one for all, which counts among the 15.
+    /// @param canvas It is only read.
+    /// @param x,y Where its top-left corner goes.
+    void Draw(const Canvas& canvas, int x, int y);
+    /// @param canvas It is only read.
+    /// @param to What it is scaled to fill.
+    void Draw(const Canvas& canvas, const Rect& to);
     /// @param image Its pixels are read until the call returns.
-    /// @param to Where it goes, scaled to fill it.
-    /// @throws Error With the code of KivDrawBitmap, or of KivCreateGLFBO (15 if there is no room for that
-    ///     other layer) or KivBlit; INVALID_ARGUMENT for an image without pixels or size; TOO_LARGE if it or
-    ///     `to` has a longer side than the screen's limit.
+    /// @param to What it is scaled to fill.
     void Draw(const Image& image, const Rect& to);
 
-    /// Blends an image over what is there, by its opacity. Waits.
+    /// @param canvas It is only read.
+    /// @param x,y Where its top-left corner goes.
+    void Blend(const Canvas& canvas, int x, int y);
+    /// @param canvas It is only read.
+    /// @param to What it is scaled to fill.
+    void Blend(const Canvas& canvas, const Rect& to);
     /// @param image Its pixels are read until the call returns.
-    /// @param to Where it goes, scaled to fill it.
-    /// @throws Error As Draw, with the code of KivDrawBitmapByBlend.
+    /// @param to What it is scaled to fill.
     void Blend(const Image& image, const Rect& to);
+    /// @}
 
-    /// Copies a part of another layer, opacity included, in one step: no other thread sees half of it.
+    /// Copies a part of another layer. Scaled up, it takes no colour from beside the part, which needs a
+    /// layer of the kit's own; beyond the left and upper edge, it needs one more.
     /// @param source Another layer of the same screen.
-    /// @param from The part, in pixels of `source` as shown.
-    /// @param to Where it goes, scaled to fill it. Not scaled it is cut off exactly at the layer's edges,
-    ///     scaled up to a pixel of the source.
-    /// @throws Error With the code of KivBlit; INVALID_ARGUMENT if `source` is this layer or another
-    ///     screen's.
+    /// @param from The part of `source`.
+    /// @param to What it is scaled to fill.
+    /// @throws Error With the code of KivBlit; 15 if there is no room for these layers; TOO_LARGE if one
+    /// pixel is scaled beyond the screen's limit across the left or upper edge; INVALID_ARGUMENT for another
+    /// source.
     void Copy(const Layer& source, const Rect& from, const Rect& to);
 
-    /// Copies the whole of another layer, unscaled, in one step: no other thread sees half of it.
+    /// Copies the whole of another layer, unscaled; throws as above.
     /// @param source Another layer of the same screen.
-    /// @param x Where its left edge goes.
-    /// @param y Where its top edge goes.
-    /// @throws Error With the code of KivBlit; INVALID_ARGUMENT if `source` is this layer or another
-    ///     screen's.
+    /// @param x,y Where its top-left corner goes.
     void Copy(const Layer& source, int x, int y);
-    /// @}
 
  private:
     friend class Screen;
-    friend class Text;
 
     std::unique_ptr<LayerState> state;  // null: moved away
 };

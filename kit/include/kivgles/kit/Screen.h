@@ -2,50 +2,57 @@
 #define KIVGLES_KIT_SCREEN_H
 
 /// @file
-/// A window, what is drawn on it with, and its font.
+/// A window that canvases and layers are shown on.
 
 #include <functional>
 #include <memory>
-#include <string>
 
+#include "kivgles/KivDisplay.h"
+#include "kivgles/kit/Export.h"
 #include "kivgles/kit/Geometry.h"
 
 struct ANativeWindow;
 
 namespace kivgles::kit {
 
+class Canvas;
 class Device;
 class Layer;
 
-/// A native window and everything that it takes to draw on it: a surface of the core, a font, the layers.
+/// A native window and what it takes to show pictures on it: a surface of the core, and the layers. A process
+/// may have any number of screens. None is static or in a singleton, for the reasons that KivGLDrawSurface
+/// gives. Xlib has a Screen too: beside its header write kivgles::kit::Screen.
 ///
-/// Xlib has a Screen too: beside its header write kivgles::kit::Screen.
+/// Threads: any operation of the screen and of its layers may be called from any thread; they exclude each
+/// other and take turns, so that a thread that presents in a loop keeps nobody out for longer than two
+/// frames. Only the destructor must not begin while another thread uses the screen: what waits already ends
+/// with NOT_CONNECTED.
 ///
-/// Order of calls: Connect, LoadFont if there is text, then layers are made, painted and presented.
+/// @code
+/// kivgles::kit::Screen screen(window.Display());  // a kivgles::window::Window
+/// screen.Connect(window.Native());
+/// screen.Present(canvas);
+/// @endcode
 ///
-/// Threads: any operation of the screen, of its layers and of texts may be called from any thread; they
-/// exclude each other. What is shown is never half of a picture if each thread paints a layer of its own and
-/// hands it over whole, by one Layer::Copy into the layer that one thread presents. A layer that one thread
-/// paints while another one presents it is shown as it is at that moment.
+/// Pictures are premultiplied, and shown as they are: an overlay shows what is behind it wherever the picture
+/// is transparent.
 ///
-/// Opaque windows and overlays: layers hold premultiplied pixels, and Present copies them as they are. So
-/// there is one way for both. An opaque window shows no dark fringe around soft edges, and an overlay shows
-/// what is behind it wherever a layer is transparent. Only the opacity of a soft edge of text or of a blended
-/// image is less than it should be (a quarter at most): there a little more of what is behind an overlay
-/// shines through.
-///
-/// One at a time: a process can have one connected screen. It is not static and not in a singleton, for the
-/// reasons that KivGLDrawSurface gives.
-class Screen {
+/// Every operation throws Error: with the code of the operations of the core that it names, and NOT_CONNECTED
+/// without a window.
+class KIVGLES_KIT_EXPORT Screen {
  public:
-    /// The longest side of a layer, in pixels of what is drawn (Layer's factor counts). Every GL that runs
-    /// OpenGL ES 2.0 these days takes it, and what GL does not take it ignores without an answer. A
-    /// client that knows its GL passes another limit to the constructor.
+    /// The longest side of a layer, and of a canvas that is presented, in pixels. Every GL that runs OpenGL
+    /// ES 2.0 these days takes it, and what GL does not take it ignores without an answer.
     static constexpr int MAX_LAYER_SIDE = 4096;
 
-    /// A screen without a window: it uses neither a thread nor GL yet.
-    /// @param maxLayerSide The longest side of a layer: at most what GL gives for GL_MAX_TEXTURE_SIZE.
+    /// On EGL's default display. There is no window, and neither a thread nor GL is used yet.
+    /// @param maxLayerSide Another limit, at most what GL gives for GL_MAX_TEXTURE_SIZE.
     explicit Screen(int maxLayerSide = MAX_LAYER_SIDE);
+
+    /// On a display of the client's: an X11 or Wayland connection, which several screens may share.
+    /// @param display It has to outlive the screen's windows. KivDisplay.h says what each platform asks for.
+    /// @param maxLayerSide As above.
+    explicit Screen(const TagKivDisplayInfo& display, int maxLayerSide = MAX_LAYER_SIDE);
 
     /// Executes what is queued, and lets go of the window. Layers of this screen that are still there may be
     /// destroyed later, but not be drawn into.
@@ -54,62 +61,63 @@ class Screen {
     Screen(const Screen&) = delete;
     Screen& operator=(const Screen&) = delete;
 
-    /// Shows on a window from now on. Waits.
-    ///
-    /// If another window is connected, and still exists, layers and font stay. Connecting the same window
-    /// does what Reconnect does, and so does any window after one that failed.
-    /// @param window Kept alive by the client until another one is connected or the screen is destroyed. On a
-    ///     desktop the X11 window id, cast.
-    /// @throws Error With the code of KivCreateGLContext, KivConnectWindowSurface or, where the screen is set
-    ///     up anew, of what Reconnect does; INVALID_ARGUMENT if `window` is null, with which all stays as it
-    ///     is. After any other no window is connected.
+    /// Shows on a window from now on. Waits. If another window is connected, and still exists, layers stay as
+    /// they are, and what was shown last is shown again. Connecting the same window does what Reconnect does,
+    /// and so does any window after one that failed.
+    /// @param window Kept alive by the client until another one is connected or the screen is destroyed.
+    /// KivDisplay.h says what it is: on X11 the window's id, cast.
+    /// @throws Error With the code of KivCreateGLContextOn, KivConnectWindowSurface or KivCreateGLFBO, after
+    /// which no window is connected; INVALID_ARGUMENT if `window` is null, with which all stays as it is.
     void Connect(ANativeWindow* window);
 
-    /// Starts anew on a window: the same one after it was resized, or another one after it was lost. Waits.
-    ///
-    /// Makes a new surface of the core, because it reads the size of a window only once and does not take the
-    /// same one again. Layers stay usable with the size that they have, but are transparent again; the font
-    /// is loaded again, which takes its time; at the end the function that was given to OnReconnect is
-    /// called, unless this is the screen's first window.
+    /// Starts anew on a window, with a new surface of the core: the same window after it was resized, or
+    /// another one after it was lost. Waits. A canvas that was shown last is shown again, as it was
+    /// presented; it may be gone. Layers keep their size, but are transparent again. At the end the function
+    /// that was given to OnReconnect is called, unless this is the screen's first window.
     /// @param window As for Connect. The one before need not exist any more.
-    /// @throws Error With the code of KivCreateGLContext, KivConnectWindowSurface, KivCreateGLFBO or
-    ///     KivLoadFont, and no window is connected then, but Reconnect can be tried again; INVALID_ARGUMENT
-    ///     if `window` is null, with which all stays as it is. What the function of OnReconnect throws is
-    ///     passed on, and the window stays connected.
+    /// @throws Error As Connect, and can be tried again. What the function of OnReconnect throws is passed
+    /// on, and the window stays connected.
     void Reconnect(ANativeWindow* window);
 
-    /// Sets the function that paints again what the layers lost.
-    /// @param paint Called at the end of Reconnect, on the thread that called it. It may do everything, such
-    ///     as replacing layers by those of another size, but Connect and Reconnect. Empty: nothing is called.
+    /// Sets the function that paints again what the layers lost, or a canvas in the window's new size.
+    /// @param paint Called on the thread that reconnects. It may do everything, such as replacing layers by
+    /// those of another size, but Connect and Reconnect. Empty: nothing is called.
     void OnReconnect(std::function<void()> paint);
 
-    /// Loads the font of all text from now on, in place of the one before. Waits, for tens of milliseconds to
-    /// seconds: not something for every frame.
-    /// @param path Any file that FreeType opens. Reconnect loads it again.
-    /// @throws Error With the code of KivLoadFont: 31 if the file does not open. There is no font then.
-    /// @throws Error NOT_CONNECTED if there is no window.
-    void LoadFont(const std::string& path);
-
-    /// Shows a layer, scaled to fill the window.
+    /// Shows a canvas, scaled to fill the window: waits for the frame before it to be shown, hands over what
+    /// has changed in the canvas since it was last shown here, queues this frame, and returns. So one frame
+    /// is in flight, and no client can outrun the screen. The canvas may be painted again, or go, at once:
+    /// the screen remembers the picture, which takes as much memory again.
     ///
-    /// Waits for the frame before it to be shown and for the layer to be painted, queues this frame, and
-    /// returns: one frame is in flight, and no client can outrun the screen.
+    /// A canvas of the window's size with small changes takes one of the screen's 15 layers, unless the
+    /// client has all of them: then all of the canvas is handed over each time.
+    /// @param canvas It is only read.
+    /// @throws Error With the code of KivDrawBitmap, KivBlit, KivRefreshOnSrceen or Init; TOO_LARGE above the
+    /// screen's limit; OUT_OF_MEMORY; INVALID_ARGUMENT on a canvas that was moved away.
+    void Present(const Canvas& canvas);
+
+    /// Shows a layer, scaled to fill the window, as it is when this frame's turn comes. Waits for the frame
+    /// before it to be shown, queues this frame, and returns.
     /// @param layer A layer of this screen.
-    /// @throws Error With the code of KivBlit, KivRefreshOnSrceen or Init; NOT_CONNECTED; INVALID_ARGUMENT if
-    ///     the layer is another screen's.
+    /// @throws Error With the code of KivBlit, KivRefreshOnSrceen or Init; INVALID_ARGUMENT if the layer is
+    /// another screen's or was moved away.
     void Present(const Layer& layer);
 
-    /// Waits until everything asked for so far is done, the last frame included.
-    /// @throws Error With the code of Init; NOT_CONNECTED.
+    /// Shows the last frame again, for a window that was covered or mapped anew: a canvas as it was
+    /// presented, a layer as it is now. Waits for the frame before it, and throws, as Present does.
+    /// @return False if there is nothing to show: nothing was presented yet, the layer is gone, or it was
+    /// lost by Reconnect.
+    bool Refresh();
+
+    /// Waits until everything asked for so far is done, the last frame included. Throws with the code of
+    /// Init.
     void Finish();
 
-    /// The size of the window, as of its connection.
-    /// @return Pixels; 0 by 0 while no window is connected.
+    /// @return The window's size in pixels, as of its connection; 0 by 0 while no window is connected.
     kit::Size Size() const;
 
  private:
     friend class Layer;
-    friend class Text;
 
     std::shared_ptr<Device> device;  // shared with the layers, which may live longer
 };

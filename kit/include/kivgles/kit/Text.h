@@ -2,20 +2,22 @@
 #define KIVGLES_KIT_TEXT_H
 
 /// @file
-/// Text of any length in boxes: aligned, wrapped, shortened.
+/// Text in any script, in boxes: aligned, wrapped, shortened.
 
+#include <algorithm>
+#include <cmath>
+#include <string>
 #include <string_view>
 
+#include "kivgles/kit/Export.h"
 #include "kivgles/kit/Geometry.h"
 
 namespace kivgles::kit {
 
-class Device;
-class Layer;
-class Screen;
-struct LayoutRules;
+class Canvas;
+class TextLayout;
 
-/// Where a text stands between the left and the right edge of its box.
+/// Where a text stands between the left and the right edge of its box, in whatever direction it is read.
 enum class Align {
     LEFT,    ///< At the left edge.
     CENTER,  ///< In the middle.
@@ -27,8 +29,7 @@ enum class VerticalAlign {
     TOP,       ///< The first line at the top edge.
     MIDDLE,    ///< In the middle: capitals of a single line have as much room above as below.
     BOTTOM,    ///< The last line at the bottom edge.
-    BASELINE,  ///< The baseline of the last line on the bottom edge: for texts of several sizes beside each
-               ///< other.
+    BASELINE,  ///< The last line's baseline on the bottom edge, for texts of several sizes in a row.
 };
 
 /// What a text takes.
@@ -37,6 +38,7 @@ struct TextExtent {
     int height = 0;     ///< Of all lines, in pixels: their number times Text::LineHeight.
     int lines = 0;      ///< Number of lines.
     bool whole = true;  ///< False: something was left out, and an ellipsis put in its place.
+    int missing = 0;    ///< Number of characters that no font has; a box with their code stands for each.
 };
 
 /// How a text looks and where it stands in its box: made once, and drawn with as often as one likes.
@@ -45,153 +47,150 @@ struct TextExtent {
 ///
 /// @code
 /// const Text title = Text(56, {240, 244, 250}).Bold();
-/// title.Right().Draw(layer, "Gleis 3", {24, 16, 600, 70});
+/// title.Right().Draw(canvas, "Gleis 3", {24, 16, 600, 70});
 /// @endcode
 ///
-/// Texts are UTF-8 of any length; bytes that are not become replacement characters (U+FFFD). A line feed ends
-/// a line. Spaces have a width: three tenths of the text's size, the ideographic one its size; several in a
-/// row count each, but none at the end of a line. Text stands from left to right, without kerning and
-/// shaping. For a character that the font lacks, as all above U+FFFF, there is a box, and a line in the log
-/// when it first occurs. Characters without width of their own (joiners, selectors, controls) are left out.
+/// Texts are UTF-8 of any length; bytes that are not become replacement characters (U+FFFD). They are laid
+/// out by Pango: scripts are joined and stacked, read from left to right or from right to left, and what a
+/// font lacks is taken from others that are installed, emoji in their colours. Sizes are pixels, whatever the
+/// screen's resolution; smoothing and hinting do not depend on the desktop's settings.
 ///
-/// Nothing is drawn to the left or to the right of the box: without Wrapped what does not fit the width is
-/// left out and an ellipsis put in its place; with it the text goes on in the next line, and the last line
-/// that fits the height, at least one, is shortened. A box without width or height shows nothing. Only the
-/// ink of a slanted or bold character may reach over an edge, by a pixel or so.
+/// A line feed ends a line. Without Wrapped what does not fit the box' width is left out and an ellipsis put
+/// in its place; with it the text goes on in the next line. The last line that fits the height, at least one,
+/// is shortened if there is more. A box without width or height shows nothing. Only the ink of slanted
+/// characters, outlines, and marks above and below may reach over the edges.
 ///
-/// Characters are blended over what is there; background, underline and boxes replace it, as shapes do, which
-/// makes a difference in a colour that is not opaque. A character of 1024 pixels or more, counted with the
-/// layer's factor, is left out, with a line in the log, but keeps its width.
+/// Measured is drawn: both are of the same layout.
 ///
-/// Measured and drawn is alike to the pixel, in every style.
+/// What cannot fit the box is not even looked at, so a text of any length takes no longer than what is seen
+/// of it. Measured without a box it takes about a second for each megabyte.
 ///
-/// Threads: as for Screen. The object itself is a value: one may be used by several threads.
-class Text {
+/// Threads: any, as many as one likes; the object itself is a value, and one may be used by several threads.
+/// The first text of a thread takes a few milliseconds more: each has fonts of its own, which go with it.
+class KIVGLES_KIT_EXPORT Text {
  public:
     /// White, 40 pixels high, upright and regular, one line, in the top-left corner of its box.
     Text() = default;
 
     /// As above, in another size and colour.
-    /// @param pixels Of the characters, at least 1. 40, upright and regular, is the quickest.
+    /// @param pixels See Sized.
     /// @param foreground Not premultiplied.
-    Text(int pixels, const Color& foreground) : size(pixels), color(foreground) {}
+    Text(double pixels, const Color& foreground) { *this = Sized(pixels).Colored(foreground); }
 
     /// @name How it looks
-    /// Each returns a copy that differs in one thing.
     /// @{
 
-    /// In another size.
-    /// @param pixels Of the characters, at least 1; less counts as 1, more than 1000 as 1000.
-    /// @return The changed copy.
-    Text Sized(int pixels) const;
+    /// @param pixels From 1 to 1000; less counts as 1, as what is no number does, more as 1000.
+    /// @return A copy in another size.
+    Text Sized(double pixels) const { return With(&Text::size, pixels > 1 ? std::min(pixels, 1000.0) : 1); }
 
-    /// In another colour.
-    /// @param foreground Of characters, boxes and underline, not premultiplied.
-    /// @return The changed copy.
-    Text Colored(const Color& foreground) const;
+    /// @param foreground Of all but emoji, not premultiplied; its opacity is theirs, too.
+    /// @return A copy in another colour.
+    Text Colored(const Color& foreground) const { return With(&Text::color, foreground); }
 
-    /// On a background as wide as each line and as high as its line height.
-    /// @param backdrop The background's colour; TRANSPARENT, as at first, draws none.
-    /// @return The changed copy.
-    Text On(const Color& backdrop) const;
+    /// @param names Families, the first one that is installed or was added: "Noto Sans, DejaVu Sans". At
+    /// first, and for what they lack, it is the system's "sans-serif".
+    /// @return A copy in another font.
+    Text Family(const std::string& names) const { return With(&Text::family, names); }
 
-    /// Emboldened. Characters keep their advance.
-    /// @return The changed copy.
-    Text Bold() const;
+    /// @param tag As in "ja" or "zh-Hant", at first "en": decides between forms of the same characters, and
+    /// where lines are broken.
+    /// @return A copy in another language.
+    Text Language(const std::string& tag) const { return With(&Text::language, tag); }
 
-    /// Slanted. Characters keep their advance.
-    /// @return The changed copy.
-    Text Italic() const;
+    /// @param backdrop TRANSPARENT, as at first, draws none.
+    /// @return A copy on a background as wide as each line and as high as its line height.
+    Text On(const Color& backdrop) const { return With(&Text::background, backdrop); }
 
-    /// With a line below the baseline.
-    /// @return The changed copy.
-    Text Underlined() const;
+    /// @param edge TRANSPARENT, as at first, draws none.
+    /// @param pixels How far it reaches beyond the characters, at most 100.
+    /// @return A copy with an outline, so that it can be read on whatever is below.
+    Text Outlined(const Color& edge, double pixels) const {
+        return With(&Text::outline, edge).With(&Text::outlineWidth, pixels > 0 ? std::min(pixels, 100.0) : 0);
+    }
 
-    /// With digits that are all as wide as the widest, so that a clock does not tremble and columns of
-    /// numbers stand below each other.
-    /// @return The changed copy.
-    Text Tabular() const;
+    Text Bold() const { return With(&Text::bold, true); }  ///< @return A copy in bold.
+    /// @return A copy in italic, or slanted where the font has no italic.
+    Text Italic() const { return With(&Text::italic, true); }
+
+    /// @return A copy with a line below the baseline.
+    Text Underlined() const { return With(&Text::underlined, true); }
+
+    /// @return A copy with digits 0 to 9 that are all as wide as the widest, in every font, so that a clock
+    /// does not tremble and columns of numbers stand below each other.
+    Text Tabular() const { return With(&Text::tabular, true); }
     /// @}
 
     /// @name Where it stands
-    /// Each returns a copy that differs in one thing.
     /// @{
 
-    /// Aligned between left and right.
-    /// @param horizontal Where.
-    /// @return The changed copy.
-    Text Aligned(Align horizontal) const;
+    /// @param horizontal Where between left and right.
+    /// @return A copy there.
+    Text Aligned(Align horizontal) const { return With(&Text::align, horizontal); }
 
-    /// Aligned between top and bottom.
-    /// @param vertical Where.
-    /// @return The changed copy.
-    Text Aligned(VerticalAlign vertical) const;
+    /// @param vertical Where between top and bottom.
+    /// @return A copy there.
+    Text Aligned(VerticalAlign vertical) const { return With(&Text::verticalAlign, vertical); }
 
-    /// In the middle between left and right.
-    /// @return The changed copy.
+    /// @return A copy in the middle between left and right.
     Text Center() const { return Aligned(Align::CENTER); }
 
-    /// At the right edge.
-    /// @return The changed copy.
-    Text Right() const { return Aligned(Align::RIGHT); }
-
-    /// In the middle between top and bottom.
-    /// @return The changed copy.
+    Text Right() const { return Aligned(Align::RIGHT); }  ///< @return A copy at the right edge.
+    /// @return A copy in the middle between top and bottom.
     Text Middle() const { return Aligned(VerticalAlign::MIDDLE); }
 
-    /// Wrapped at spaces and between Chinese, Japanese and Korean characters; a word that is longer than a
-    /// line wherever the line ends.
-    /// @return The changed copy.
-    Text Wrapped() const;
+    /// @return A copy that is wrapped where its language breaks lines, and wherever the line ends in a word
+    /// that is longer.
+    Text Wrapped() const { return With(&Text::wrapped, true); }
 
-    /// With lines of another height.
     /// @param pixels From baseline to baseline; 0, as at first, means five quarters of the text's size.
-    /// @return The changed copy.
-    Text Spaced(int pixels) const;
+    /// @return A copy with lines of another height.
+    Text Spaced(int pixels) const { return With(&Text::lineHeight, std::min(pixels, 1 << 20)); }
     /// @}
 
-    /// The height of a line.
     /// @return Pixels from baseline to baseline.
-    int LineHeight() const;
+    int LineHeight() const { return lineHeight > 0 ? lineHeight : static_cast<int>(std::ceil(size * 5 / 4)); }
 
-    /// Draws a text, queued.
-    /// @param layer Where to.
+    /// Draws a text.
+    /// @param canvas Where to.
     /// @param utf8 The text, read until the call returns.
-    /// @param box Where it stands, in pixels of the layer as shown.
+    /// @param box Where it stands. Baselines and the beginnings of lines are at whole pixels.
     /// @return What it takes in the box.
-    /// @throws Error With the code of KivDrawText, KivDrawRect or KivGetTextSize; NO_FONT; NOT_CONNECTED;
-    ///     INVALID_ARGUMENT on a layer that was moved away. A text that reaches over the layer's left or
-    ///     upper edge goes by way of another layer, as Layer::Draw may: then also with the code of KivBlit or
-    ///     of KivCreateGLFBO, 15 if there are 15 layers.
-    TextExtent Draw(Layer& layer, std::string_view utf8, const Rect& box) const;
+    /// @throws Error INVALID_ARGUMENT on a canvas that was moved away, NO_FONT, OUT_OF_MEMORY.
+    TextExtent Draw(Canvas& canvas, std::string_view utf8, const Rect& box) const;
 
     /// Measures a text as it would be drawn.
-    /// @param layer Where it would be drawn: in one of factor 2 widths are rounded up from half pixels.
     /// @param utf8 The text, read until the call returns.
     /// @param box Width and height of the box. Without one there is no limit.
     /// @return What it takes.
-    /// @throws Error As Draw, with the code of KivGetTextSize.
-    TextExtent Measure(const Layer& layer, std::string_view utf8, const Size& box = UNLIMITED) const;
-
-    /// Measures a text as it would be drawn in a layer of factor 1, before there is one.
-    /// @param screen The screen with the font.
-    /// @param utf8 The text, read until the call returns.
-    /// @param box Width and height of the box. Without one there is no limit.
-    /// @return What it takes.
-    /// @throws Error As Draw, with the code of KivGetTextSize.
-    TextExtent Measure(const Screen& screen, std::string_view utf8, const Size& box = UNLIMITED) const;
+    /// @throws Error NO_FONT.
+    TextExtent Measure(std::string_view utf8, const Size& box = UNLIMITED) const;
 
     /// The size of a box that everything fits into.
     static constexpr Size UNLIMITED = {1 << 24, 1 << 24};
 
- private:
-    int PixelSize() const;
-    TextExtent MeasureFor(Device& device, std::string_view utf8, const Size& box, int factor) const;
-    LayoutRules Rules(const Rect& box, int factor, int layerWidth) const;
+    /// Makes the fonts of a file known, for all texts of the process from now on, as if they were installed.
+    /// Takes tens of milliseconds, and makes each thread look its fonts up anew.
+    /// @param path A font file, which stays where it is.
+    /// @throws Error BAD_FILE if there is no such file, or it is no font.
+    static void AddFont(const std::string& path);
 
-    int size = 40;
-    Color color = {255, 255, 255, 255};
+ private:
+    friend class TextLayout;
+
+    template <typename Member, typename Value>
+    Text With(Member Text::*member, const Value& value) const {
+        Text copy = *this;
+        copy.*member = value;
+        return copy;
+    }
+    double LeftOf(int lineWidth, const Rect& box) const;
+
+    double size = 40;
+    Color color = {255, 255, 255};
     Color background = TRANSPARENT;
+    Color outline = TRANSPARENT;
+    double outlineWidth = 0;
     bool bold = false;
     bool italic = false;
     bool underlined = false;
@@ -200,6 +199,8 @@ class Text {
     Align align = Align::LEFT;
     VerticalAlign verticalAlign = VerticalAlign::TOP;
     int lineHeight = 0;  // 0: from the size
+    std::string family = "sans-serif";
+    std::string language = "en";
 };
 
 }  // namespace kivgles::kit

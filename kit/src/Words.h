@@ -1,0 +1,30 @@
+#ifndef KIVGLES_KIT_WORDS_H
+#define KIVGLES_KIT_WORDS_H
+
+#include <algorithm>
+#include <string>
+
+#include "kivgles/kit/Error.h"
+#include "kivgles/kit/Geometry.h"
+
+namespace kivgles::kit {
+
+// A size for an Error.
+inline std::string InWords(const Size& size) {
+    return std::to_string(size.width) + " by " + std::to_string(size.height) + " pixels";
+}
+
+// Throws for `operation` unless there can be such a picture; `what` it is precedes the words: "the image: ".
+inline void CheckSize(const Size& size, int longest, const char* operation, const std::string& what = "") {
+    if (size.width <= 0 || size.height <= 0) {
+        throw Error(operation, Error::INVALID_ARGUMENT, what + InWords(size) + " hold nothing");
+    }
+    if (std::max(size.width, size.height) > longest) {
+        throw Error(operation, Error::TOO_LARGE,
+                    what + InWords(size) + " are more than " + std::to_string(longest) + " on a side");
+    }
+}
+
+}  // namespace kivgles::kit
+
+#endif  // KIVGLES_KIT_WORDS_H
