@@ -1,5 +1,6 @@
 #include "Device.h"
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -125,11 +126,9 @@ SpareLayer& Device::Provide(Spare spare, const Size& size) {
 }
 
 bool Device::IsFull() const {
-    std::size_t layerNum = layers.size();
-    for (const SpareLayer& spare : spares) {
-        layerNum += spare.handle != 0 ? 1 : 0;
-    }
-    return layerNum >= MAX_LAYERS;
+    const auto spareNum = std::count_if(spares.begin(), spares.end(),
+                                        [](const SpareLayer& spare) { return spare.handle != 0; });
+    return layers.size() + static_cast<std::size_t>(spareNum) >= MAX_LAYERS;
 }
 
 void Device::MakePlace(std::size_t first) {

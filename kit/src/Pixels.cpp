@@ -52,13 +52,15 @@ constexpr std::array<float, 256> MakeReciprocals() {
 // compilers make vectors of those even where the machine is not known to multiply vectors of integers.
 constexpr std::array<float, 256> RECIPROCALS = MakeReciprocals();
 
+constexpr float HALF = 0.5F;  // rounds what is not negative, in a way that vectors can
+
 std::uint32_t Divide(std::uint32_t pixel) {
     const int alpha = static_cast<int>(pixel >> 24);
     const float reciprocal = RECIPROCALS[pixel >> 24];
     // A channel above alpha is no colour, but must not reach into another channel.
     const auto divide = [&](unsigned int shift) {
         const int channel = std::min(static_cast<int>(pixel >> shift & 0xFF), alpha);
-        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + 0.5F))
+        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + HALF))
                << shift;
     };
     return (pixel & 0xFF000000) | divide(16) | divide(8) | divide(0);

@@ -19,13 +19,13 @@ constexpr FT_Pos MAX_EDGE = 0x7FFF;
 FT_Pos CeilPixels(FT_Pos position) { return (position >> 6) + ((position & 63) != 0 ? 1 : 0); }
 
 // By how much FreeType enlarges an outline to render it: more where its contours may overlap.
-FT_Pos RenderedScale(const FT_Outline& outline) {
+FT_Pos RenderedScale([[maybe_unused]] const FT_Outline& outline) {
 #ifdef FT_OUTLINE_OVERLAP  // since FreeType 2.10.3
-    constexpr int MAY_OVERLAP = FT_OUTLINE_OVERLAP;
-#else
-    constexpr int MAY_OVERLAP = 0;
+    if ((outline.flags & FT_OUTLINE_OVERLAP) != 0) {
+        return 4;
+    }
 #endif
-    return (outline.flags & MAY_OVERLAP) != 0 ? 4 : 1;
+    return 1;
 }
 
 bool IsTightGrey(const FT_Bitmap& bitmap) {

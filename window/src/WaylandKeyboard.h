@@ -15,8 +15,8 @@ namespace kivgles::window {
 // Thread: the one that takes the window's events.
 class WaylandKeyboard {
  public:
-    // `pressed` is called with the key's symbol. A null seat has no keyboard.
-    WaylandKeyboard(wl_seat* seat, std::function<void(std::string)> pressed);
+    // `call` is called with the key's symbol. A null seat has no keyboard.
+    WaylandKeyboard(wl_seat* seat, std::function<void(std::string)> call);
     WaylandKeyboard(const WaylandKeyboard&) = delete;
     WaylandKeyboard& operator=(const WaylandKeyboard&) = delete;
 

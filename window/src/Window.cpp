@@ -19,11 +19,10 @@ using std::chrono::milliseconds;
 constexpr int MAX_SIDE = 32767;  // X11's
 
 void CheckSize(const Size& size) {
-    for (const int side : {size.width, size.height}) {
-        if (side < 1 || side > MAX_SIDE) {
-            throw std::invalid_argument("a window cannot be " + std::to_string(size.width) + " by " +
-                                        std::to_string(size.height) + " pixels");
-        }
+    const auto isSide = [](int side) { return side >= 1 && side <= MAX_SIDE; };
+    if (!isSide(size.width) || !isSide(size.height)) {
+        throw std::invalid_argument("a window cannot be " + std::to_string(size.width) + " by " +
+                                    std::to_string(size.height) + " pixels");
     }
 }
 

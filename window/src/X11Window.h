@@ -15,6 +15,7 @@ class X11Window {
     explicit X11Window(Grant& grant);
 
     TagKivDisplayInfo Display() const { return {KIV_PLATFORM_X11, drawing.Get()}; }
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): an id, which EGL takes back out of the pointer
     ANativeWindow* Native() const { return reinterpret_cast<ANativeWindow*>(window); }
     Size InnerSize() const { return size; }
     void Resize(const Size& wanted);
