@@ -12,14 +12,19 @@ namespace kivgles::kit {
 
 namespace {
 
-[[noreturn]] void ThrowFileError(const char* operation, const std::string& path, cairo_status_t status) {
+std::string Cause(const std::string& path, cairo_status_t status) {
+    return path + ": " + cairo_status_to_string(status);
+}
+
+[[noreturn]] void ThrowReadError(const char* operation, const std::string& path, cairo_status_t status) {
     switch (status) {
         case CAIRO_STATUS_INVALID_SIZE:
             throw Error(operation, Error::TOO_LARGE, path + " is larger than a canvas can be");
-        case CAIRO_STATUS_NO_MEMORY:  // Cairo says so of all that is no PNG, too
+        case CAIRO_STATUS_NO_MEMORY:  // so older versions of Cairo say of all that is no PNG, too
+        case CAIRO_STATUS_PNG_ERROR:
             throw Error(operation, Error::BAD_FILE, path + " is no PNG file, or there is no memory for it");
         default:
-            throw Error(operation, Error::BAD_FILE, path + ": " + cairo_status_to_string(status));
+            throw Error(operation, Error::BAD_FILE, Cause(path, status));
     }
 }
 
@@ -45,7 +50,7 @@ Canvas Canvas::FromPng(const std::string& path) {
     const Handle<cairo_surface_t> picture(cairo_image_surface_create_from_png(path.c_str()));
     const cairo_status_t status = cairo_surface_status(picture.get());
     if (status != CAIRO_STATUS_SUCCESS) {
-        ThrowFileError(OPERATION, path, status);
+        ThrowReadError(OPERATION, path, status);
     }
     const kit::Size size = {cairo_image_surface_get_width(picture.get()),
                             cairo_image_surface_get_height(picture.get())};
@@ -59,7 +64,7 @@ void Canvas::WritePng(const std::string& path) const {
     const cairo_status_t status =
         cairo_surface_write_to_png(CanvasState::Of(*this, OPERATION).Surface(), path.c_str());
     if (status != CAIRO_STATUS_SUCCESS) {
-        ThrowFileError(OPERATION, path, status);
+        throw Error(OPERATION, Error::BAD_FILE, Cause(path, status));
     }
 }
 

@@ -25,6 +25,8 @@ constexpr bool HEAP_KEEPS_WHAT_IS_FREED = false;
 constexpr std::size_t HEAP_GROWTH = 2048;
 constexpr std::size_t RESIDENT_GROWTH = 6144;
 
+constexpr unsigned int ENOUGH = 20;
+
 inline std::size_t ResidentKiB() {
     std::size_t pages = 0;
     std::ifstream("/proc/self/statm") >> pages >> pages;  // the second number
@@ -32,7 +34,7 @@ inline std::size_t ResidentKiB() {
 }
 
 // Does something so many times, and looks at the process's memory after each tenth of them. The driver may
-// take its time to reach its most; in the second half nothing may be added.
+// take its time to reach its most; in the second half nothing may be added. A few times say nothing.
 template <typename Do>
 void Watch(const char* name, unsigned int times, const Do& something) {
     std::size_t mostHeap = 0;
@@ -48,7 +50,8 @@ void Watch(const char* name, unsigned int times, const Do& something) {
                 mostHeap = std::max(mostHeap, heap + HEAP_GROWTH);
                 mostResident = std::max(mostResident, resident + RESIDENT_GROWTH);
             }
-            EXPECT_TRUE(HEAP_KEEPS_WHAT_IS_FREED || (heap <= mostHeap && resident <= mostResident));
+            EXPECT_TRUE(HEAP_KEEPS_WHAT_IS_FREED || times < ENOUGH ||
+                        (heap <= mostHeap && resident <= mostResident));
         }
     }
 }
