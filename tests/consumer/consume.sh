@@ -14,7 +14,8 @@ for program in "$work"/minimal-*; do
 done
 for program in "$work"/hello-*; do
     "$program" &
-    until "$work/user" close hello 2>/dev/null || ! kill -0 $! 2>/dev/null; do
+    while kill -0 $! 2>/dev/null; do # a window that is just being made does not hear of it
+        "$work/user" close hello 2>/dev/null || true
         sleep 0.2
     done
     wait $!
