@@ -9,7 +9,7 @@ scripts/setup.sh tests valgrind
 
 echo "memcheck: building"
 cmake --preset debug -B build/memcheck
-cmake --build build/memcheck
+cmake --build build/memcheck --target BoundsCheckedTest LogTest ArithmeticTest SurfaceTest RacesTest
 
 # PROGRAM TESTS
 check() {
