@@ -13,7 +13,7 @@ namespace {
 struct Handlers {
     std::mutex mutex;
     std::multiset<Display*> own;  // an address may be there again before its last entry is gone
-    // Of those who have the other connections.
+    // Of those who have the other connections; null until the first connection.
     XErrorHandler formerOnError = nullptr;
     XIOErrorHandler formerOnLoss = nullptr;
 };
@@ -63,11 +63,10 @@ X11Connection::X11Connection(const std::string& server) : display(Open(server)) 
     Handlers& handlers = TheHandlers();
     const std::lock_guard lock(handlers.mutex);
     handlers.own.insert(display);
-    if (const auto before = XSetErrorHandler(OnError); before != OnError) {
-        handlers.formerOnError = before;
-    }
-    if (const auto before = XSetIOErrorHandler(OnLoss); before != OnLoss) {
-        handlers.formerOnLoss = before;
+    // Once: who sets others afterwards passes on to these, which would pass them back.
+    if (handlers.formerOnError == nullptr) {
+        handlers.formerOnError = XSetErrorHandler(OnError);
+        handlers.formerOnLoss = XSetIOErrorHandler(OnLoss);
     }
 }
 
