@@ -88,9 +88,9 @@ void WaylandWindow::Create() {
 
 libdecor_frame_interface WaylandWindow::Listener() {
     libdecor_frame_interface listener{};
-    listener.configure = [](libdecor_frame* frame, libdecor_configuration* configuration, void* self) {
+    listener.configure = [](libdecor_frame* its, libdecor_configuration* configuration, void* self) {
         Size wanted = This(self).state.size;  // the window's own choice, where the compositor has none
-        (void)libdecor_configuration_get_content_size(configuration, frame, &wanted.width, &wanted.height);
+        (void)libdecor_configuration_get_content_size(configuration, its, &wanted.width, &wanted.height);
         This(self).Accept(wanted, configuration);
     };
     listener.close = [](libdecor_frame*, void* self) { This(self).state.Report(Event::CLOSED); };
