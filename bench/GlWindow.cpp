@@ -3,6 +3,7 @@
 #include <EGL/egl.h>
 
 #include "Contestant.h"
+#include "gl/ConfigAttributes.h"
 
 namespace bench {
 
@@ -37,26 +38,13 @@ const char* const TEXTURED_FRAGMENT_SHADER =
     "}\n";
 
 void OpenGlWindow(unsigned long window) {
-    constexpr EGLint CONFIG[] = {EGL_SURFACE_TYPE,
-                                 EGL_WINDOW_BIT,
-                                 EGL_RENDERABLE_TYPE,
-                                 EGL_OPENGL_ES2_BIT,
-                                 EGL_RED_SIZE,
-                                 8,
-                                 EGL_GREEN_SIZE,
-                                 8,
-                                 EGL_BLUE_SIZE,
-                                 8,
-                                 EGL_ALPHA_SIZE,
-                                 8,
-                                 EGL_NONE};
     constexpr EGLint CONTEXT[] = {EGL_CONTEXT_CLIENT_VERSION, 2, EGL_NONE};
     EGLConfig config = nullptr;
     EGLint count = 0;
 
     display = eglGetDisplay(EGL_DEFAULT_DISPLAY);
     eglInitialize(display, nullptr, nullptr);
-    eglChooseConfig(display, CONFIG, &config, 1, &count);
+    eglChooseConfig(display, kivgles::CONFIG_ATTRIBUTES, &config, 1, &count);
     const EGLContext context = eglCreateContext(display, config, EGL_NO_CONTEXT, CONTEXT);
     surface = eglCreateWindowSurface(display, config, static_cast<EGLNativeWindowType>(window), nullptr);
     if (eglMakeCurrent(display, surface, surface, context) != EGL_TRUE) {

@@ -39,7 +39,8 @@ class GLDrawThread;
 /// @endcode
 ///
 /// Order of calls: KivCreateGLContext, KivConnectWindowSurface, Init, KivLoadFont, then any drawing, then
-/// KivDestoryGLContext. Nothing enforces it beyond the need for a context.
+/// KivDestoryGLContext. Nothing enforces it beyond the need for a context. KivCreateGLContextOn stands in the
+/// place of KivCreateGLContext, and what is said here of the one holds for the other.
 ///
 /// Coordinates: pixels of the target (a layer or the window), origin in its top-left corner, y downwards,
 /// unless an operation says otherwise. A target is named by its handle: KivCreateGLFBO gives those of layers,
@@ -79,11 +80,15 @@ class GLDrawThread;
 /// class that found it, and for most causes a line of those that passed it up follows. Two come from
 /// everywhere and are not repeated at each operation:
 ///
-/// - 102, from every operation that returns a result code but KivCreateGLContext, when there is no context:
-///   "GLContext isn't created" of KivGLDrawSurface.
-/// - 6, from every waiting operation but KivCreateGLContext and KivDestoryGLContext, when KivCreateGLContext
-///   failed and there was no KivDestoryGLContext since: "GLES context is not created" of GLDrawThread. Queued
-///   ones only log it.
+/// - 102, from every operation that returns a result code but KivCreateGLContext and KivCreateGLContextOn,
+///   when there is no context: "GLContext isn't created" of KivGLDrawSurface.
+/// - 6, from every waiting operation but KivCreateGLContext, KivCreateGLContextOn and KivDestoryGLContext,
+/// when
+///   the draw thread runs without a context (which failed with 1 to 5, or with 100 of make-current) until
+///   KivDestoryGLContext: "GLES context is not created" of GLDrawThread. Queued ones only log it.
+///
+/// KivConnectWindowSurface looks at its window first: null is 101 without a context, too, and one that was
+/// connected before a KivDestoryGLContext is 0 with a context that failed.
 ///
 /// One cause has two codes: a layer that does not exist ("There is not the fbo HANDLE") is 1 from
 /// KivDrawRect, KivDrawRound, KivDrawText and KivBlit, and 101 from KivDisplayFBO, KivDrawBitmap and

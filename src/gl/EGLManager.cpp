@@ -7,6 +7,7 @@
 #include <android/log.h>
 
 #include "StatusCode.h"
+#include "gl/ConfigAttributes.h"
 #include "gl/DisplayTurn.h"
 
 namespace kivgles {
@@ -14,19 +15,6 @@ namespace kivgles {
 namespace {
 
 constexpr char TAG[] = "EGLManager";
-
-// Window surfaces with 8 bits a channel; no depth, stencil or samples.
-// clang-format off
-constexpr EGLint CONFIG_ATTRIBUTES[] = {
-    EGL_SURFACE_TYPE, EGL_WINDOW_BIT,
-    EGL_RENDERABLE_TYPE, EGL_OPENGL_ES2_BIT,
-    EGL_RED_SIZE, 8,
-    EGL_GREEN_SIZE, 8,
-    EGL_BLUE_SIZE, 8,
-    EGL_ALPHA_SIZE, 8,
-    EGL_NONE,
-};
-// clang-format on
 
 // On a connection of the client's the server answers a pixmap of 0 by 0 with an error, at which Xlib ends the
 // process. On EGL's own nobody hears of it.

@@ -14,8 +14,7 @@ for program in "$work"/minimal-*; do
 done
 for program in "$work"/hello-*; do
     "$program" &
-    while kill -0 $! 2>/dev/null; do # a window that is just being made does not hear of it
-        "$work/user" close hello 2>/dev/null || true
+    until "$work/user" close hello 2>/dev/null || ! kill -0 $! 2>/dev/null; do
         sleep 0.2
     done
     wait $!

@@ -28,6 +28,9 @@ Window Find(const std::string& title) {
         XFree(name);
     }
     XFree(windows);
+    if (found == 0) {  // which Xlib would take for the window under the pointer
+        throw std::runtime_error("there is no window " + title);
+    }
     return found;
 }
 

@@ -1,11 +1,13 @@
 // user place TITLE X Y, user resize TITLE WIDTH HEIGHT, user press TITLE (q), user close TITLE: does so with
 // a window of another program.
 
+#include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
 
 #include "window/Outside.h"
 
-int main(int argc, char** argv) {
+int main(int argc, char** argv) try {
     const std::string what = argc > 2 ? argv[1] : "";
     if (what == "close") {
         kivgles::outside::Close(argv[2]);
@@ -17,4 +19,7 @@ int main(int argc, char** argv) {
     } else {
         return 2;
     }
+} catch (const std::runtime_error& error) {
+    std::fprintf(stderr, "user: %s\n", error.what());
+    return 1;
 }

@@ -1,7 +1,6 @@
 #include "WaylandKeyboard.h"
 
 #include <array>
-#include <utility>
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -16,23 +15,23 @@ WaylandKeyboard& This(void* self) { return *static_cast<WaylandKeyboard*>(self);
 
 }  // namespace
 
-WaylandKeyboard::WaylandKeyboard(wl_seat* seat, std::function<void(std::string)> call)
-    : pressed(std::move(call)), context(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
+WaylandKeyboard::WaylandKeyboard(WindowState& kept)
+    : window(kept), context(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {}
+
+void WaylandKeyboard::Attend(wl_seat* seat) {
     static constexpr wl_seat_listener LISTENER = {
         [](void* self, wl_seat* its, std::uint32_t capabilities) { This(self).Follow(its, capabilities); },
         [](void*, wl_seat*, const char*) {}};
-    if (seat != nullptr && context != nullptr) {
+    if (context != nullptr) {
         wl_seat_add_listener(seat, &LISTENER, this);
     }
 }
 
 void WaylandKeyboard::Follow(wl_seat* seat, std::uint32_t capabilities) {
-    const bool has = (capabilities & WL_SEAT_CAPABILITY_KEYBOARD) != 0;
-    if (!has) {
+    if ((capabilities & WL_SEAT_CAPABILITY_KEYBOARD) == 0) {
         keyboard.reset();
-        return;
     }
-    if (keyboard != nullptr) {
+    if (keyboard != nullptr || (capabilities & WL_SEAT_CAPABILITY_KEYBOARD) == 0) {
         return;
     }
     static constexpr wl_keyboard_listener LISTENER = {
@@ -78,7 +77,7 @@ void WaylandKeyboard::Press(std::uint32_t key) {
     std::array<char, 64> name;
     if (state != nullptr && xkb_keysym_get_name(xkb_state_key_get_one_sym(state.get(), key + EVDEV_OFFSET),
                                                 name.data(), name.size()) > 0) {
-        pressed(name.data());
+        window.Report(Event::KEY, name.data());
     }
 }
 

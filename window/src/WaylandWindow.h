@@ -1,52 +1,62 @@
 #ifndef KIVGLES_WINDOW_WAYLANDWINDOW_H
 #define KIVGLES_WINDOW_WAYLANDWINDOW_H
 
-#include <deque>
+#include <cstdint>
 #include <functional>
+#include <string>
 
-#include "Grant.h"
-#include "WaylandConnection.h"
+#include <libdecor.h>
+#include <wayland-egl.h>
+
 #include "WaylandKeyboard.h"
+#include "WaylandOwned.h"
+#include "WindowState.h"
 
 namespace kivgles::window {
 
-// A window of a Wayland compositor.
+// A window of a Wayland compositor, to which it has a connection of its own.
 //
 // Owner:  Window.
 // Thread: one at a time.
 class WaylandWindow {
  public:
-    explicit WaylandWindow(Grant& grant);
+    explicit WaylandWindow(WindowState& kept);
+    WaylandWindow(const WaylandWindow&) = delete;
+    WaylandWindow& operator=(const WaylandWindow&) = delete;
 
-    TagKivDisplayInfo Display() const { return {KIV_PLATFORM_WAYLAND, connection.Get()}; }
-    ANativeWindow* Native() const { return reinterpret_cast<ANativeWindow*>(native.get()); }
-    Size InnerSize() const { return size; }
     void Resize(const Size& wanted);
 
-    // What has come, or NONE.
-    Event Take();
+    // Reports what has come, and waits for something to come if nothing has: milliseconds, -1 without an end.
+    void Collect(int timeout = 0);
 
-    // Around a wait for the descriptor. False: there is something to take first, and no wait to end.
+    // Around a wait for the descriptor, after there was nothing to collect. False: something has come since,
+    // and there is no wait to end.
     bool BeginWait();
     void EndWait(bool readable);
-    int Descriptor() const { return wl_display_get_fd(connection.Get()); }
 
  private:
-    void Create(const WindowOptions& options);
-    void Decorate(const WindowOptions& options);
-    void Configure(libdecor_configuration* configuration);
-    void Accept(const Size& wanted, libdecor_configuration* configuration);
-    void Dispatch(int timeout);
-    void DispatchUntil(const std::function<bool()>& reached);
+    static libdecor_interface Errors();
+    static libdecor_frame_interface Listener();
 
-    WaylandConnection connection;
-    Owned<libdecor> decorations;
-    std::deque<Event> events;
+    void Connect();
+    void Bind(std::uint32_t name, const std::string& interface, std::uint32_t version);
+    void Create();
+    void Decorate();
+    void Accept(const Size& wanted, libdecor_configuration* configuration);
+    void CollectUntil(const std::function<bool()>& reached);
+
+    WindowState& state;
+    std::string where;  // for texts
+    Owned<wl_display> display;
+    Owned<wl_registry> registry;
+    Owned<wl_compositor> compositor;
+    bool hasWindows = false;  // some compositors are for one purpose only
+    Owned<wl_seat> seat;      // null without one
     WaylandKeyboard keyboard;
+    Owned<libdecor> decorations;
     Owned<wl_surface> surface;
     Owned<libdecor_frame> frame;
     Owned<wl_egl_window> native;
-    Size size;
 };
 
 }  // namespace kivgles::window

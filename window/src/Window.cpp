@@ -4,10 +4,17 @@
 #include <climits>
 #include <cstdlib>
 #include <stdexcept>
+#include <variant>
 
 #include <poll.h>
 
-#include "Backend.h"
+#include "WindowState.h"
+#if KIVGLES_WINDOW_X11
+#include "X11Window.h"
+#endif
+#if KIVGLES_WINDOW_WAYLAND
+#include "WaylandWindow.h"
+#endif
 
 namespace kivgles::window {
 
@@ -26,42 +33,41 @@ void CheckSize(const Size& size) {
     }
 }
 
-System Choose(System wanted) {
-#if !defined(KIVGLES_WINDOW_WAYLAND)
-    if (wanted == System::WAYLAND) {
-        throw std::runtime_error("this library was built without Wayland");
-    }
-    return System::X11;
-#elif !defined(KIVGLES_WINDOW_X11)
-    if (wanted == System::X11) {
-        throw std::runtime_error("this library was built without X11");
-    }
-    return System::WAYLAND;
+#if KIVGLES_WINDOW_X11 && KIVGLES_WINDOW_WAYLAND
+using Backend = std::variant<X11Window, WaylandWindow>;
+#elif KIVGLES_WINDOW_X11
+using Backend = std::variant<X11Window>;
 #else
-    if (wanted != System::ANY) {
-        return wanted;
-    }
-    const char* const wayland = std::getenv("WAYLAND_DISPLAY");
-    return wayland == nullptr || *wayland == '\0' ? System::X11 : System::WAYLAND;
+using Backend = std::variant<WaylandWindow>;
 #endif
+
+System Choose(System wanted) {
+    const char* const name = std::getenv("WAYLAND_DISPLAY");
+    const bool hasCompositor = name != nullptr && *name != '\0';
+    const bool isWayland = KIVGLES_WINDOW_WAYLAND && (hasCompositor || !KIVGLES_WINDOW_X11);
+    return wanted != System::ANY ? wanted : isWayland ? System::WAYLAND : System::X11;
 }
 
-Grant Begin(const WindowOptions& options) {
+WindowState Begin(const WindowOptions& options) {
     CheckSize(options.size);
-    Grant grant{options, {}};
-    grant.options.system = Choose(options.system);
-    return grant;
+    WindowState state;
+    state.options = options;
+    state.options.system = Choose(options.system);
+    return state;
 }
 
-Backend Make(Grant& grant) {
-#ifdef KIVGLES_WINDOW_WAYLAND
-    if (grant.options.system == System::WAYLAND) {
-        return Backend(std::in_place_type<WaylandWindow>, grant);
+Backend Make(WindowState& state) {
+#if KIVGLES_WINDOW_WAYLAND
+    if (state.options.system == System::WAYLAND) {
+        return Backend(std::in_place_type<WaylandWindow>, state);
     }
 #endif
-#ifdef KIVGLES_WINDOW_X11
-    return Backend(std::in_place_type<X11Window>, grant);
+#if KIVGLES_WINDOW_X11
+    if (state.options.system == System::X11) {
+        return Backend(std::in_place_type<X11Window>, state);
+    }
 #endif
+    throw std::runtime_error("this library was built without the window system that is asked for");
 }
 
 // For poll: rounded up, so that a wait does not end early and spin; -1 without an end.
@@ -87,45 +93,52 @@ std::vector<Window*> Distinct(const std::vector<Window*>& windows) {
 }  // namespace
 
 struct Window::Impl {
-    explicit Impl(const WindowOptions& options) : grant(Begin(options)), backend(Make(grant)) {}
+    explicit Impl(const WindowOptions& options) : state(Begin(options)), backend(Make(state)) {}
 
     template <typename Function>
     auto With(Function function) {
         return std::visit(function, backend);
     }
 
-    Grant grant;
+    Event Take();
+
+    WindowState state;
     Backend backend;
 };
+
+// What has come, or NONE.
+Event Window::Impl::Take() {
+    if (state.events.empty()) {
+        With([](auto& system) { system.Collect(); });
+    }
+    if (state.events.empty()) {
+        return {state.isLost ? Event::CLOSED : Event::NONE};
+    }
+    Event first = std::move(state.events.front());
+    state.events.pop_front();
+    return first;
+}
 
 Window::Window(const WindowOptions& options) : impl(std::make_unique<Impl>(options)) {}
 
 Window::~Window() = default;
 
-TagKivDisplayInfo Window::Display() const {
-    return impl->With([](const auto& backend) { return backend.Display(); });
-}
+TagKivDisplayInfo Window::Display() const { return impl->state.display; }
 
-ANativeWindow* Window::Native() const {
-    return impl->With([](const auto& backend) { return backend.Native(); });
-}
+ANativeWindow* Window::Native() const { return impl->state.native; }
 
-window::Size Window::Size() const {
-    return impl->With([](const auto& backend) { return backend.InnerSize(); });
-}
+window::Size Window::Size() const { return impl->state.size; }
 
 void Window::Resize(const window::Size& size) {
     CheckSize(size);
-    impl->With([&size](auto& backend) { backend.Resize(size); });
+    impl->With([&size](auto& system) { system.Resize(size); });
 }
 
-const WindowOptions& Window::Granted() const { return impl->grant.options; }
+const WindowOptions& Window::Granted() const { return impl->state.options; }
 
-const std::vector<std::string>& Window::Warnings() const { return impl->grant.warnings; }
+const std::vector<std::string>& Window::Warnings() const { return impl->state.warnings; }
 
-int Window::Descriptor() const {
-    return impl->With([](const auto& backend) { return backend.Descriptor(); });
-}
+int Window::Descriptor() const { return impl->state.descriptor; }
 
 Event Window::Wait(milliseconds timeout) { return WaitForAny({this}, timeout); }
 
@@ -138,7 +151,7 @@ Event Window::WaitForAny(const std::vector<Window*>& windows, milliseconds timeo
     std::vector<pollfd> sources;
     for (;;) {
         for (Window* const window : asked) {
-            Event event = window->impl->With([](auto& backend) { return backend.Take(); });
+            Event event = window->impl->Take();
             if (event.type != Event::NONE) {
                 event.window = window;
                 return event;
@@ -148,7 +161,7 @@ Event Window::WaitForAny(const std::vector<Window*>& windows, milliseconds timeo
         // Each is told before the wait and after it, whichever of them it ends for.
         sources.clear();
         for (Window* const window : asked) {
-            if (!window->impl->With([](auto& backend) { return backend.BeginWait(); })) {
+            if (!window->impl->With([](auto& system) { return system.BeginWait(); })) {
                 break;
             }
             sources.push_back({window->Descriptor(), POLLIN, 0});
@@ -158,7 +171,7 @@ Event Window::WaitForAny(const std::vector<Window*>& windows, milliseconds timeo
         const int ready = poll(sources.data(), sources.size(), all ? left : 0);
         for (std::size_t i = 0; i < sources.size(); ++i) {
             const bool readable = ready > 0 && sources[i].revents != 0;
-            asked[i]->impl->With([readable](auto& backend) { backend.EndWait(readable); });
+            asked[i]->impl->With([readable](auto& system) { system.EndWait(readable); });
         }
         if (all && ready == 0 && left >= 0) {
             return {};

@@ -1,47 +1,15 @@
 #include "X11Connection.h"
 
 #include <cstdlib>
-#include <mutex>
-#include <set>
 #include <stdexcept>
+
+#include <X11/Xlibint.h>
 
 namespace kivgles::window {
 
 namespace {
 
-// Xlib has its handlers of errors, and of lost connections, once for the whole process.
-struct Handlers {
-    std::mutex mutex;
-    std::multiset<Display*> own;  // an address may be there again before its last entry is gone
-    // Of those who have the other connections.
-    XErrorHandler formerOnError = nullptr;
-    XIOErrorHandler formerOnLoss = nullptr;
-};
-
-Handlers& TheHandlers() {
-    static auto* const handlers = new Handlers;  // no destructor at exit, when others may still be drawing
-    return *handlers;
-}
-
-// Null for a connection of the library's own.
-template <typename Handler>
-Handler Former(Display* display, Handler Handlers::*former) {
-    Handlers& handlers = TheHandlers();
-    const std::lock_guard lock(handlers.mutex);
-    return handlers.own.count(display) == 0 ? handlers.*former : nullptr;
-}
-
-int OnError(Display* display, XErrorEvent* error) {
-    const XErrorHandler former = Former(display, &Handlers::formerOnError);
-    return former == nullptr ? 0 : former(display, error);
-}
-
-int OnLoss(Display* display) {
-    const XIOErrorHandler former = Former(display, &Handlers::formerOnLoss);
-    return former == nullptr ? 0 : former(display);
-}
-
-void OnEnd(Display*, void* lost) { *static_cast<std::atomic<bool>*>(lost) = true; }
+constexpr int LAST_ERROR_CODE = 255;
 
 Display* Open(const std::string& server) {
     static const Status threads = XInitThreads();  // what draws on the window has a thread of its own
@@ -55,28 +23,35 @@ Display* Open(const std::string& server) {
     return display;
 }
 
+// An error that is not translated does not reach the process's one handler of errors.
+Bool DropError(Display*, XErrorEvent*, xError*) { return False; }
+
+void OnEnd(Display*, void* lost) { *static_cast<std::atomic<bool>*>(lost) = true; }
+
+int OnLoss(Display* display);
+
+// The process has one handler of lost connections, too, and that is asked before OnEnd is. Once: who sets
+// another one afterwards passes on to this one, which would pass it back.
+XIOErrorHandler FormerOnLoss() {
+    static const XIOErrorHandler former = XSetIOErrorHandler(OnLoss);
+    return former;
+}
+
+int OnLoss(Display* display) {
+    const bool isOwn = display->exit_handler == OnEnd;
+    return isOwn ? 0 : FormerOnLoss()(display);
+}
+
 }  // namespace
 
 X11Connection::X11Connection(const std::string& server) : display(Open(server)) {
     XSetIOErrorExitHandler(display, OnEnd, &lost);
-
-    Handlers& handlers = TheHandlers();
-    const std::lock_guard lock(handlers.mutex);
-    handlers.own.insert(display);
-    if (const auto before = XSetErrorHandler(OnError); before != OnError) {
-        handlers.formerOnError = before;
-    }
-    if (const auto before = XSetIOErrorHandler(OnLoss); before != OnLoss) {
-        handlers.formerOnLoss = before;
+    (void)FormerOnLoss();
+    for (int code = 1; code <= LAST_ERROR_CODE; ++code) {
+        XESetWireToError(display, code, DropError);
     }
 }
 
-X11Connection::~X11Connection() {
-    XCloseDisplay(display);
-
-    Handlers& handlers = TheHandlers();
-    const std::lock_guard lock(handlers.mutex);
-    handlers.own.erase(handlers.own.find(display));
-}
+X11Connection::~X11Connection() { XCloseDisplay(display); }
 
 }  // namespace kivgles::window

@@ -6,9 +6,9 @@
 
 namespace kivgles::window {
 
-// The visual of EGL's first configuration for OpenGL ES 2.0 windows with 8 bits a channel, which is the one
-// that surfaces are made with: an EGL may refuse a window of any other. The default one where EGL gives no
-// answer; the surface will say why. Nothing else uses EGL on this connection yet.
+// The visual of the configuration that surfaces are made with: an EGL may refuse a window of any other. The
+// default one where EGL gives no answer; the surface will say why. Nothing else uses EGL on this connection
+// yet.
 XVisualInfo OpaqueVisual(Display* display);
 
 // The visual of windows that show what is behind them. Its depth is 0 if the server has none.

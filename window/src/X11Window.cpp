@@ -5,10 +5,10 @@
 #include <cerrno>
 #include <chrono>
 #include <stdexcept>
+#include <thread>
 
 #include <X11/Xatom.h>
 #include <X11/Xutil.h>
-#include <poll.h>
 #ifdef KIVGLES_WINDOW_XFIXES
 #include <X11/extensions/Xfixes.h>
 #include <X11/extensions/shapeconst.h>
@@ -21,6 +21,8 @@ namespace kivgles::window {
 namespace {
 
 constexpr std::chrono::milliseconds LONGEST_WAIT_TO_BE_SHOWN{1000};
+
+unsigned int Side(int pixels) { return static_cast<unsigned int>(pixels); }
 
 // What the window manager says that it can do; empty if there is none.
 std::vector<Atom> SupportedByManager(const X11Connection& connection) {
@@ -55,25 +57,31 @@ void SetProperty(const X11Connection& connection, ::Window window, const char* n
 
 }  // namespace
 
-X11Window::X11Window(Grant& grant)
-    : events(grant.options.server),
-      drawing(grant.options.server),
+X11Window::X11Window(WindowState& kept)
+    : state(kept),
+      events(kept.options.server),
+      drawing(kept.options.server),
       where(std::string("DISPLAY=") + XDisplayString(events.Get())),
       closing(events.Name("WM_DELETE_WINDOW")) {
-    Create(grant.options);
-    Describe(grant.options);
+    Create();
+    Describe();
     if (!HasCompositor(events)) {
-        grant.Refuse(&WindowOptions::transparent,
+        state.Refuse(&WindowOptions::transparent,
                      "no compositor at " + where + ": black where it is transparent");
     }
-    AskManager(grant);
-    if (grant.options.clickThrough) {
-        LetClicksThrough(grant);
+    AskManager();
+    if (state.options.clickThrough) {
+        LetClicksThrough();
     }
     Show();
+    state.display = {KIV_PLATFORM_X11, drawing.Get()};
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): an id, which EGL takes back out of the pointer
+    state.native = reinterpret_cast<ANativeWindow*>(window);
+    state.descriptor = ConnectionNumber(events.Get());
 }
 
-void X11Window::Create(const WindowOptions& options) {
+void X11Window::Create() {
+    const WindowOptions& options = state.options;
     ::Display* const display = events.Get();
     const XVisualInfo visual = options.transparent ? TransparentVisual(display) : OpaqueVisual(drawing.Get());
     if (visual.depth == 0) {
@@ -87,10 +95,9 @@ void X11Window::Create(const WindowOptions& options) {
     XSetWindowAttributes attributes{};
     attributes.colormap = XCreateColormap(display, root, visual.visual, AllocNone);
     attributes.event_mask = StructureNotifyMask | ExposureMask | (options.clickThrough ? 0 : KeyPressMask);
-    window =
-        XCreateWindow(display, root, position.x, position.y, static_cast<unsigned int>(options.size.width),
-                      static_cast<unsigned int>(options.size.height), 0, visual.depth, InputOutput,
-                      visual.visual, CWBackPixel | CWBorderPixel | CWColormap | CWEventMask, &attributes);
+    window = XCreateWindow(display, root, position.x, position.y, Side(options.size.width),
+                           Side(options.size.height), 0, visual.depth, InputOutput, visual.visual,
+                           CWBackPixel | CWBorderPixel | CWColormap | CWEventMask, &attributes);
     XWindowAttributes made{};
     if (XGetWindowAttributes(display, window, &made) == 0) {
         throw std::runtime_error("the X server at " + where + " refuses the window");
@@ -98,7 +105,8 @@ void X11Window::Create(const WindowOptions& options) {
 }
 
 // What window managers want to know of a window.
-void X11Window::Describe(const WindowOptions& options) {
+void X11Window::Describe() {
+    const WindowOptions& options = state.options;
     ::Display* const display = events.Get();
     XSizeHints place{};
     if (options.position) {
@@ -116,38 +124,38 @@ void X11Window::Describe(const WindowOptions& options) {
     XSetWMProtocols(display, window, &closing, 1);  // asked to close it, instead of cut off
 }
 
-void X11Window::AskManager(Grant& grant) {
-    const WindowOptions& options = grant.options;
+void X11Window::AskManager() {
+    WindowOptions& options = state.options;
     ::Display* const display = events.Get();
     const std::vector<Atom> supported = SupportedByManager(events);
-    const Atom above = events.Name("_NET_WM_STATE_ABOVE");
-    if (std::find(supported.begin(), supported.end(), above) == supported.end()) {
-        grant.Refuse(&WindowOptions::aboveOthers,
-                     "no window manager at " + where + " that keeps windows above others");
-    }
-
-    std::vector<Atom> state;
-    if (options.aboveOthers) {
-        state.push_back(above);
-    }
-    if (options.fullScreen && supported.empty()) {
-        XMoveResizeWindow(display, window, 0, 0,
-                          static_cast<unsigned int>(DisplayWidth(display, DefaultScreen(display))),
-                          static_cast<unsigned int>(DisplayHeight(display, DefaultScreen(display))));
+    std::vector<unsigned long> wanted;
+    const auto ask = [&](bool WindowOptions::*option, const char* name, const char* what) {
+        const Atom atom = events.Name(name);
+        if (std::find(supported.begin(), supported.end(), atom) == supported.end()) {
+            state.Refuse(option, "no window manager at " + where + " that " + what);
+        } else if (options.*option) {
+            wanted.push_back(atom);
+        }
+    };
+    ask(&WindowOptions::aboveOthers, "_NET_WM_STATE_ABOVE", "keeps windows above others");
+    if (!supported.empty()) {
+        ask(&WindowOptions::fullScreen, "_NET_WM_STATE_FULLSCREEN", "lets windows fill the screen");
     } else if (options.fullScreen) {
-        state.push_back(events.Name("_NET_WM_STATE_FULLSCREEN"));
+        const int screen = DefaultScreen(display);
+        XMoveResizeWindow(display, window, 0, 0, Side(DisplayWidth(display, screen)),
+                          Side(DisplayHeight(display, screen)));
     }
-    SetProperty(events, window, "_NET_WM_STATE", XA_ATOM, state);
+    SetProperty(events, window, "_NET_WM_STATE", XA_ATOM, wanted);
 
     if (supported.empty()) {
-        grant.options.decorated = false;  // without a word: few ask for it themselves
+        options.decorated = false;  // without a word: few ask for it themselves
     } else if (!options.decorated) {
         // Flags (2: the third field counts), functions, decorations, input mode, status.
         SetProperty(events, window, "_MOTIF_WM_HINTS", events.Name("_MOTIF_WM_HINTS"), {2, 0, 0, 0, 0});
     }
 }
 
-void X11Window::LetClicksThrough(Grant& grant) {
+void X11Window::LetClicksThrough() {
 #ifdef KIVGLES_WINDOW_XFIXES
     ::Display* const display = events.Get();
     int first = 0;
@@ -160,87 +168,82 @@ void X11Window::LetClicksThrough(Grant& grant) {
         XFixesDestroyRegion(display, nothing);
         return;
     }
-    grant.Refuse(&WindowOptions::clickThrough, "no XFixes 2 at " + where + " to let clicks through");
+    state.Refuse(&WindowOptions::clickThrough, "no XFixes 2 at " + where + " to let clicks through");
 #else
-    grant.Refuse(&WindowOptions::clickThrough, "this library was built without XFixes to let clicks through");
+    state.Refuse(&WindowOptions::clickThrough, "this library was built without XFixes to let clicks through");
 #endif
 }
 
+// Asks whether it is shown, instead of waiting for the event, so that every event stays for who waits for
+// them.
 void X11Window::Show() {
     using Clock = std::chrono::steady_clock;
-    ::Display* const display = events.Get();
-    XMapRaised(display, window);
+    XMapRaised(events.Get(), window);
     const auto end = Clock::now() + LONGEST_WAIT_TO_BE_SHOWN;  // a window manager may keep it back
-    XEvent event;
-    while (XCheckTypedWindowEvent(display, window, MapNotify, &event) == False && !events.IsLost()) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(end - Clock::now()).count();
-        pollfd source{Descriptor(), POLLIN, 0};
-        if (left <= 0 || poll(&source, 1, static_cast<int>(left)) == 0) {
-            break;
-        }
-    }
     XWindowAttributes shown{};
-    if (XGetWindowAttributes(display, window, &shown) == 0) {
+    while (XGetWindowAttributes(events.Get(), window, &shown) != 0 && shown.map_state != IsViewable &&
+           Clock::now() < end) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(5));
+    }
+    if (events.IsLost()) {
         throw std::runtime_error("the X server at " + where + " went away");
     }
-    size = {shown.width, shown.height};
-    while (XCheckTypedWindowEvent(display, window, ConfigureNotify, &event) == True) {
-        size = {event.xconfigure.width, event.xconfigure.height};  // on the way here: no news later
-    }
+    state.size = {shown.width, shown.height};
 }
 
 void X11Window::Resize(const Size& wanted) {
-    XResizeWindow(events.Get(), window, static_cast<unsigned int>(wanted.width),
-                  static_cast<unsigned int>(wanted.height));
+    XResizeWindow(events.Get(), window, Side(wanted.width), Side(wanted.height));
     XFlush(events.Get());
 }
 
-Event X11Window::Take() {
-    Event taken;
-    while (taken.type == Event::NONE && !events.IsLost() && XPending(events.Get()) > 0) {
+void X11Window::Collect() {
+    while (state.events.empty() && !events.IsLost() && XPending(events.Get()) > 0) {
         XEvent event;
         XNextEvent(events.Get(), &event);
-        taken.type = Translate(event, taken.key);
+        Translate(event);
     }
-    if (events.IsLost()) {
-        taken = {};
-        taken.type = Event::CLOSED;
-    }
-    return taken;
+    state.isLost = events.IsLost();
 }
 
-Event::Type X11Window::Translate(XEvent& event, std::string& key) {
+void X11Window::Translate(XEvent& event) {
     switch (event.type) {
         case ConfigureNotify: {
+            while (XCheckTypedWindowEvent(events.Get(), window, ConfigureNotify, &event) == True) {
+            }  // the last one counts
             const Size now{event.xconfigure.width, event.xconfigure.height};
-            if (now.width == size.width && now.height == size.height) {
-                return Event::NONE;  // moved
+            if (now.width != state.size.width || now.height != state.size.height) {
+                state.size = now;
+                state.Report(Event::RESIZED);
             }
-            size = now;
-            return Event::RESIZED;
+            break;
         }
         case Expose:
-            return event.xexpose.count == 0 ? Event::EXPOSED : Event::NONE;
+            if (event.xexpose.count == 0) {
+                state.Report(Event::EXPOSED);
+            }
+            break;
         case ClientMessage:
-            return static_cast<Atom>(event.xclient.data.l[0]) == closing ? Event::CLOSED : Event::NONE;
+            if (static_cast<Atom>(event.xclient.data.l[0]) == closing) {
+                state.Report(Event::CLOSED);
+            }
+            break;
         case DestroyNotify:
-            return Event::CLOSED;
+            state.Report(Event::CLOSED);
+            break;
         case MappingNotify:
             XRefreshKeyboardMapping(&event.xmapping);
-            return Event::NONE;
+            break;
         case KeyPress: {
             std::array<char, 32> characters;
             KeySym symbol = NoSymbol;
             XLookupString(&event.xkey, characters.data(), characters.size(), &symbol, nullptr);
-            const char* const name = XKeysymToString(symbol);
-            if (name == nullptr) {
-                return Event::NONE;
+            if (const char* const name = XKeysymToString(symbol); name != nullptr) {
+                state.Report(Event::KEY, name);
             }
-            key = name;
-            return Event::KEY;
+            break;
         }
         default:
-            return Event::NONE;
+            break;
     }
 }
 

@@ -1,7 +1,7 @@
 #ifndef KIVGLES_WINDOW_X11WINDOW_H
 #define KIVGLES_WINDOW_X11WINDOW_H
 
-#include "Grant.h"
+#include "WindowState.h"
 #include "X11Connection.h"
 
 namespace kivgles::window {
@@ -12,37 +12,32 @@ namespace kivgles::window {
 // Thread: one at a time.
 class X11Window {
  public:
-    explicit X11Window(Grant& grant);
+    explicit X11Window(WindowState& kept);
 
-    TagKivDisplayInfo Display() const { return {KIV_PLATFORM_X11, drawing.Get()}; }
-    // NOLINTNEXTLINE(performance-no-int-to-ptr): an id, which EGL takes back out of the pointer
-    ANativeWindow* Native() const { return reinterpret_cast<ANativeWindow*>(window); }
-    Size InnerSize() const { return size; }
     void Resize(const Size& wanted);
 
-    // What has come, or NONE.
-    Event Take();
+    // Reports what has come, up to the first event. Without one there is nothing left to take.
+    void Collect();
 
-    // Around a wait for the descriptor. False: there is something to take first, and no wait to end.
-    bool BeginWait() { return !events.IsLost() && XPending(events.Get()) == 0 && !events.IsLost(); }
+    // Around a wait for the descriptor, after there was nothing to collect.
+    bool BeginWait() { return true; }
     void EndWait(bool) {}
-    int Descriptor() const { return ConnectionNumber(events.Get()); }
 
  private:
-    void Create(const WindowOptions& options);
-    void Describe(const WindowOptions& options);
-    void AskManager(Grant& grant);
-    void LetClicksThrough(Grant& grant);
+    void Create();
+    void Describe();
+    void AskManager();
+    void LetClicksThrough();
     void Show();
-    Event::Type Translate(XEvent& event, std::string& key);
+    void Translate(XEvent& event);
 
+    WindowState& state;
     // What draws reads its connection in its own thread, and would take along what is waited for here.
     X11Connection events;
     X11Connection drawing;
     std::string where;    // for texts
     ::Window window = 0;  // gone with the connection that made it
     Atom closing = 0;
-    Size size;
 };
 
 }  // namespace kivgles::window

@@ -91,9 +91,8 @@ constexpr std::chrono::milliseconds FOREVER = std::chrono::milliseconds::max();
 /// or one thread waits for several. Drawing goes on in its own thread meanwhile.
 ///
 /// When the server dies, the window reports CLOSED, every time that it is asked, and the program goes on. On
-/// X11 this takes Xlib's two handlers of errors, which are one for the process: the library puts its own in
-/// place whenever a window is made. They look after the library's connections and pass all others on to the
-/// handlers that were there before. A program that sets its own afterwards does the same for them.
+/// X11 this takes XSetIOErrorHandler: the handler that the first window puts in place passes all connections
+/// but the library's on to the former one. A program that sets one afterwards passes the library's on to it.
 class __attribute__((visibility("default"))) Window {
  public:
     /// Returns when the window is there to be drawn on: on the screen, unless whoever places windows keeps it
@@ -110,7 +109,7 @@ class __attribute__((visibility("default"))) Window {
     Window& operator=(const Window&) = delete;
 
     /// The connection, for KivCreateGLContextOn or the kit's Screen.
-    /// @return It stays the window's.
+    /// @return The window's own, all its life.
     TagKivDisplayInfo Display() const;
 
     /// The window, for KivConnectWindowSurface or the kit's Screen.
@@ -135,15 +134,15 @@ class __attribute__((visibility("default"))) Window {
     /// @return A sentence for each such option but `decorated`: what is missing, and where.
     const std::vector<std::string>& Warnings() const;
 
-    /// Waits for the window's next event.
-    /// @param timeout How long at most; 0: only takes what is there.
-    /// @return NONE if there was none within that time.
+    /// WaitForAny of this window alone.
+    /// @param timeout How long at most.
+    /// @return The event.
     Event Wait(std::chrono::milliseconds timeout = FOREVER);
 
     /// Waits for the next event of any of several windows.
     /// @param windows Which; the first ones are asked first, and nulls left out. Of none there is no event.
     /// @param timeout How long at most; 0: only takes what is there.
-    /// @return Event::window says whose it is.
+    /// @return Event::window says whose it is; NONE if there was none within that time.
     static Event WaitForAny(const std::vector<Window*>& windows, std::chrono::milliseconds timeout = FOREVER);
 
     /// For a loop of the client's own: readable (POLLIN) when something may have come for the window. Before
