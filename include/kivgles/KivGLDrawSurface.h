@@ -310,9 +310,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// edge; the underline's 2 pixels begin 2 pixels below the baseline and are as wide as `rect`. Glyphs are
     /// blended over the layer, alpha channel included. Characters that the font lacks, and
     /// those without ink, are skipped without moving the pen ("Char CODE is not exit"); one of 1024 pixels or
-    /// more is as wide a gap, and is not rendered, so a damaged glyph of that size (a picture that does not
-    /// decode, an outline that FreeType gives up on) counts as present. Text whose two colours are equal is
-    /// drawn fully transparent. There is no kerning, shaping or line breaking.
+    /// more is as wide a gap, with the same line, and is not rendered, so a damaged glyph of that size (a
+    /// picture that does not decode, an outline that FreeType gives up on) counts as present. Text whose two
+    /// colours are equal is drawn fully transparent. There is no kerning, shaping or line breaking.
     /// @param handle The layer, or FBO_HANDLE_BASE for the window.
     /// @param text Copied before the call returns, at most 127 units. A null text draws background and
     ///     underline alone ("memset_s_func failed, err = ...").
