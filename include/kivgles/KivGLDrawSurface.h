@@ -49,7 +49,8 @@ class GLDrawThread;
 /// destructor must not run while another operation of the same surface does; all others may overlap freely
 /// and take effect one after the other. All GL, EGL and font work is done by a draw thread that the surface
 /// owns. It takes no signals but those of its own faults: a handler of the client's never runs on it. When
-/// KivDestoryGLContext (with 0) or the destructor returns, the draw thread has ended and its log is complete.
+/// KivDestoryGLContext (with 0) or the destructor returns, the draw thread has ended and its log is complete;
+/// the system alone still clears it away, and may list it for a moment.
 ///
 /// Queued, waiting, direct: a *queued* operation returns 0 as soon as its request is in the queue, and a
 /// failure of the request is only logged; a *waiting* one returns when the draw thread has executed it and
