@@ -50,7 +50,8 @@ class GLDrawThread;
 /// destructor must not run while another operation of the same surface does; all others may overlap freely
 /// and take effect one after the other. All GL, EGL and font work is done by a draw thread that the surface
 /// owns. It takes no signals but those of its own faults: a handler of the client's never runs on it. When
-/// KivDestoryGLContext (with 0) or the destructor returns, the draw thread has ended and its log is complete.
+/// KivDestoryGLContext (with 0) or the destructor returns, the draw thread has ended and its log is complete;
+/// the system alone still clears it away, and may list it for a moment.
 ///
 /// Queued, waiting, direct: a *queued* operation returns 0 as soon as its request is in the queue, and a
 /// failure of the request is only logged; a *waiting* one returns when the draw thread has executed it and
@@ -315,9 +316,9 @@ class KIVGLES_EXPORT KivGLDrawSurface {
     /// edge; the underline's 2 pixels begin 2 pixels below the baseline and are as wide as `rect`. Glyphs are
     /// blended over the layer, alpha channel included. Characters that the font lacks, and
     /// those without ink, are skipped without moving the pen ("Char CODE is not exit"); one of 1024 pixels or
-    /// more is as wide a gap, and is not rendered, so a damaged glyph of that size (a picture that does not
-    /// decode, an outline that FreeType gives up on) counts as present. Text whose two colours are equal is
-    /// drawn fully transparent. There is no kerning, shaping or line breaking.
+    /// more is as wide a gap, with the same line, and is not rendered, so a damaged glyph of that size (a
+    /// picture that does not decode, an outline that FreeType gives up on) counts as present. Text whose two
+    /// colours are equal is drawn fully transparent. There is no kerning, shaping or line breaking.
     /// @param handle The layer, or FBO_HANDLE_BASE for the window.
     /// @param text Copied before the call returns, at most 127 units. A null text draws background and
     ///     underline alone ("memset_s_func failed, err = ...").

@@ -62,7 +62,7 @@ bool IsShown(std::string_view tag, int32_t priority) {
         const std::string_view named = filter.substr(std::min(filtered.size() + 1, filter.size()));
         if (filtered == "*") {
             ofAll = NamedPriority(named, ANDROID_LOG_DEBUG);
-        } else if (filtered == tag) {
+        } else if (!filter.empty() && filtered == tag) {
             ofTag = NamedPriority(named, ANDROID_LOG_VERBOSE);
         }
     }

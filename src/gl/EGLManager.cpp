@@ -189,6 +189,7 @@ void EGLManager::EGLRelease() {
     eglReleaseThread();
     config = nullptr;
     display = EGL_NO_DISPLAY;
+    drawsInTurn = false;
 }
 
 }  // namespace kivgles

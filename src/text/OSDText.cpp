@@ -244,6 +244,8 @@ void OSDText::GLDrawText(const std::u16string& text, unsigned int count, float x
         const TagGlyphInfo& glyph = drawsStyled ? FindGlyph(glyphs, c) : *standardGlyph;
         if (drawsStyled || fontAtlas->HasTexels(c)) {
             AppendGlyph(glyph, x, y);
+        } else {
+            LogAbsentChar(TAG, c);  // as the styled atlas does for one that has no room there
         }
         x += glyph.advanceX * scaleX;
         y += glyph.advanceY * scaleY;
