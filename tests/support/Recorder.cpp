@@ -82,6 +82,7 @@ void Fail(const std::string& function, int nth, bool forGood, unsigned int resul
 
 void StandAlone(int size) {
     maxTextureSize = size;
+    lastAnswer = 0;
     Locked([](State& state) { state.objects.clear(); });
 }
 

@@ -88,7 +88,8 @@ bool Enter(Function& function);  // counts a call by the library, tells whether 
 
 bool IsRecording();
 bool IsRecordingPictures();
-int MaxTextureSize();                       // without a driver; 0: there is one
+int MaxTextureSize();                              // without a driver; 0: there is one
+inline std::atomic<std::uintptr_t> lastAnswer{0};  // without a driver
 void BeginCall(const std::string& text);    // the call at work on this thread; empty: it is not recorded
 void AddResult(const std::string& object);  // of the call at work
 void AddLine(const std::string& text);      // below the calls so far

@@ -101,10 +101,9 @@ bool CanDraw(GLsizei vertices) {
 // --- Without a driver ---
 
 // Answers are numbers of their own, never 0.
-std::atomic<std::uintptr_t> lastAnswer{0};
 template <typename Answer>
 Answer NextAnswer() {
-    const std::uintptr_t number = lastAnswer.fetch_add(1, std::memory_order_relaxed) % 0x1000 + 1;
+    const std::uintptr_t number = lastAnswer.fetch_add(1, std::memory_order_relaxed) + 1;
     if constexpr (std::is_pointer_v<Answer>) {
         return reinterpret_cast<Answer>(number);
     } else if constexpr (!std::is_void_v<Answer>) {
@@ -114,7 +113,9 @@ Answer NextAnswer() {
 template <typename Argument>
 void Fill(const Argument& argument) {
     if constexpr (std::is_same_v<Argument, GLuint*> || std::is_same_v<Argument, GLint*>) {
-        *argument = NextAnswer<std::decay_t<decltype(*argument)>>();
+        if (argument != nullptr) {
+            *argument = NextAnswer<std::decay_t<decltype(*argument)>>();
+        }
     }
 }
 template <typename Signature>
@@ -148,12 +149,11 @@ void ReadPixels(const void* pixels, GLsizei width, GLsizei height, int bytes) {
     }
 }
 void SetTexture(GLsizei width, GLsizei height, GLenum format, const void* pixels) {
-    const auto isAllowed = [](GLsizei side) { return side >= 0 && side <= MaxTextureSize(); };
-    seen.textures[seen.texture] = {width, height};
-    if (MaxTextureSize() != 0 && isAllowed(width) && isAllowed(height)) {
+    const GLint limit = MaxTextureSize();
+    const bool isRefused = width < 0 || height < 0 || width > limit || height > limit;
+    seen.textures[seen.texture] = limit != 0 && isRefused ? Size{0, 0} : Size{width, height};
+    if (!isRefused) {
         ReadPixels(pixels, width, height, format == GL_RGBA ? 4 : 1);
-    } else if (MaxTextureSize() != 0) {
-        seen.textures[seen.texture] = {0, 0};  // GL refuses it
     }
 }
 void FillTexture(GLint x, GLint y, GLsizei width, GLsizei height, const void* pixels) {
