@@ -1,5 +1,5 @@
 // Sequences of public operations with arbitrary arguments, within what the public header asks of a caller,
-// and with EGL and GL failing once.
+// and with a call of EGL or GL that fails.
 
 #include <algorithm>
 #include <climits>
@@ -27,6 +27,10 @@ constexpr std::size_t LARGEST_BITMAP = 4096;  // pixels
 constexpr const char* FONTS[] = {KIVGLES_TEST_FONTS "/bearings.ttf", "/dev/null"};
 constexpr int NO_CONTEXT = 102;
 constexpr int TABLE_FULL = 15;
+constexpr const char* FAILING[] = {
+    "eglGetDisplay",  "eglInitialize",  "eglChooseConfig",   "eglCreateContext", "eglCreatePbufferSurface",
+    "eglMakeCurrent", "glGenTextures",  "glGenFramebuffers", "glGenBuffers",     "eglCreateWindowSurface",
+    "glGetProgramiv", "glCreateShader", "glCreateProgram",   "glGetShaderiv"};
 constexpr int RESULTS[] = {0, 1, 2, 3, 4, 5, 6, TABLE_FULL, 20, 21, 30, 31, 32, 100, 101, NO_CONTEXT, 103};
 
 std::thread drawThread;  // while there is a context, or one that failed
@@ -42,53 +46,42 @@ struct Input : FuzzedDataProvider {
         return byte < 0xF0 ? byte : ConsumeIntegral<std::uint32_t>();
     }
     TagKivRectInfo Rect() { return {Number(), Number(), Number(), Number()}; }
-    TagKivRoundInfo Round() { return {Number(), Number(), Number(), Number()}; }
     TagKivColorRGBA Color() { return {Byte(), Byte(), Byte(), Byte()}; }
     unsigned int Handle() {
         const auto choice = ConsumeIntegralInRange<unsigned int>(0, LAYERS + 1);
         return choice <= LAYERS ? FBO_HANDLE_BASE + choice : ConsumeIntegral<unsigned int>();
     }
-};
-
-// A text that ends with a 0, or where its length says. Its memory is gone as soon as the call returns.
-struct FuzzedText {
-    explicit FuzzedText(Input& input)
-        : units(input.ConsumeIntegralInRange<std::size_t>(0, LARGEST_TEXT), u'A') {
+    // Ends with a 0, or where its length says.
+    TagKivTextInfo Text(std::vector<char16_t>& units) {
+        units.resize(ConsumeIntegralInRange<std::size_t>(0, LARGEST_TEXT), u'A');
         if (!units.empty()) {
-            units[units.size() / 2] = input.ConsumeIntegral<std::uint16_t>();
+            units[units.size() / 2] = ConsumeIntegral<std::uint16_t>();
         }
-        const bool isEnded = input.ConsumeBool();
-        info.textLength = isEnded ? input.Number() : static_cast<std::uint32_t>(units.size());
+        const bool isEnded = ConsumeBool();
+        const auto length = isEnded ? Number() : static_cast<std::uint32_t>(units.size());
         units.resize(units.size() + (isEnded ? 1 : 0));
         units.shrink_to_fit();
-        info.text = units.empty() ? nullptr : units.data();
-        info.fgColor = input.Color();
-        info.bgColor = input.ConsumeBool() ? info.fgColor : input.Color();
-        info.fontSize = input.ConsumeBool() ? 40 : input.Number();
-        const std::uint8_t style = input.Byte();
-        info.bold = style & 1;
-        info.italic = style & 2;
-        info.underline = style & 4;
+        const TagKivColorRGBA color = Color();
+        const std::uint8_t style = Byte();
+        return {units.data(),
+                length,
+                color,
+                ConsumeBool() ? color : Color(),
+                0,
+                ConsumeBool() ? 40 : Number(),
+                (style & 1) != 0,
+                (style & 2) != 0,
+                (style & 4) != 0};
     }
-
-    std::vector<char16_t> units;
-    TagKivTextInfo info{};
-};
-
-// The same for a bitmap, without pixels if it were large.
-struct FuzzedBitmap {
-    explicit FuzzedBitmap(Input& input) {
-        info.format = input.ConsumeBool() ? KIV_COLOR_FORMAT_RGBA8888 : input.ConsumeIntegral<std::int32_t>();
-        info.width = input.Number();
-        info.height = input.Number();
-        info.dstRect = input.Rect();
-        const std::uint64_t count = std::uint64_t{info.width} * info.height;
+    // Without pixels if it were large.
+    TagKivBitmapInfo Bitmap(std::vector<std::uint8_t>& pixels) {
+        const auto format = ConsumeBool() ? KIV_COLOR_FORMAT_RGBA8888 : ConsumeIntegral<std::int32_t>();
+        const std::uint32_t width = Number();
+        const std::uint32_t height = Number();
+        const std::uint64_t count = std::uint64_t{width} * height;
         pixels.resize(count <= LARGEST_BITMAP ? count * 4 : 0);
-        info.data = pixels.empty() ? nullptr : pixels.data();
+        return {pixels.data(), format, 0, 0, width, height, Rect()};
     }
-
-    std::vector<std::uint8_t> pixels;
-    TagKivBitmapInfo info{};
 };
 
 struct FuzzedClient {
@@ -97,6 +90,8 @@ struct FuzzedClient {
 
     void Operate() {
         const unsigned int handle = input.Handle();
+        std::vector<char16_t> units;  // gone, as the pixels are, when the operation returns
+        std::vector<std::uint8_t> pixels;
         const std::function<int()> operations[] = {
             [&] { return HasContext() ? 0 : surface.KivCreateGLContext(); },
             [&] { return DestroyContext(); },
@@ -112,15 +107,17 @@ struct FuzzedClient {
             [&] {
                 return surface.KivBlit({handle, input.Handle(), input.Rect(), input.Rect()});
             },
-            [&] { return surface.KivDrawText(handle, FuzzedText(input).info, input.Rect()); },
-            [&] { return surface.KivGetTextSize(FuzzedText(input).info, width, height); },
+            [&] { return surface.KivDrawText(handle, input.Text(units), input.Rect()); },
+            [&] { return surface.KivGetTextSize(input.Text(units), width, height); },
             [&] { return surface.KivDrawRect(handle, input.Rect(), input.Color()); },
-            [&] { return surface.KivDrawRound(handle, input.Round(), input.Color()); },
-            [&] { return surface.KivDisplayBitmap(FuzzedBitmap(input).info); },
             [&] {
-                return input.ConsumeBool() ? surface.KivDrawBitmapByBlend(handle, FuzzedBitmap(input).info)
-                                           : surface.KivDrawBitmap(handle, FuzzedBitmap(input).info);
+                const TagKivRectInfo numbers = input.Rect();
+                return surface.KivDrawRound(handle, {numbers.x, numbers.y, numbers.width, numbers.height},
+                                            input.Color());
             },
+            [&] { return surface.KivDisplayBitmap(input.Bitmap(pixels)); },
+            [&] { return surface.KivDrawBitmap(handle, input.Bitmap(pixels)); },
+            [&] { return surface.KivDrawBitmapByBlend(handle, input.Bitmap(pixels)); },
         };
         const int result = input.PickValueInArray(operations)();
         Expect(std::find(std::begin(RESULTS), std::end(RESULTS), result) != std::end(RESULTS),
@@ -173,8 +170,11 @@ void std::thread::detach() { drawThread.swap(*this); }
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     __android_log_set_logger([](const __android_log_message*) {});
     Input input(bytes, size);
-    const std::uint8_t failure = input.Byte();
-    stubgl::Reset(2048, failure < 0x80 ? failure : UINT_MAX);
+    stubgl::Reset(2048);
+    const std::uint8_t nth = input.Byte();
+    if (nth < 0x80) {
+        recorder::Fail(input.PickValueInArray(FAILING), nth / 8 + 1);
+    }
 
     FuzzedClient client{input};
     while (input.remaining_bytes() != 0) {

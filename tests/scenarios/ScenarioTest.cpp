@@ -1,15 +1,14 @@
-// What clients do, and what comes of it, which is as much a promise as the picture: the scenarios beside this
-// file.
+// Plays scenarios, and compares each call, line and picture.
 
 #include <algorithm>
 #include <map>
-#include <utility>
+#include <string>
 
 #include <android/log.h>
 #include <gtest/gtest.h>
 
+#include "scenarios/Scenario.h"
 #include "support/Recorder.h"
-#include "support/ScenarioClient.h"
 
 namespace kivgles {
 namespace {
@@ -53,61 +52,45 @@ class Names {
 std::string Difference(const Step& expected, const Step& came, Names& names) {
     std::string difference;
     std::string all;
-    const TraceLine end{"nothing more", expected.place};
-    for (std::size_t i = 0; i < std::max(expected.trace.size(), came.trace.size()); ++i) {
-        const TraceLine& line = i < expected.trace.size() ? expected.trace[i] : end;
-        const std::string raw = i < came.trace.size() ? came.trace[i].text : end.text;
-        names.Learn(line.text, raw);
-        const std::string now = names.In(raw);
-        names.Forget(raw);
-        if (difference.empty() && now != line.text) {
-            difference = "\n  " + line.place + "\n  expected: " + line.text + "\n  came:     " + now;
+    const std::vector<std::string>& lines = expected.calls.lines;
+    const std::vector<std::string>& raw = came.calls.lines;
+    for (std::size_t i = 0; i < std::max(lines.size(), raw.size()); ++i) {
+        const std::string line = i < lines.size() ? lines[i] : "nothing more";
+        std::string now = "nothing more";
+        if (i < raw.size()) {
+            names.Learn(line, raw[i]);
+            now = names.In(raw[i]);
+            names.Forget(raw[i]);
+            all += "\n    " + now;
         }
-        all += i < came.trace.size() ? "\n    " + now : "";
+        if (difference.empty() && now != line) {
+            difference = "\n  expected: " + line + "\n  came:     " + now;
+        }
     }
     if (came.answer != expected.answer) {
         difference += "\n  expected answer: " + expected.answer + "\n  came:            " + came.answer;
     }
-    return difference.empty()
-               ? ""
-               : expected.place + "> " + expected.command + difference + "\n  all that came:" + all;
+    return difference.empty() ? "" : difference + "\n  all that came:" + all;
 }
-
-class ScenarioTest : public testing::Test {
- public:
-    explicit ScenarioTest(std::string scenario) : name(std::move(scenario)) {}
-
- protected:
-    static void SetUpTestSuite() {
-        __android_log_set_logger([](const __android_log_message*) {});  // a failure says what has to be known
-    }
-    void TestBody() override;
-
- private:
-    const std::string name;
-};
-
-void ScenarioTest::TestBody() {
-    const Scenario scenario = ReadScenario(name);
-    recorder::Reset();
-    ScenarioClient client;
-    Names names;
-    for (const Step& step : scenario.steps) {
-        const std::string difference = Difference(step, client.Take(step.command), names);
-        if (!difference.empty()) {
-            FAIL() << difference;
-        }
-    }
-}
-
-// Scenarios.texts and so on.
-[[maybe_unused]] const bool areRegistered = [] {
-    for (const std::string& name : ScenarioNames()) {
-        testing::RegisterTest("Scenarios", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                              [name]() -> ScenarioTest* { return new ScenarioTest(name); });
-    }
-    return true;
-}();
 
 }  // namespace
+
+void Expect(Scenario&& scenario) {
+    __android_log_set_logger([](const __android_log_message*) {});  // a failure says what has to be known
+    recorder::Reset();
+    Names names;
+    int nth = 0;
+    scenario.judge = [&](const Step& expected) {
+        ++nth;
+        const Step came{scenario.came.answer,
+                        expected.hasErrorsOnly ? scenario.came.calls.Beginning("E ") : scenario.came.calls};
+        const std::string difference = Difference(expected, came, names);
+        if (!difference.empty()) {
+            ADD_FAILURE() << "operation " << nth << ", " << scenario.operation.name << difference;
+            scenario.isOver = true;
+        }
+    };
+    scenario.Play();
+}
+
 }  // namespace kivgles

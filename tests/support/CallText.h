@@ -31,10 +31,14 @@ struct Size {
 struct Seen {
     GLuint program = 0;  // in use
     GLuint texture = 0;  // bound last
+    GLuint buffer = 0;
     Size viewport;
     std::map<GLuint, Size> textures;
     std::map<std::tuple<std::string, GLuint, GLint>, std::string> variables;  // by kind, program and location
     const FT_GlyphSlotRec_* glyph = nullptr;                                  // rendered last
+    bool hasHadContext = false;
+    int alignment = 4;        // of a row that is uploaded
+    GLsizeiptr vertices = 0;  // in the buffer filled last
 };
 inline thread_local Seen seen;
 
@@ -203,17 +207,6 @@ inline std::string Pixels(const void* data, int width, int height) {
 
 // --- Lists below a call ---
 
-// A line of source to a line, in quotes: blanks at its end count.
-inline std::string Source(GLsizei n, const GLchar* const* parts) {
-    std::string text;
-    for (GLsizei i = 0; i < n; ++i) {
-        std::istringstream source(parts[i]);
-        for (std::string row; std::getline(source, row);) {
-            text += "\n\"" + row + "\"";
-        }
-    }
-    return text;
-}
 // Each in a line.
 inline std::string Attributes(const EGLint* list) {
     std::string text;

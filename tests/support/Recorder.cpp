@@ -22,6 +22,7 @@ struct State {
 
 std::atomic<bool> recording{false};
 std::atomic<bool> pictures{false};
+std::atomic<int> maxTextureSize{0};
 thread_local std::size_t callAtWork = 0;  // counted from 1; 0: it is not recorded
 
 // Never destroyed: a draw thread may outlive main.
@@ -79,8 +80,27 @@ void Fail(const std::string& function, int nth, bool forGood, unsigned int resul
     found.failAt = found.count + nth;
 }
 
-std::size_t LiveNum(const std::string& kind) {
-    return Locked([&](State& state) { return state.objects[kind].size(); });
+void StandAlone(int size) {
+    maxTextureSize = size;
+    lastAnswer = 0;
+    Locked([](State& state) { state.objects.clear(); });
+}
+
+void Expect(bool holds, const char* finding) {
+    if (!holds) {
+        std::fprintf(stderr, "FINDING: %s\n", finding);
+        std::abort();
+    }
+}
+
+std::map<std::string, std::size_t> Live() {
+    return Locked([](State& state) {
+        std::map<std::string, std::size_t> live;
+        for (const auto& [kind, objects] : state.objects) {
+            live[kind] = objects.size();
+        }
+        return live;
+    });
 }
 
 std::vector<std::string> Log(const std::string& beginning) {
@@ -110,6 +130,7 @@ bool Enter(Function& function) {
 
 bool IsRecording() { return recording.load(std::memory_order_relaxed); }
 bool IsRecordingPictures() { return pictures; }
+int MaxTextureSize() { return maxTextureSize.load(std::memory_order_relaxed); }
 
 void BeginCall(const std::string& text) {
     callAtWork = text.empty()
@@ -141,7 +162,7 @@ void SetLive(const std::string& kind, std::uintptr_t id, bool isLive) {
 void ForgetAll(std::initializer_list<const char*> kinds) {
     Locked([&](State& state) {
         for (const char* kind : kinds) {
-            state.objects.erase(kind);
+            state.objects[kind].clear();
         }
     });
 }

@@ -3,7 +3,7 @@
 
 // Stands between the library and GL, EGL, FreeType, the log and the starting of threads: sees every call the
 // library makes, can let one fail, and forwards the others. Calls that those libraries make to one another
-// are not counted, recorded or failed.
+// are not counted, recorded or failed. A test may define one of these functions itself: here they are weak.
 //
 // Thread: any; nothing here is destroyed at exit. A call that is not recorded and makes or deletes nothing
 // takes no lock, so that the thread sanitizer sees the library's own ordering only.
@@ -32,14 +32,25 @@ std::vector<std::string> Calls();     // recorded so far, in order
 std::map<std::string, int> Counts();  // calls of each function since Reset, recorded or not
 
 // --- Faults ---
-// Lets the nth call of a function from now on fail, with `forGood` every later one too: it does nothing and
-// answers with its error value (EGL_BAD_ALLOC, FT_Err_Out_Of_Memory, EAGAIN, a name of 0, a location of -1);
-// glCheckFramebufferStatus and glGetIntegerv answer `result`.
+// Lets the nth call of a function from now on fail, with `forGood` every later one too: it does nothing,
+// except for what ends something, which is done, and answers with its error value (EGL_BAD_ALLOC,
+// FT_Err_Out_Of_Memory, EAGAIN, a name of 0, a location of -1); glCheckFramebufferStatus and glGetIntegerv
+// answer `result`.
 void Fail(const std::string& function, int nth = 1, bool forGood = false, unsigned int result = 0);
 
-// --- Objects alive: of "texture", "buffer", "framebuffer", "shader" and "program", of which one context has
-// all, "context", "surface", "face" and "library" ---
-std::size_t LiveNum(const std::string& kind);
+// --- Without a driver ---
+// From now on, which is before any call, those of EGL and GL are not forwarded and come out well. What GL
+// would read from the caller is read in full, so that a sanitizer sees it; what would read or write where it
+// must not ends the process: an upload outside a texture, vertices behind the end of their buffer. Forgets
+// what is alive.
+void StandAlone(int maxTextureSize);
+// Ends the process as a finding, and says which, unless `holds`.
+void Expect(bool holds, const char* finding);
+
+// --- Objects alive ---
+// Of "texture", "buffer", "framebuffer", "shader" and "program", of which one context has all, and which no
+// thread makes or deletes that never had a context; of "context", "surface", "face" and "library".
+std::map<std::string, std::size_t> Live();
 
 // --- Log lines, "E FBOManager: Create texture fail\n", that begin as said ---
 std::vector<std::string> Log(const std::string& beginning = "");
@@ -77,6 +88,8 @@ bool Enter(Function& function);  // counts a call by the library, tells whether 
 
 bool IsRecording();
 bool IsRecordingPictures();
+int MaxTextureSize();                              // without a driver; 0: there is one
+inline std::atomic<std::uintptr_t> lastAnswer{0};  // without a driver
 void BeginCall(const std::string& text);    // the call at work on this thread; empty: it is not recorded
 void AddResult(const std::string& object);  // of the call at work
 void AddLine(const std::string& text);      // below the calls so far

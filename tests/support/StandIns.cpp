@@ -2,6 +2,7 @@
 // library and the real one: tells the recorder of the call, fails if it has to, and calls the real one
 // otherwise.
 
+#include <algorithm>
 #include <cerrno>
 #include <utility>
 #include <vector>
@@ -39,7 +40,13 @@ std::uintptr_t Id(GLuint name) { return name; }
 std::uintptr_t Id(const void* handle) { return reinterpret_cast<std::uintptr_t>(handle); }
 
 template <typename Object>
+void ExpectContext(Object) {
+    Expect(!std::is_integral_v<Object> || seen.hasHadContext,
+           "an object of GL's is made or deleted by a thread that never had a context");
+}
+template <typename Object>
 Object Born(const char* kind, Object object) {
+    ExpectContext(object);
     if (Id(object) != 0) {
         SetLive(kind, Id(object), true);
         AddResult(Name(kind, object));
@@ -48,6 +55,7 @@ Object Born(const char* kind, Object object) {
 }
 template <typename Object>
 void Gone(const char* kind, Object object) {
+    ExpectContext(object);
     SetLive(kind, Id(object), false);
 }
 void ContextGone(EGLContext context) {
@@ -84,11 +92,81 @@ GLint Located(const char* kind, GLuint program, const char* name, GLint location
 // --- What is drawn ---
 
 // A driver may crash when it draws without a buffer, which is not the library's fault if it got none.
-bool HasVertices() {
-    GLint buffer = 0;
-    glGetIntegerv(GL_ARRAY_BUFFER_BINDING, &buffer);
-    return buffer != 0;
+bool CanDraw(GLsizei vertices) {
+    Expect(MaxTextureSize() == 0 || vertices <= seen.vertices,
+           "vertices are drawn from behind their buffer's end");
+    return seen.buffer != 0;
 }
+
+// --- Without a driver ---
+
+// Answers are numbers of their own, never 0.
+template <typename Answer>
+Answer NextAnswer() {
+    const std::uintptr_t number = lastAnswer.fetch_add(1, std::memory_order_relaxed) + 1;
+    if constexpr (std::is_pointer_v<Answer>) {
+        return reinterpret_cast<Answer>(number);
+    } else if constexpr (!std::is_void_v<Answer>) {
+        return static_cast<Answer>(number);
+    }
+}
+template <typename Argument>
+void Fill(const Argument& argument) {
+    if constexpr (std::is_same_v<Argument, GLuint*> || std::is_same_v<Argument, GLint*>) {
+        if (argument != nullptr) {
+            *argument = NextAnswer<std::decay_t<decltype(*argument)>>();
+        }
+    }
+}
+template <typename Signature>
+struct Alone;
+template <typename Result, typename... Arguments>
+struct Alone<Result(Arguments...)> {
+    static Result Answer(Arguments... arguments) {
+        (Fill(arguments), ...);
+        return NextAnswer<Result>();
+    }
+};
+template <typename Result, typename... Arguments>
+struct Alone<Result(Arguments...) noexcept> {
+    static Result Answer(Arguments...) noexcept { return NextAnswer<Result>(); }
+};
+
+template <typename Signature>
+Signature* Real(const char* name) {
+    const bool isDrivers = name[0] == 'e' || name[0] == 'g';
+    return isDrivers && MaxTextureSize() != 0 ? &Alone<Signature>::Answer : Next<Signature>(name);
+}
+
+// Where GL finds them, to the last byte of the last row.
+void ReadPixels(const void* pixels, GLsizei width, GLsizei height, int bytes) {
+    static thread_local std::vector<GLubyte> read;
+    if (pixels != nullptr && width > 0 && height > 0) {
+        const GLsizeiptr row = GLsizeiptr{width} * bytes;
+        const GLsizeiptr stride = (row + seen.alignment - 1) / seen.alignment * seen.alignment;
+        const auto* const first = static_cast<const GLubyte*>(pixels);
+        read.assign(first, first + stride * (height - 1) + row);
+    }
+}
+void SetTexture(GLsizei width, GLsizei height, GLenum format, const void* pixels) {
+    const GLint limit = MaxTextureSize();
+    const bool isRefused = width < 0 || height < 0 || width > limit || height > limit;
+    seen.textures[seen.texture] = limit != 0 && isRefused ? Size{0, 0} : Size{width, height};
+    if (!isRefused) {
+        ReadPixels(pixels, width, height, format == GL_RGBA ? 4 : 1);
+    }
+}
+void FillTexture(GLint x, GLint y, GLsizei width, GLsizei height, const void* pixels) {
+    if (MaxTextureSize() != 0) {
+        const Size size = seen.textures[seen.texture];
+        Expect(x >= 0 && y >= 0 && width >= 0 && height >= 0 && width <= size.width - x &&
+                   height <= size.height - y,
+               "an upload reaches outside its texture");
+        Expect(pixels != nullptr || width == 0 || height == 0, "an upload without pixels");
+        ReadPixels(pixels, width, height, 1);
+    }
+}
+GLsizei LastOf(GLsizei n, const GLushort* indices) { return *std::max_element(indices, indices + n); }
 
 // --- What a window is about to show ---
 
@@ -115,9 +193,9 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 // STAND_IN(result, name, parameters, whether to fail, what is done, result of a failure)
 // clang-format off
 #define STAND_IN(Result, name, parameters, fails, done, failed)   \
-    Result name parameters {                                      \
+    __attribute__((weak)) Result name parameters {                                      \
         static Function& function = Find(#name);                  \
-        static const auto next = Next<Result parameters>(#name);  \
+        static const auto next = Real<Result parameters>(#name);  \
         if (fails) {                                              \
             return failed;                                        \
         }                                                         \
@@ -127,6 +205,9 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 // ENTRY(result, name, parameters, arguments as shown, what is done, result of a failure)
 #define ENTRY(Result, name, parameters, shown, done, failed)                                                        \
     STAND_IN(Result, name, parameters, EnterRecorded(function, [&] { return CallOf{#name} shown; }), done, failed)
+// What ends something does so also when it has to fail.
+#define ENDING(Result, name, parameters, shown, done, failed) \
+    ENTRY(Result, name, parameters, shown, done, ((void)(done), failed))
 // How glyphs are walked through is no promise, so not among the calls. Tests start threads too.
 #define WALK(Result, name, parameters, done, failed) \
     STAND_IN(Result, name, parameters, Enter(function), done, failed)
@@ -134,7 +215,7 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 // library does one by one.
 #define GL(name, parameters, arguments, shown) ENTRY(void, name, parameters, shown, next arguments, void())
 #define EGL(name, parameters, arguments, shown) \
-    ENTRY(EGLBoolean, name, parameters, shown, next arguments, BadAlloc<EGLBoolean>(EGL_FALSE))
+    ENTRY(EGLBoolean, name, parameters, shown, next arguments != EGL_FALSE ? EGL_TRUE : EGL_FALSE, BadAlloc<EGLBoolean>(EGL_FALSE))
 #define FT(name, parameters, arguments, shown) \
     ENTRY(FT_Error, name, parameters, shown, next arguments, FT_Err_Out_Of_Memory)
 #define GL_NAMES(kind, Gen, Delete)                                                                  \
@@ -147,13 +228,15 @@ extern "C" {
 
 GL(glActiveTexture, (GLenum unit), (unit), (Const(unit)))
 GL(glAttachShader, (GLuint program, GLuint shader), (program, shader), (Program(program), Shader(shader)))
-GL(glBindBuffer, (GLenum target, GLuint buffer), (target, buffer), (Const(target), Buffer(buffer)))
+ENTRY(void, glBindBuffer, (GLenum target, GLuint buffer), (Const(target), Buffer(buffer)),
+      (seen.buffer = buffer, next(target, buffer)), void())
 GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Framebuffer(fbo)))
 ENTRY(void, glBindTexture, (GLenum target, GLuint texture), (Const(target), Texture(texture)),
       (seen.texture = texture, next(target, texture)), void())
 GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination), (Const(source), Const(destination)))
 ENTRY(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
-      (Const(target), size, Const(usage)) + Vertices(data, size), next(target, size, data, usage),
+      (Const(target), size, Const(usage)) + Vertices(data, size),
+      (seen.vertices = size / 16, next(target, size, data, usage)),
       next(target, size, nullptr, usage))  // a driver may crash when it draws more than the buffer has
 ENTRY(GLenum, glCheckFramebufferStatus, (GLenum target), (Const(target)), next(target), function.result)
 GL(glClear, (GLbitfield mask), (mask), (Const(mask)))
@@ -166,10 +249,10 @@ ENTRY(void, glDeleteShader, (GLuint name), (Shader(name)), (Gone("shader", name)
 GL(glDisable, (GLenum what), (what), (Const(what)))
 GL(glDisableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
 ENTRY(void, glDrawArrays, (GLenum mode, GLint first, GLsizei n), (Const(mode), first, n),
-      HasVertices() ? next(mode, first, n) : void(), void())
+      CanDraw(first + n) ? next(mode, first, n) : void(), void())
 ENTRY(void, glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* indices),
       (Const(mode), n, Const(type), List(static_cast<const GLushort*>(indices), n)),
-      HasVertices() ? next(mode, n, type, indices) : void(), void())
+      CanDraw(1 + LastOf(n, static_cast<const GLushort*>(indices))) ? next(mode, n, type, indices) : void(), void())
 GL(glEnable, (GLenum what), (what), (Const(what)))
 GL(glEnableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
 GL(glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint texture, GLint level),
@@ -179,7 +262,8 @@ GL_NAMES("framebuffer", glGenFramebuffers, glDeleteFramebuffers)
 GL_NAMES("texture", glGenTextures, glDeleteTextures)
 ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (Program(id), name),
       Located("attribute", id, name, next(id, name)), -1)
-ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (Const(what)), next(what, value),
+ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (Const(what)),
+      MaxTextureSize() != 0 ? void(*value = MaxTextureSize()) : next(what, value),
       void(*value = static_cast<GLint>(function.result)))
 ENTRY(void, glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Program(id)),
       (next(id, size, length, log), SetWords(size, log)), void())
@@ -194,19 +278,22 @@ ENTRY(GLint, glGetUniformLocation, (GLuint id, const GLchar* name), (Program(id)
 ENTRY(GLboolean, glIsProgram, (GLuint name), ("object"), next(name), GL_FALSE)
 ENTRY(GLboolean, glIsShader, (GLuint name), ("object"), next(name), GL_FALSE)
 GL(glLinkProgram, (GLuint program), (program), (Program(program)))
-GL(glPixelStorei, (GLenum what, GLint value), (what, value), (Const(what), value))
+ENTRY(void, glPixelStorei, (GLenum what, GLint value), (Const(what), value),
+      (seen.alignment = value, next(what, value)), void())
 GL(glShaderSource, (GLuint shader, GLsizei n, const GLchar* const* parts, const GLint* lengths),
-   (shader, n, parts, lengths), (Shader(shader), n, lengths) + Source(n, parts))
+   (shader, n, parts, lengths), (Shader(shader), n, lengths))
 ENTRY(void, glTexImage2D, (GLenum target, GLint level, GLint internal, GLsizei width, GLsizei height, GLint border,
       GLenum format, GLenum type, const void* data),
       (Const(target), level, Const(internal), width, height, border, Const(format), Const(type), data),
-      (seen.textures[seen.texture] = {width, height},
+      (SetTexture(width, height, format, data),
       next(target, level, internal, width, height, border, format, type, data)), void())
 GL(glTexParameteri, (GLenum target, GLenum what, GLint value), (target, what, value),
    (Const(target), Const(what), Const(value)))
-GL(glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
-   GLenum format, GLenum type, const void* data), (target, level, x, y, width, height, format, type, data),
-   (Const(target), level, x, y, width, height, Const(format), Const(type), Pixels(data, width, height)))
+ENTRY(void, glTexSubImage2D, (GLenum target, GLint level, GLint x, GLint y, GLsizei width, GLsizei height,
+      GLenum format, GLenum type, const void* data),
+      (Const(target), level, x, y, width, height, Const(format), Const(type), Pixels(data, width, height)),
+      (FillTexture(x, y, width, height, data),
+      next(target, level, x, y, width, height, format, type, data)), void())
 GL(glUniform1i, (GLint location, GLint value), (location, value), (Uniform(location), value))
 GL(glUniform4fv, (GLint location, GLsizei n, const GLfloat* values), (location, n, values),
    (Uniform(location), n, Color(values)))
@@ -228,30 +315,32 @@ ENTRY(EGLSurface, eglCreateWindowSurface,
       (EGLDisplay display, EGLConfig config, EGLNativeWindowType window, const EGLint* list),
       ("display", "config", "window") + Attributes(list), Born("surface", next(display, config, window, list)),
       BadAlloc(EGL_NO_SURFACE))
-ENTRY(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), ("display", Context(context)),
+ENDING(EGLBoolean, eglDestroyContext, (EGLDisplay display, EGLContext context), ("display", Context(context)),
       (ContextGone(context), next(display, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
-ENTRY(EGLBoolean, eglDestroySurface, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
+ENDING(EGLBoolean, eglDestroySurface, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
       (Gone("surface", surface), next(display, surface)), BadAlloc<EGLBoolean>(EGL_FALSE))
 ENTRY(EGLDisplay, eglGetDisplay, (EGLNativeDisplayType id),
       (id == EGL_DEFAULT_DISPLAY ? "EGL_DEFAULT_DISPLAY" : "another"), next(id), BadAlloc(EGL_NO_DISPLAY))
 ENTRY(EGLint, eglGetError, (), (), LastError(next()), EGL_SUCCESS)
 EGL(eglInitialize, (EGLDisplay display, EGLint* major, EGLint* minor), (display, major, minor), ("display"))
-EGL(eglMakeCurrent, (EGLDisplay display, EGLSurface draw, EGLSurface read, EGLContext context),
-    (display, draw, read, context), ("display", Surface(draw), Surface(read), Context(context)))
+ENTRY(EGLBoolean, eglMakeCurrent, (EGLDisplay display, EGLSurface draw, EGLSurface read, EGLContext context),
+      ("display", Surface(draw), Surface(read), Context(context)),
+      (seen.hasHadContext = true, next(display, draw, read, context)), BadAlloc<EGLBoolean>(EGL_FALSE))
 EGL(eglQuerySurface, (EGLDisplay display, EGLSurface surface, EGLint what, EGLint* value),
     (display, surface, what, value), ("display", Surface(surface), Const(what)))
 EGL(eglReleaseThread, (), (), ())
 ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
       (IsRecordingPictures() ? RecordPicture(display, surface) : void(), SwapAndArrive(next, display, surface)),
       BadAlloc<EGLBoolean>(EGL_FALSE))
-EGL(eglTerminate, (EGLDisplay display), (display), ("display"))
+ENDING(EGLBoolean, eglTerminate, (EGLDisplay display), ("display"), next(display), BadAlloc<EGLBoolean>(EGL_FALSE))
 
 WALK(FT_Error, FT_Bitmap_Convert, (FT_Library library, const FT_Bitmap* source, FT_Bitmap* target, FT_Int alignment),
      next(library, source, target, alignment), FT_Err_Out_Of_Memory)
-WALK(FT_Error, FT_Bitmap_Done, (FT_Library library, FT_Bitmap* bitmap), next(library, bitmap), FT_Err_Out_Of_Memory)
-ENTRY(FT_Error, FT_Done_Face, (FT_Face face), (Face(face)),
+WALK(FT_Error, FT_Bitmap_Done, (FT_Library library, FT_Bitmap* bitmap), next(library, bitmap),
+     (next(library, bitmap), FT_Err_Out_Of_Memory))
+ENDING(FT_Error, FT_Done_Face, (FT_Face face), (Face(face)),
       (seen.glyph = nullptr, Gone("face", face), next(face)), FT_Err_Out_Of_Memory)
-ENTRY(FT_Error, FT_Done_FreeType, (FT_Library library), (Library(library)),
+ENDING(FT_Error, FT_Done_FreeType, (FT_Library library), (Library(library)),
       (Gone("library", library), next(library)), FT_Err_Out_Of_Memory)
 WALK(FT_ULong, FT_Get_First_Char, (FT_Face face, FT_UInt* n), next(face, n), *n = 0)
 WALK(FT_ULong, FT_Get_Next_Char, (FT_Face face, FT_ULong code, FT_UInt* index), next(face, code, index), *index = 0)
@@ -271,9 +360,11 @@ FT(FT_Set_Pixel_Sizes, (FT_Face face, FT_UInt width, FT_UInt height), (face, wid
 GL(FT_Set_Transform, (FT_Face face, FT_Matrix* matrix, FT_Vector* delta), (face, matrix, delta),
    (Face(face), Matrix(matrix), delta))
 
+#ifndef KIVGLES_FUZZES  // where the sanitizer has its own in the program
 WALK(int, pthread_create,
      (pthread_t* thread, const pthread_attr_t* attributes, void* (*body)(void*), void* argument) noexcept,
      next(thread, attributes, body, argument), EAGAIN)
+#endif
 
 }  // extern "C"
 // clang-format on
