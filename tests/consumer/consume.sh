@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # consume.sh WORK_FOLDER [OPTION OF CMAKE]...
-# Builds the project outside and runs its programs, which end with their input, or with their window. It finds a library
-# that the system has unless the options name another one.
+# Builds the project outside and runs its programs, which end with their input, or when a user closes their window. It
+# finds a library that the system has unless the options name another one.
 set -euo pipefail
 work=$1
 shift
@@ -15,7 +15,7 @@ done
 for program in "$work"/hello-*; do
     "$program" &
     while kill -0 $! 2>/dev/null; do
-        xkill -id "$(xwininfo -name hello | grep -om1 '0x[0-9a-f]*')" &>/dev/null || sleep 0.2
+        "$work/user" hello 2>/dev/null || sleep 0.2 # a window that is just being made does not hear of it
     done
     wait $!
 done

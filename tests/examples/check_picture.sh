@@ -1,11 +1,11 @@
 #!/usr/bin/env bash
-# check_picture.sh KEPT RESULTS COMMAND [ARGUMENT]...
+# check_picture.sh USER KEPT RESULTS COMMAND [ARGUMENT]...
 # Runs an example and compares its picture with the file KEPT. The example shows it in the top-left corner of the
-# screen, in a window of its own name, until its standard input or that window ends; or, told so by --output, it writes
-# it to RESULTS-actual.png. Wants an X server of its own.
+# screen, in a window of its own name, until its standard input ends or USER (tests/window/user.cpp) closes that and
+# presses q; or, told so by --output, it writes it to RESULTS-actual.png. Wants an X server of its own.
 set -euo pipefail
-kept=$1 log=$2.log actual=$2-actual.png difference=$2-difference.png
-shift 2
+user=$1 kept=$2 log=$3.log actual=$3-actual.png difference=$3-difference.png
+shift 3
 name=$(basename "$1")
 size=$(identify -format '%wx%h' "$kept")
 rm -f "$actual"
@@ -28,7 +28,7 @@ until is_as_kept || ((SECONDS > 60)) || ! kill -0 "$example" 2>/dev/null; do
 done
 exec {input}>&-
 while kill -0 "$example" 2>/dev/null; do
-    xkill -id "$(xwininfo -name "$name" | grep -om1 '0x[0-9a-f]*')" &>/dev/null || sleep 0.2
+    "$user" "$name" 2>/dev/null || sleep 0.2 # it may be gone, with its input
 done
 exit_code=0
 wait "$example" || exit_code=$?

@@ -26,24 +26,19 @@ constexpr unsigned int ENOUGH = UINT_MAX;
 constexpr unsigned int ENOUGH = 20;
 #endif
 
-inline std::size_t ResidentKiB() {
-    std::size_t pages = 0;
-    std::ifstream("/proc/self/statm") >> pages >> pages;  // the second number
-    return pages * static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024;
-}
-
 // Does something so many times, and looks at the process's memory after each tenth of them. The driver may
 // take its time to reach its most; in the second half nothing may be added.
 template <typename Do>
 void Watch(const char* name, unsigned int times, const Do& something) {
     std::size_t mostHeap = 0;
     std::size_t mostResident = 0;
-    const unsigned int tenth = std::max(times / 10, 1U);
     for (unsigned int done = 1; done <= times; ++done) {
         something();
-        if (done % tenth == 0) {
+        if (done % std::max(times / 10, 1U) == 0) {
             const std::size_t heap = mallinfo2().uordblks / 1024;
-            const std::size_t resident = ResidentKiB();
+            std::size_t resident = 0;
+            std::ifstream("/proc/self/statm") >> resident >> resident;  // the second number, of pages
+            resident *= static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024;
             std::printf("soak: %8u %s, %zu KiB of heap, %zu KiB resident\n", done, name, heap, resident);
             if (done <= times / 2) {
                 mostHeap = std::max(mostHeap, heap + HEAP_GROWTH);

@@ -25,16 +25,11 @@ namespace kivgles {
 namespace {
 
 constexpr unsigned int WINDOWS = 8;
-constexpr unsigned int STRIPES = 3;  // a window's: of a rectangle, of a bitmap, of a round
-constexpr std::uint32_t SIDE = 16;   // pixels a stripe has in width and height
-constexpr TagKivRectInfo ALL{0, 0, STRIPES* SIDE, SIDE};
+constexpr TagKivRectInfo ALL{0, 0, 48, 16};
 
-// An opaque colour that no two windows, stripes or pictures of 32 in a row have in common.
-TagKivColorRGBA ColorOf(unsigned int window, unsigned int picture, unsigned int stripe) {
-    const auto component = [](unsigned int number) {
-        return static_cast<std::uint8_t>(number * 7 % 250 + 2);
-    };
-    return {component(window), component(picture % 32), component(stripe), 255};
+// An opaque colour that no two windows and no 200 pictures in a row have in common.
+TagKivColorRGBA ColorOf(unsigned int window, unsigned int picture) {
+    return {static_cast<std::uint8_t>(window + 2), static_cast<std::uint8_t>(picture % 200 + 2), 0, 255};
 }
 
 // A window and its surface, which shows one picture over and over until it is told of the next.
@@ -47,7 +42,7 @@ class Painted {
         EXPECT_EQ(surface.KivCreateGLFBO(layer, ALL.width, ALL.height, KIV_COLOR_FORMAT_RGBA8888), 0);
         painter = std::thread([this] {
             while (!ends) {
-                Paint(picture);
+                Paint(ColorOf(number, picture));
             }
         });
     }
@@ -61,23 +56,20 @@ class Painted {
 
     void AwaitPicture(unsigned int next) {
         picture = next;
-        for (unsigned int stripe = 0; stripe < STRIPES; ++stripe) {
-            const TagKivColorRGBA color = ColorOf(number, next, stripe);
-            const auto pixel = static_cast<unsigned long>(color.r << 16 | color.g << 8 | color.b);
-            EXPECT_TRUE(window.Shows(pixel, static_cast<int>(stripe * SIDE + SIDE / 2), SIDE / 2));
+        const TagKivColorRGBA color = ColorOf(number, next);
+        for (const int x : {8, 24, 40}) {
+            EXPECT_TRUE(window.Shows(static_cast<unsigned long>(color.r << 16 | color.g << 8), x, 8));
         }
     }
 
  private:
-    void Paint(unsigned int shown) {
-        const TagKivColorRGBA color = ColorOf(number, shown, 1);
-        const std::array<std::uint8_t, 4> pixel{color.r, color.g, color.b, color.a};
-        const TagKivBitmapInfo bitmap{pixel.data(),         KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1, 1,
-                                      {SIDE, 0, SIDE, SIDE}};
-        const TagKivRoundInfo round{2 * SIDE + SIDE / 2, SIDE / 2, SIDE / 2, SIDE / 2};
-        EXPECT_EQ(surface.KivDrawRect(layer, {0, 0, SIDE, SIDE}, ColorOf(number, shown, 0)), 0);
+    // A rectangle, a bitmap and a round, side by side.
+    void Paint(const TagKivColorRGBA& color) {
+        const std::uint8_t pixel[] = {color.r, color.g, color.b, color.a};
+        const TagKivBitmapInfo bitmap{pixel, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1, 1, {16, 0, 16, 16}};
+        EXPECT_EQ(surface.KivDrawRect(layer, {0, 0, 16, 16}, color), 0);
         EXPECT_EQ(surface.KivDrawBitmap(layer, bitmap), 0);
-        EXPECT_EQ(surface.KivDrawRound(layer, round, ColorOf(number, shown, 2)), 0);
+        EXPECT_EQ(surface.KivDrawRound(layer, {40, 8, 8, 8}, color), 0);
         EXPECT_EQ(surface.KivBlit({layer, FBO_HANDLE_BASE, ALL, ALL}), 0);
         EXPECT_EQ(surface.KivRefreshOnSrceen(), 0);
         EXPECT_EQ(surface.Init(0), 0);  // no more than one frame ahead

@@ -1,6 +1,3 @@
-// Sums that no picture of one machine and no font of the tests shows.
-
-#include <limits>
 #include <vector>
 
 #include <GLES2/gl2.h>
@@ -8,7 +5,6 @@
 #include <math.h>  // sincosf is not in <cmath>
 
 #include "osd/OSDRound.h"
-#include "text/GlyphLoader.h"
 
 static std::vector<GLfloat> drawn;
 
@@ -37,19 +33,6 @@ TEST(Rounds, HaveRimPointsOfRoundedProducts) {
             EXPECT_EQ(drawn[5 + 4 * i], round.centerY + y);
         }
     }
-}
-
-TEST(PixelBoxes, OfHostileOutlinesDoNotOverflow) {
-    using Limits = std::numeric_limits<FT_Pos>;
-    const PixelBox whole = TouchedPixels({Limits::min(), -1, Limits::max(), 1});
-    EXPECT_EQ(whole.Width(), Limits::max() / 32 + 1);
-    EXPECT_EQ(whole.Rows(), 2);
-    EXPECT_FALSE(whole.IsRenderable());
-    EXPECT_TRUE(TouchedPixels({0, 0, 0x7FFF * 64, 0x7FFF * 64}).IsRenderable());
-    EXPECT_FALSE(TouchedPixels({0, 0, 0x7FFF * 64 + 1, 64}).IsRenderable());
-    EXPECT_TRUE(TouchedPixels({-0x8000 * 64, -0x8000 * 64, -64, -64}).IsRenderable());
-    EXPECT_FALSE(TouchedPixels({-0x8000 * 64 - 1, -64, -0x7FFF * 64, 0}).IsRenderable());
-    EXPECT_FALSE(TouchedPixels({-64, -0x8000 * 64 - 1, 0, -0x7FFF * 64}).IsRenderable());
 }
 
 }  // namespace
