@@ -17,6 +17,14 @@
 namespace kivgles {
 namespace {
 
+TEST(Displays, OutliveOneOfTwoSurfacesOnThem) {
+    const X11Window window(8, 8);
+    KivGLDrawSurface first;
+    KivGLDrawSurface second;
+    ASSERT_EQ(first.KivCreateGLContext() + second.KivCreateGLContext() + first.KivDestoryGLContext(), 0);
+    EXPECT_EQ(second.KivConnectWindowSurface(window.Native()), 0);
+}
+
 TEST(Displays, ThatCannotBeAreRefusedAndTheContextStays) {
     const X11Connection connection = ConnectToX11();
     KivGLDrawSurface surface;
