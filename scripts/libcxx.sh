@@ -11,4 +11,4 @@ cmake --preset ci-clang -B build/libcxx -DCMAKE_CXX_FLAGS=-stdlib=libc++
 cmake --build build/libcxx --target FailedCreations
 
 echo "libcxx: running"
-scripts/with_xvfb.sh build/libcxx/tests/FailedCreations
+scripts/with_xvfb.sh timeout 60 build/libcxx/tests/FailedCreations

@@ -14,8 +14,8 @@ cmake --build --preset debug --target WindowTest
 export LIBGL_ALWAYS_SOFTWARE=1
 test=build/debug/tests/WindowTest
 echo "wayland: running the tests on sway"
-scripts/with_wayland.sh sway "$test"
+scripts/with_wayland.sh sway timeout 60 "$test"
 echo "wayland: running the tests on weston"
-scripts/with_wayland.sh weston "$test" \
+scripts/with_wayland.sh weston timeout 60 "$test" \
     --gtest_filter='Windows.TakeTheSize*:Windows.SayWhat*:WindowOfADyingServer.*'
 echo "wayland: passed"

@@ -14,8 +14,8 @@ for program in "$work"/minimal-*; do
 done
 for program in "$work"/hello-*; do
     "$program" &
-    until "$work/user" close hello 2>/dev/null || ! kill -0 $! 2>/dev/null; do
-        sleep 0.2
+    while kill -0 $! 2>/dev/null; do
+        "$work/user" hello 2>/dev/null || sleep 0.2 # a window that is just being made does not hear of it
     done
     wait $!
 done

@@ -1,14 +1,13 @@
 #include <atomic>
-#include <chrono>
 #include <fstream>
 #include <functional>
 #include <future>
-#include <tuple>
+#include <string>
 #include <utility>
 
 #include <ft2build.h>
 #include FT_OUTLINE_H
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 #include <sched.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -40,10 +39,12 @@ extern "C" int sched_yield() noexcept {
 namespace kivgles {
 namespace {
 
+using testing::ElementsAre, testing::IsEmpty;
+
 // A call on a thread of its own.
-template <typename Call>
-struct OnItsThread {
-    explicit OnItsThread(const Call& call)
+class OnItsThread {
+ public:
+    explicit OnItsThread(const std::function<int()>& call)
         : end(std::async(std::launch::async, [this, call] {
               id.set_value(gettid());
               return call();
@@ -57,31 +58,34 @@ struct OnItsThread {
         }
         return state == 'S';
     }
+    int Result() { return end.get(); }
+
+ private:
     std::promise<pid_t> id;
-    std::future<decltype(std::declval<Call>()())> end;
+    std::future<int> end;
 };
 
 constexpr char FONT[] = KIVGLES_TEST_FONTS "/bearings.ttf";
+constexpr TagKivTextInfo LETTER{u"A", 1, {}, {}, 0, 40, 0, 0, 0};
 
 // What no client brings about: each part is safe by itself all the same.
 TEST(Handlers, RefuseCommandsWithoutTheirPayloadAndOfNoKindAndSayWhy) {
-    const std::tuple<int, int, std::string> cases[] = {
-        {CMD_DISPLAY_FBO, 102, "blitInfo is null\n"},
-        {CMD_BLIT, 102, "blitInfo is null\n"},
-        {CMD_DRAW_TEXT, 102, "textInfo is null\n"},
-        {CMD_DRAW_RECT, 102, "rectInfo is null\n"},
-        {CMD_DRAW_ROUND, 102, "roundInfo is null\n"},
-        {CMD_CONNECT_WINDOW_SURFACE, 102, "native window is NULL\n"},
-        {INT32_MAX, 100, "unknown cmd is 2147483647\n"},
-    };
     GLDrawThread drawThread;
     ASSERT_EQ(drawThread.SetupGLESConext(), 0);
-    for (const auto& [kind, status, complaint] : cases) {
+    const auto refusal = [&](int kind) {
         recorder::Reset();
         auto cmd = std::make_shared<DrawCmd>(static_cast<TagCmd>(kind));
-        EXPECT_EQ(drawThread.DrawCmdProc(cmd), status);
-        EXPECT_EQ(recorder::Log(), std::vector<std::string>{"E GLDrawThread: " + complaint});
-    }
+        const int status = drawThread.DrawCmdProc(cmd);
+        const auto lines = recorder::Log("E GLDrawThread: ");
+        return std::to_string(status) + (lines.size() == 1 ? lines[0].substr(15) : ", and not one line");
+    };
+    EXPECT_EQ(refusal(CMD_DISPLAY_FBO), "102 blitInfo is null\n");
+    EXPECT_EQ(refusal(CMD_BLIT), "102 blitInfo is null\n");
+    EXPECT_EQ(refusal(CMD_DRAW_TEXT), "102 textInfo is null\n");
+    EXPECT_EQ(refusal(CMD_DRAW_RECT), "102 rectInfo is null\n");
+    EXPECT_EQ(refusal(CMD_DRAW_ROUND), "102 roundInfo is null\n");
+    EXPECT_EQ(refusal(CMD_CONNECT_WINDOW_SURFACE), "102 native window is NULL\n");
+    EXPECT_EQ(refusal(INT32_MAX), "100 unknown cmd is 2147483647\n");
 }
 
 TEST(OSDText, WithoutItsProgramHasNoFontAndDrawsNothing) {
@@ -98,11 +102,10 @@ TEST(OSDText, WithoutItsProgramHasNoFontAndDrawsNothing) {
 // Before those whose draw threads may still be saying that they end.
 TEST(Queue, GivesNothingWhenAStopComesInsteadOfACommand) {
     GLDrawThread drawThread;
-    ASSERT_EQ(drawThread.Init(), 0);
-    ASSERT_EQ(drawThread.DeInit(), 0);
+    ASSERT_EQ(drawThread.Init() + drawThread.DeInit(), 0);
     recorder::Reset();
     EXPECT_EQ(drawThread.ReadCmdFromQueue(), nullptr);
-    EXPECT_EQ(recorder::Log(), std::vector<std::string>{"W GLDrawThread: DrawCmd is empty\n"});
+    EXPECT_THAT(recorder::Log(), ElementsAre("W GLDrawThread: DrawCmd is empty\n"));
 }
 
 // A thread that yields is not woken ahead of those that are busy.
@@ -113,10 +116,10 @@ TEST(Semaphore, LetsOneWaitThroughForEachSignalAndTheNextOneSleepAndNotYield) {
     semaphore.Signal();
     semaphore.Wait();
     semaphore.Wait();
-    OnItsThread third([&] { semaphore.Wait(); });
+    OnItsThread third([&] { return semaphore.Wait(), 0; });
     EXPECT_TRUE(third.ComesToSleep());
     semaphore.Signal();
-    third.end.wait();
+    EXPECT_EQ(third.Result(), 0);
     EXPECT_EQ(yields, 0);
 }
 
@@ -130,7 +133,7 @@ TEST(FirstText, LoadsWhatTheLastLoadExecutedNamedNotOneThatIsStillQueued) {
     EXPECT_EQ(drawThread.DrawCmdProc(text), 31);  // the default font is on no desktop
     recorder::Reset();
     EXPECT_EQ(drawThread.LoadFont(), 0);
-    EXPECT_EQ(recorder::Log("E FontAtlas: Error loading font face"), std::vector<std::string>{});
+    EXPECT_THAT(recorder::Log("E FontAtlas: Error loading font face"), IsEmpty());
 }
 
 // Calls that waited for the font would wait for ever here.
@@ -150,17 +153,16 @@ TEST(FirstText, KeepsMeasurementsWaitingForItsFontButNoQueuedCallAndNoLookUp) {
             goesOn.get_future().wait();
         }
     };
-    const TagKivTextInfo text{u"A", 1, {}, {}, 0, 40, 0, 0, 0};
+    EXPECT_EQ(surface.KivDrawText(layer, LETTER, {0, 0, 8, 8}), 0);
+    loads.get_future().wait();
+    EXPECT_EQ(surface.KivDrawText(layer, LETTER, {0, 0, 8, 8}), 0);
+    EXPECT_EQ(surface.KivBlit({layer, FBO_HANDLE_BASE, {0, 0, 8, 8}, {0, 0, 8, 8}}), 0);
     unsigned int width = 0;
     unsigned int height = 0;
-    EXPECT_EQ(surface.KivDrawText(layer, text, {0, 0, 8, 8}), 0);
-    loads.get_future().wait();
-    EXPECT_EQ(surface.KivDrawText(layer, text, {0, 0, 8, 8}), 0);
-    EXPECT_EQ(surface.KivBlit({layer, FBO_HANDLE_BASE, {0, 0, 8, 8}, {0, 0, 8, 8}}), 0);
-    OnItsThread measurement([&] { return surface.KivGetTextSize(text, width, height); });
+    OnItsThread measurement([&] { return surface.KivGetTextSize(LETTER, width, height); });
     EXPECT_TRUE(measurement.ComesToSleep());
     goesOn.set_value();
-    EXPECT_EQ(measurement.end.get(), 0);
+    EXPECT_EQ(measurement.Result(), 0);
     EXPECT_EQ(width, 14U);
     EXPECT_EQ(surface.Init(0), 0);  // waits
     onOutline = nullptr;

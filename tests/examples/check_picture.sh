@@ -1,24 +1,14 @@
 #!/usr/bin/env bash
 # check_picture.sh USER KEPT RESULTS COMMAND [ARGUMENT]...
 # Runs an example and compares its picture with the file KEPT. The example shows it in the top-left corner of the
-# screen, in a window of its own name, until its standard input ends or USER (tests/window/user.cpp) closes that or
-# presses q; or, told so by --output, it writes it to RESULTS-actual.png. Wants an X server, or a sway, of its own.
+# screen, in a window of its own name, until its standard input ends or USER (tests/window/user.cpp) closes that and
+# presses q; or, told so by --output, it writes it to RESULTS-actual.png. Wants an X server of its own.
 set -euo pipefail
 user=$1 kept=$2 log=$3.log actual=$3-actual.png difference=$3-difference.png
 shift 3
 name=$(basename "$1")
 size=$(identify -format '%wx%h' "$kept")
 rm -f "$actual"
-
-look() {
-    if [[ " $* " == *" --output "* ]]; then
-        return
-    elif [[ ${WAYLAND_DISPLAY:-} ]]; then
-        ! "$user" place "$name" 0 0 2>/dev/null || grim -g "0,0 $size" "$actual"
-    else
-        import -silent -window root -crop "$size+0+0" +repage "$actual"
-    fi
-}
 
 # Each pixel is the same with the GL that made the kept pictures, and Debian 12's versions of what writes texts. With
 # others each square of 20 pixels has the same ink and colours, within a twelfth: glyphs differ at their edges.
@@ -34,14 +24,11 @@ is_as_kept() {
 exec {input}> >("$@" 2>"$log")
 example=$!
 until is_as_kept || ((SECONDS > 60)) || ! kill -0 "$example" 2>/dev/null; do
-    look "$@"
+    [[ " $* " == *" --output "* ]] || import -silent -window root -crop "$size+0+0" +repage "$actual"
 done
 exec {input}>&-
 while kill -0 "$example" 2>/dev/null; do
-    for way in close press; do
-        "$user" "$way" "$name" 2>/dev/null || true # it may be gone, with its input
-    done
-    sleep 0.2
+    "$user" "$name" 2>/dev/null || sleep 0.2 # it may be gone, with its input
 done
 exit_code=0
 wait "$example" || exit_code=$?

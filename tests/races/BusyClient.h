@@ -4,7 +4,7 @@
 // Clients that use all there is of a surface at once, each on a thread of its own.
 
 #include <functional>
-#include <thread>
+#include <future>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -37,20 +37,25 @@ struct BusyClient {
     unsigned int coloured = 0;  // commands sent, numbered by CommandColor
     unsigned int failures = 0;  // results and sizes other than expected
 
-    void Sent(int result) { failures += result == 0 ? 0 : 1; }
+    void Expect(bool holds) { failures += holds ? 0 : 1; }
+    void Sent(int result) { Expect(result == 0); }
     TagKivColorRGBA NextColor() { return CommandColor(number, coloured++); }
     void LoadFont() { Sent(surface->KivLoadFont(KIVGLES_TEST_FONTS "/bearings.ttf", 40)); }
     void MakeLayer() { Sent(surface->KivCreateGLFBO(layer, 64, 64, KIV_COLOR_FORMAT_RGBA8888)); }
+    unsigned int Measure(const TagKivTextInfo& text) {
+        unsigned int width = 0;
+        unsigned int height = 0;
+        (void)surface->KivGetTextSize(text, width, height);
+        return width;
+    }
     // Measures while the first text makes the text renderer. Four missing characters are 30 pixels each,
     // without a renderer all of them.
     void Start() {
         const TagKivTextInfo text{u"AAAA", 4, {}, {}, 0, 40, false, false, false};
-        unsigned int width = 0;
-        unsigned int height = 0;
         Sent(surface->KivDrawText(FBO_HANDLE_BASE, text, CANVAS));
         for (int i = 0; i < 30; ++i) {
-            (void)surface->KivGetTextSize(text, width, height);
-            failures += width == 4 * 14 || width == 4 * 30 || width == 30 ? 0 : 1;
+            const unsigned int width = Measure(text);
+            Expect(width == 4 * 14 || width == 4 * 30 || width == 30);
         }
         LoadFont();
         MakeLayer();
@@ -60,11 +65,8 @@ struct BusyClient {
         const std::vector<char16_t> units(4, u'A');  // gone when this returns
         TagKivTextInfo text{units.data(), 4, {}, NextColor(), 0, fontSize, styled, false, styled};
         text.fgColor = NextColor();
-        unsigned int width = 0;
-        unsigned int height = 0;
         Sent(surface->KivDrawText(layer, text, CANVAS));
-        Sent(surface->KivGetTextSize(text, width, height));
-        failures += width == 4 * 14 * fontSize / 40 ? 0 : 1;
+        Expect(Measure(text) == 4 * 14 * fontSize / 40);
     }
     void Round() {
         constexpr std::uint8_t WHITE[4] = {255, 255, 255, 255};
@@ -88,18 +90,6 @@ struct BusyClient {
     }
 };
 
-// Lets each client do something on a thread of its own, and returns when all have.
-template <typename Do>
-void AtOnce(std::vector<BusyClient>& clients, const Do& something) {
-    std::vector<std::thread> threads;
-    for (BusyClient& client : clients) {
-        threads.emplace_back(something, std::ref(client));
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-}
-
 // A surface on a window with eight clients, who share a layer.
 struct BusySurface {
     explicit BusySurface(ANativeWindow* window) {
@@ -110,15 +100,23 @@ struct BusySurface {
         for (unsigned int number = 0; number < CLIENTS; ++number) {
             clients.push_back({&surface, canvas, number});
         }
-        AtOnce(clients, [](BusyClient& client) { client.Start(); });
+        AtOnce([](BusyClient& client) { client.Start(); });
     }
     void Rounds(unsigned int rounds) {
-        AtOnce(clients, [rounds](BusyClient& client) {
+        AtOnce([rounds](BusyClient& client) {
             for (unsigned int round = 0; round < rounds; ++round) {
                 client.Round();
             }
             EXPECT_EQ(client.failures, 0U);
         });
+    }
+    // Each client on a thread of its own; returns when all have done it.
+    template <typename Do>
+    void AtOnce(const Do& something) {
+        std::vector<std::future<void>> done;
+        for (BusyClient& client : clients) {
+            done.push_back(std::async(std::launch::async, something, std::ref(client)));
+        }
     }
 
     KivGLDrawSurface surface;

@@ -4,6 +4,9 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <thread>
 #include <utility>
 
 #include <android/log.h>
@@ -12,6 +15,7 @@
 
 #include "drawthread/KivGLSemaphore.h"
 #include "races/BusyClient.h"
+#include "soak/Watch.h"
 #include "support/Process.h"
 #include "support/StubGL.h"
 
@@ -54,11 +58,14 @@ namespace {
 
 // 40,000 commands, or with RACE_LIVES=250 a million.
 TEST(Races, CommandsOfEightClientsAreExecutedInTheOrderOfEachLifeAfterLife) {
-    constexpr int ROUNDS = 10;
-    const char* const set = std::getenv("RACE_LIVES");
-    const int lives = std::atoi(set != nullptr ? set : "10");
+    constexpr unsigned int ROUNDS = 10;
+    const unsigned int lives = NumberOf("RACE_LIVES", "10");
+    pid_t first = 0;
+    std::thread([&] { first = gettid(); }).join();  // with it begins a thread of the thread sanitizer's own
+    while (std::filesystem::exists("/proc/self/task/" + std::to_string(first))) {
+    }
     const std::size_t threads = ThreadNum();
-    for (int life = 0; life < lives; ++life) {
+    for (unsigned int life = 0; life < lives; ++life) {
         Reset();
         BusySurface busy(reinterpret_cast<ANativeWindow*>(1));
         busy.Rounds(ROUNDS);
@@ -72,7 +79,7 @@ TEST(Races, CommandsOfEightClientsAreExecutedInTheOrderOfEachLifeAfterLife) {
     AwaitThreadNum(threads);  // a draw thread that is still ending holds memory
     if (!HasFailure()) {
         std::printf("races: %u commands from %u threads, order kept\n",
-                    CLIENTS * BusyClient::ROUND * ROUNDS * static_cast<unsigned int>(lives), CLIENTS);
+                    CLIENTS * BusyClient::ROUND * ROUNDS * lives, CLIENTS);
     }
 }
 

@@ -19,9 +19,9 @@ inline std::size_t DescriptorNum() { return EntryNum("/proc/self/fd"); }
 inline std::size_t ThreadNum() { return EntryNum("/proc/self/task"); }
 
 // A thread that has ended is there for a moment more, and so are the driver's: waits until there are no more
-// than so many, but not for ever.
+// than so many.
 inline void AwaitThreadNum(std::size_t most) {
-    for (int wait = 0; ThreadNum() > most && wait < 5000; ++wait) {
+    while (ThreadNum() > most) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
 }

@@ -20,8 +20,10 @@ X11Window::X11Window(unsigned int width, unsigned int height, X11Connection to)
     : connection(std::move(to)), display(connection.get()) {
     XSetWindowAttributes attributes = {};
     attributes.backing_store = Always;
-    window = XCreateWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, CopyFromParent,
-                           InputOutput, nullptr, CWBackPixel | CWBackingStore, &attributes);
+    attributes.override_redirect = True;
+    window =
+        XCreateWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, CopyFromParent,
+                      InputOutput, nullptr, CWBackPixel | CWBackingStore | CWOverrideRedirect, &attributes);
     XMapWindow(display, window);
     XSync(display, False);
 }
@@ -37,11 +39,9 @@ void X11Window::Resize(unsigned int width, unsigned int height) {
 }
 
 bool X11Window::Shows(unsigned long color, int x, int y) const {
-    bool shows = false;
-    for (int roundTrips = 0; roundTrips < 50000 && !shows; ++roundTrips) {
-        shows = Pixels(x, y, 1, 1).front() == color;
+    while (Pixels(x, y, 1, 1).front() != color) {
     }
-    return shows;
+    return true;
 }
 
 std::vector<std::uint32_t> X11Window::Pixels(int x, int y, int width, int height) const {

@@ -15,8 +15,8 @@ namespace kivgles {
 using X11Connection = std::shared_ptr<_XDisplay>;
 X11Connection ConnectToX11(const char* server = nullptr);
 
-// A mapped X11 window of the default visual, which is the EGL configuration's. Its pixels stay its own when
-// other windows cover it.
+// A mapped X11 window of the default visual, which is the EGL configuration's. No window manager has a say in
+// it, and its pixels stay its own when other windows cover it.
 class X11Window {
  public:
     X11Window(unsigned int width, unsigned int height, X11Connection to = ConnectToX11());
@@ -27,8 +27,9 @@ class X11Window {
     ANativeWindow* Native() const { return reinterpret_cast<ANativeWindow*>(window); }
     // Returns when the X server has done it.
     void Resize(unsigned int width, unsigned int height);
-    // Whether the X server shows this colour (0xRRGGBB) there, counted from the top-left corner. Asks again
-    // while it may still be busy with what the draw thread has sent it.
+    // Returns, true, when the X server shows this colour (0xRRGGBB) there, counted from the top-left corner:
+    // it may still be busy with what the draw thread has sent it. A test that waits in vain is ended by
+    // ctest.
     bool Shows(unsigned long color, int x, int y) const;
 
     // What it shows now: 0xRRGGBB a pixel, row by row.

@@ -34,7 +34,8 @@ Window Find(const std::string& title) {
     return found;
 }
 
-void Send(XEvent event) {
+void Send(const std::string& title, XEvent event) {
+    event.xany.window = Find(title);
     XSendEvent(User(), event.xany.window, False, NoEventMask, &event);
     XSync(User(), False);
 }
@@ -84,11 +85,10 @@ void Close(const std::string& title) {
     }
     XEvent event{};
     event.xclient.type = ClientMessage;
-    event.xclient.window = Find(title);
     event.xclient.message_type = XInternAtom(User(), "WM_PROTOCOLS", False);
     event.xclient.format = 32;
     event.xclient.data.l[0] = static_cast<long>(XInternAtom(User(), "WM_DELETE_WINDOW", False));
-    Send(event);
+    Send(title, event);
 }
 
 void PressQ(const std::string& title) {
@@ -97,18 +97,14 @@ void PressQ(const std::string& title) {
     }
     XEvent event{};
     event.xkey.type = KeyPress;
-    event.xkey.window = Find(title);
     event.xkey.keycode = XKeysymToKeycode(User(), XStringToKeysym("q"));
-    Send(event);
+    Send(title, event);
 }
 
-bool Shows(std::uint32_t color, int x, int y) {
-    for (int look = 0; look < (IsWayland() ? 100 : 50000); ++look) {
-        if (Pixel(x, y) == color) {
-            return true;
-        }
+void Await(std::uint32_t color, int x, int y) {
+    std::printf("awaiting #%06x at %d,%d\n", color, x, y);
+    while (Pixel(x, y) != color) {
     }
-    return false;
 }
 
 }  // namespace kivgles::outside

@@ -18,8 +18,8 @@ void Resize(const std::string& title, int width, int height);
 void Close(const std::string& title);
 void PressQ(const std::string& title);
 
-// Whether the screen shows the colour (0xRRGGBB) there. Looks again for a while.
-bool Shows(std::uint32_t color, int x, int y);
+// Returns when the screen shows the colour (0xRRGGBB) there.
+void Await(std::uint32_t color, int x, int y);
 
 }  // namespace kivgles::outside
 

@@ -1,9 +1,10 @@
-// The layout that programs which are built already rely on, on a machine of 64 bits with GNU's or LLVM's C++
-// library: the size of each public record, where each of its fields begins, and the size of the class.
-// Nothing here runs. A change breaks those programs: raise the minor version in CMakeLists.txt, which raises
-// the SOVERSION.
+// What programs that are built already rely on, on a machine of 64 bits with GNU's or LLVM's C++ library: the
+// size of each public record, where each of its fields begins, the size of the class, and its functions.
+// Nothing here runs. What no longer compiles or links breaks those programs: raise the minor version in
+// CMakeLists.txt, which raises the SOVERSION.
 
 #include <cstddef>
+#include <initializer_list>
 #include <type_traits>
 
 #include "kivgles/KivGLDrawSurface.h"
@@ -60,24 +61,46 @@ EXPECT_RECORD(TagGLBlitInfo, 72, AT(0, TagFrameBuffObject, srcFbo), AT(20, TagFr
 static_assert(sizeof(KivGLDrawSurface) == 4 * sizeof(void*) + sizeof(std::mutex));
 static_assert(alignof(KivGLDrawSurface) == alignof(void*) && !std::is_polymorphic_v<KivGLDrawSurface>);
 
-// What functions return, and that they throw nothing, which their exported names do not tell.
+// The functions, each called by a name that is made of its arguments: a program that finds all of them is
+// linked.
 using Surface = KivGLDrawSurface;
-template <typename Result, typename... Arguments>
-Result ResultOf(Result (Surface::*)(Arguments...) noexcept);
-template <typename Result, typename... Arguments>
-Result ResultOf(Result (Surface::*)(Arguments...) const noexcept);
-template <typename Expected, auto... functions>
-constexpr bool ALL_RETURN = (std::is_same_v<decltype(ResultOf(functions)), Expected> && ...);
-
-static_assert(
-    ALL_RETURN<int, &Surface::KivCreateGLContext, &Surface::KivCreateGLContextOn,
-               &Surface::KivDestoryGLContext, &Surface::Init, &Surface::KivConnectWindowSurface,
-               &Surface::KivLoadFont, &Surface::KivRefreshOnSrceen, &Surface::KivCreateGLFBO,
-               &Surface::KivDestoryGLFBO, &Surface::KivClearGLFBO, &Surface::KivDisplayFBO, &Surface::KivBlit,
-               &Surface::KivDrawText, &Surface::KivGetTextSize, &Surface::KivDrawRect, &Surface::KivDrawRound,
-               &Surface::KivDisplayBitmap, &Surface::KivDrawBitmap, &Surface::KivDrawBitmapByBlend>);
-static_assert(ALL_RETURN<std::uint32_t, &Surface::KivGetWindowWidth, &Surface::KivGetWindowHeight,
-                         &Surface::ConvertFormatToGLES>);
+template <typename Function>
+void Find(std::initializer_list<Function Surface::*> functions) {
+    for (Function Surface::*volatile found : functions) {
+        (void)found;
+    }
+}
 
 }  // namespace
 }  // namespace kivgles
+
+int main() {
+    using namespace kivgles;
+    using Rect = TagKivRectInfo;
+    using Bitmap = TagKivBitmapInfo;
+    Surface surface;
+    Find<int() noexcept>(
+        {&Surface::KivCreateGLContext, &Surface::KivDestoryGLContext, &Surface::KivRefreshOnSrceen});
+    Find<int(const TagKivDisplayInfo&) noexcept>({&Surface::KivCreateGLContextOn});
+    Find<int(ANativeWindow*) noexcept>({&Surface::KivConnectWindowSurface});
+    Find<int(U32) noexcept>({&Surface::Init, &Surface::KivDestoryGLFBO, &Surface::KivClearGLFBO});
+    Find<int(const std::string&, U32) noexcept>({&Surface::KivLoadFont});
+    Find<int(U32&, U32, U32, int) noexcept>({&Surface::KivCreateGLFBO});
+    Find<int(U32, const Rect&, const Rect&) noexcept>({&Surface::KivDisplayFBO});
+    Find<int(const TagKivBlitInfo&) noexcept>({&Surface::KivBlit});
+    Find<int(U32, const TagKivTextInfo&, const Rect&) noexcept>({&Surface::KivDrawText});
+    Find<int(const TagKivTextInfo&, U32&, U32&) noexcept>({&Surface::KivGetTextSize});
+    Find<int(U32, const Rect&, const TagKivColorRGBA&) noexcept>({&Surface::KivDrawRect});
+    Find<int(U32, const TagKivRoundInfo&, const TagKivColorRGBA&) noexcept>({&Surface::KivDrawRound});
+    Find<int(const Bitmap&) noexcept>({&Surface::KivDisplayBitmap});
+    Find<int(U32, const Bitmap&) noexcept>({&Surface::KivDrawBitmap, &Surface::KivDrawBitmapByBlend});
+    Find<U32() const noexcept>({&Surface::KivGetWindowWidth, &Surface::KivGetWindowHeight});
+    Find<U32(int) const noexcept>({&Surface::ConvertFormatToGLES});
+    Find<void(const Rect&, TagGLRectInfo&, U32, U32) const noexcept>(
+        {&Surface::ScreenCoordToVCoord, &Surface::ScreenCoordToFboCoord});
+    Find<void(const TagKivRoundInfo&, TagGLRoundInfo&, U32, U32) const noexcept>(
+        {&Surface::ScreenCoordToVCoord});
+    Find<void(const TagKivColorRGBA&, TagColorRGBA&) const noexcept>({&Surface::ConvertGLColor});
+    Find<void(const TagKivTextInfo&, TagGLTextInfo&) const noexcept>({&Surface::SetTextInfo});
+    Find<void(TagGLBitmapInfo&, const Bitmap&, U32, U32) const noexcept>({&Surface::SetBitmapInfo});
+}
