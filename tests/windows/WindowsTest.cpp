@@ -40,15 +40,19 @@ class Painted {
         EXPECT_EQ(surface.KivCreateGLContextOn({platform, connection.get()}), 0);
         EXPECT_EQ(surface.KivConnectWindowSurface(window.Native()), 0);
         EXPECT_EQ(surface.KivCreateGLFBO(layer, ALL.width, ALL.height, KIV_COLOR_FORMAT_RGBA8888), 0);
-        painter = std::thread([this] {
-            while (!ends) {
-                Paint(ColorOf(number, picture));
-            }
-        });
+        for (unsigned int kind = 0; kind < painters.size(); ++kind) {
+            painters[kind] = std::thread([this, kind] {
+                while (!ends) {
+                    Paint(kind, ColorOf(number, picture));
+                }
+            });
+        }
     }
     ~Painted() {
         ends = true;
-        painter.join();
+        for (std::thread& painter : painters) {
+            painter.join();
+        }
         EXPECT_EQ(surface.KivDestoryGLContext(), 0);
     }
     Painted(const Painted&) = delete;
@@ -63,13 +67,14 @@ class Painted {
     }
 
  private:
-    // A rectangle, a bitmap and a round, side by side.
-    void Paint(const TagKivColorRGBA& color) {
+    // A rectangle, a bitmap or a round, side by side.
+    void Paint(unsigned int kind, const TagKivColorRGBA& color) {
         const std::uint8_t pixel[] = {color.r, color.g, color.b, color.a};
         const TagKivBitmapInfo bitmap{pixel, KIV_COLOR_FORMAT_RGBA8888, 0, 0, 1, 1, {16, 0, 16, 16}};
-        EXPECT_EQ(surface.KivDrawRect(layer, {0, 0, 16, 16}, color), 0);
-        EXPECT_EQ(surface.KivDrawBitmap(layer, bitmap), 0);
-        EXPECT_EQ(surface.KivDrawRound(layer, {40, 8, 8, 8}, color), 0);
+        const int result = kind == 0   ? surface.KivDrawRect(layer, {0, 0, 16, 16}, color)
+                           : kind == 1 ? surface.KivDrawBitmap(layer, bitmap)
+                                       : surface.KivDrawRound(layer, {40, 8, 8, 8}, color);
+        EXPECT_EQ(result, 0);
         EXPECT_EQ(surface.KivBlit({layer, FBO_HANDLE_BASE, ALL, ALL}), 0);
         EXPECT_EQ(surface.KivRefreshOnSrceen(), 0);
         EXPECT_EQ(surface.Init(0), 0);  // no more than one frame ahead
@@ -81,7 +86,7 @@ class Painted {
     unsigned int layer = 0;
     std::atomic<unsigned int> picture{0};
     std::atomic<bool> ends{false};
-    std::thread painter;
+    std::array<std::thread, 3> painters;
 };
 
 class Windows {
