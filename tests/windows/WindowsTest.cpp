@@ -1,6 +1,6 @@
-// Eight surfaces in one process, each on a window of its own that a thread of its own paints: on EGL's
-// default display, on connections of the client's to the same X server, and on one to another. Surfaces are
-// made and ended at once and in any order while the others go on.
+// Eight surfaces in one process, each on a window of its own that three threads paint: on EGL's default
+// display, on connections of the client's to the same X server, and on one to another. Surfaces are made and
+// ended at once and in any order while the others go on.
 
 #include <algorithm>
 #include <array>
