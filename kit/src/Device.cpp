@@ -4,10 +4,8 @@
 #include <string>
 #include <utility>
 
-#include "LayerState.h"
-#include "Words.h"
+#include "Frame.h"
 #include "kivgles/KivGLRecords.h"
-#include "kivgles/kit/Error.h"
 
 namespace kivgles::kit {
 
@@ -16,6 +14,13 @@ namespace {
 constexpr int MAX_QUEUED = 256;  // so that nobody waits long for what somebody else has queued
 constexpr std::size_t MAX_LAYERS = 15;
 constexpr int ALL_LAYERS_IN_USE = 15;  // the core's code
+
+Error Failure(const char* operation, int result) {
+    const char* const meaning = result == 2   ? "EGL did not start"
+                                : result == 5 ? "EGL refuses the window"
+                                              : "the log says why";
+    return {operation, result, "failed with code " + std::to_string(result) + ", " + meaning};
+}
 
 }  // namespace
 
@@ -28,9 +33,14 @@ DeviceLock::DeviceLock(Device& device, const char* operation) : lock(device.mute
     device.operation = operation;
 }
 
+Device::Device(const TagKivDisplayInfo& nativeDisplay, int longestSide)
+    : maxSide(longestSide), frame(std::make_unique<Frame>(*this)), display(nativeDisplay) {}
+
+Device::~Device() = default;
+
 KivGLDrawSurface& Device::Surface() {
     if (surface == nullptr) {
-        throw Error(operation, Error::NOT_CONNECTED);
+        throw Error(operation, Error::NOT_CONNECTED, "no window is connected");
     }
     if (++queued > MAX_QUEUED) {
         queued = 0;
@@ -41,7 +51,7 @@ KivGLDrawSurface& Device::Surface() {
 
 void Device::Check(int result) const {
     if (result != 0) {
-        throw Error(operation, result);
+        throw Failure(operation, result);
     }
 }
 
@@ -60,7 +70,7 @@ void Device::Wait(const char* operationName) {
     }
     const int result = waitedFor->Init(0);
     if (result != 0) {
-        throw Error(operationName, result);
+        throw Failure(operationName, result);
     }
 }
 
@@ -83,7 +93,7 @@ std::function<void()> Device::Connect(ANativeWindow* another, bool isNew) {
     window = another;
     windowSize = {static_cast<int>(surface->KivGetWindowWidth()),
                   static_cast<int>(surface->KivGetWindowHeight())};
-    (void)frame.ShowAgain();  // if there is something
+    (void)frame->ShowAgain();  // if there is something
     return isNew && std::exchange(wasConnected, true) ? repaint : nullptr;
 }
 
@@ -93,9 +103,7 @@ void Device::Close() {
     window = nullptr;
     windowSize = {};
     spares = {};  // they went with the surface, and so did what layers held
-    for (const LayerState* const layer : layers) {
-        frame.Forget(*layer);
-    }
+    frame->ForgetLayer();
 }
 
 void Device::Add(LayerState& layer) {
@@ -108,7 +116,9 @@ void Device::Add(LayerState& layer) {
 
 void Device::Remove(LayerState& layer) {
     layers.erase(&layer);
-    frame.Forget(layer);
+    if (frame->Shows(layer)) {
+        frame->ForgetLayer();
+    }
     if (surface != nullptr) {
         (void)surface->KivDestoryGLFBO(layer.handle);  // nobody is left to be told
     }
@@ -153,6 +163,25 @@ unsigned int Device::Create(const Size& size) {
     unsigned int handle = 0;
     Check(Surface().KivCreateGLFBO(handle, rect.width, rect.height, KIV_COLOR_FORMAT_RGBA8888));
     return handle;
+}
+
+LayerState::LayerState(const std::shared_ptr<Device>& layerDevice, const Size& pixels)
+    : device(layerDevice), size(pixels) {
+    const DeviceLock lock(*device, "Layer");
+    device->Add(*this);
+}
+
+LayerState::~LayerState() {
+    const DeviceLock lock(*device, "Layer");
+    device->Remove(*this);
+}
+
+LayerState& LayerState::Of(const std::unique_ptr<LayerState>& state, const char* operation,
+                           const char* name) {
+    if (state == nullptr) {
+        throw Error(operation, Error::INVALID_ARGUMENT, std::string(name) + " was moved away");
+    }
+    return *state;
 }
 
 }  // namespace kivgles::kit

@@ -2,24 +2,61 @@
 #define KIVGLES_KIT_DEVICE_H
 
 #include <array>
-#include <cstddef>
+#include <condition_variable>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <shared_mutex>
 
-#include "DeviceLock.h"
-#include "Frame.h"
-#include "kivgles/KivDisplay.h"
+#include "Sizes.h"
 #include "kivgles/KivGLDrawSurface.h"
-#include "kivgles/kit/Geometry.h"
+#include "kivgles/KivMutex.h"
 
 namespace kivgles::kit {
 
-class LayerState;
+class Device;
+class Frame;
+struct LayerState;
 
-inline PixelRect Whole(const Size& size) { return {0, 0, size.width, size.height}; }
-inline bool AreEqual(const Size& a, const Size& b) { return a.width == b.width && a.height == b.height; }
+// Lets threads in one by one, in the order in which they came: with a plain mutex a thread that presents in a
+// loop takes it again before any other has woken up.
+class FairMutex {
+ public:
+    void lock() {
+        std::unique_lock<std::mutex> held(mutex);
+        turnCame.wait(held, [this, ticket = nextTicket++] { return turn == ticket; });
+    }
+    void unlock() {
+        const std::lock_guard<std::mutex> held(mutex);
+        ++turn;
+        turnCame.notify_all();
+    }
+
+ private:
+    std::mutex mutex;  // never held for long
+    std::condition_variable turnCame;
+    std::uint64_t nextTicket = 0;
+    std::uint64_t turn = 0;  // the ticket of the thread that is in, or may come in
+};
+
+// The lock of a device, for clang to check: one for all devices, because a thread holds one at a time, and
+// layers know their device by ways that clang does not follow.
+class KIVGLES_THREAD_ANNOTATION(capability("role")) DeviceRole {};
+inline constexpr DeviceRole DEVICE_LOCK;
+
+// Holds the lock of a device for one operation, which names the errors that are thrown under it.
+class KIVGLES_THREAD_ANNOTATION(scoped_lockable) DeviceLock {
+ public:
+    DeviceLock(Device& device, const char* operation)
+        KIVGLES_THREAD_ANNOTATION(acquire_capability(DEVICE_LOCK));
+    ~DeviceLock() KIVGLES_THREAD_ANNOTATION(release_capability()) = default;
+    DeviceLock(const DeviceLock&) = delete;
+    DeviceLock& operator=(const DeviceLock&) = delete;
+
+ private:
+    const std::lock_guard<FairMutex> lock;
+};
 
 // As the core takes what has been cut off at the edges, where no number is negative.
 TagKivRectInfo Unsigned(const PixelRect& rect);
@@ -42,8 +79,8 @@ enum Spare : std::size_t { PART, SCALED, PICTURE, SPARE_NUM };
 //         and away from a change of the surface.
 class Device {
  public:
-    Device(const TagKivDisplayInfo& nativeDisplay, int longestSide)
-        : maxSide(longestSide), display(nativeDisplay) {}
+    Device(const TagKivDisplayInfo& nativeDisplay, int longestSide);
+    ~Device();
 
     // For one more request, and not beyond the lock. The core's queue has no bound: where a client has queued
     // much without ever waiting, this waits until it is done.
@@ -71,9 +108,9 @@ class Device {
     bool IsFull() const KIVGLES_REQUIRES(DEVICE_LOCK);  // has as many layers as there can be
 
     const int maxSide;                                              // of a layer
+    const std::unique_ptr<Frame> frame;                             // what the window shows
     Size windowSize KIVGLES_GUARDED_BY(DEVICE_LOCK);                // 0 by 0 without a window
     const char* operation KIVGLES_GUARDED_BY(DEVICE_LOCK) = "";     // of the DeviceLock
-    Frame frame KIVGLES_GUARDED_BY(DEVICE_LOCK){*this};             // what the window shows
     std::function<void()> repaint KIVGLES_GUARDED_BY(DEVICE_LOCK);  // the client's, on a new surface
     std::array<SpareLayer, SPARE_NUM> spares KIVGLES_GUARDED_BY(DEVICE_LOCK);
 
@@ -96,6 +133,25 @@ class Device {
     bool wasConnected KIVGLES_GUARDED_BY(DEVICE_LOCK) = false;
     std::set<LayerState*> layers KIVGLES_GUARDED_BY(DEVICE_LOCK);  // they take themselves out
     int queued KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;                // requests since the last wait, at most
+};
+
+// A layer of the core, with the size that is needed to make it anew.
+//
+// Owner:  a Layer. It stays where it is when the Layer is moved: the device knows it by its address.
+// Thread: any; construction and destruction take the device's lock.
+struct LayerState {
+    LayerState(const std::shared_ptr<Device>& layerDevice, const Size& pixels);
+    ~LayerState();
+    LayerState(const LayerState&) = delete;
+    LayerState& operator=(const LayerState&) = delete;
+
+    // Throws for `operation` if the layer, "the layer" or "the source", was moved away.
+    static LayerState& Of(const std::unique_ptr<LayerState>& state, const char* operation,
+                          const char* name = "the layer");
+
+    const std::shared_ptr<Device> device;
+    const Size size;
+    unsigned int handle KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;  // changes with the surface
 };
 
 }  // namespace kivgles::kit

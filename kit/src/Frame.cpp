@@ -2,26 +2,24 @@
 
 #include <utility>
 
-#include "Bitmap.h"
-#include "LayerState.h"
-#include "Words.h"
+#include "Pixels.h"
 
 namespace kivgles::kit {
 
 namespace {
 
-bool IsLarge(const std::vector<PixelRect>& parts, const Size& whole) {
+bool AreLarge(const std::vector<PixelRect>& parts, const Size& whole) {
     std::int64_t area = 0;
     for (const PixelRect& part : parts) {
-        area += std::int64_t{part.width} * part.height;
+        area += Area(part);
     }
-    return 4 * area > std::int64_t{whole.width} * whole.height;
+    return 4 * area > Area(Whole(whole));
 }
 
 }  // namespace
 
 void Frame::Show(CanvasState& canvas) {
-    CheckSize(canvas.Size(), device.maxSide, device.operation);
+    CheckSize(canvas.size, device.maxSide, device.operation);
     (void)device.Surface();  // without a window everything stays as it is
     std::vector<PixelRect> changed = Take(canvas);
     showsCopy = true;
@@ -45,33 +43,22 @@ bool Frame::ShowAgain() {
     return shown != nullptr || showsCopy;
 }
 
-void Frame::Forget(const LayerState& layer) {
-    if (shown == &layer) {
-        shown = nullptr;
-    }
-}
-
 // Into the copy, only what has changed; tells what that is.
 std::vector<PixelRect> Frame::Take(CanvasState& canvas) {
-    if (identity != canvas.Identity()) {
-        identity = 0;
-        revision = 0;  // which has nothing of it yet
-        Resize(copy, canvas.Size(), device.operation);
-        size = canvas.Size();
-    }
-    std::vector<PixelRect> changed = canvas.ChangesSince(revision);
-    const PixelSource source = SourceOf(canvas);
+    Resize(copy, canvas.size, device.operation);
+    size = canvas.size;
+    std::vector<PixelRect> changed = canvas.Take(receiver);
+    const PixelView view = ViewOf(canvas);
     for (const PixelRect& part : changed) {
-        ConvertPart(source, part, copy.data() + Offset(part.x, part.y, size.width), size.width);
+        Convert(view, part, Format::PREMULTIPLIED, copy.data() + Offset(part.x, part.y, size.width),
+                size.width);
     }
-    identity = canvas.Identity();
-    revision = canvas.Revision();
     return changed;
 }
 
 void Frame::ShowCopy(std::vector<PixelRect> changed) {
     if (!changed.empty()) {
-        largeInARow = IsLarge(changed, size) ? largeInARow + 1 : 0;
+        largeInARow = AreLarge(changed, size) ? largeInARow + 1 : 0;
     }
     const Size window = device.windowSize;
     const bool wasCurrent = std::exchange(device.spares[PICTURE].isCurrent, false);
@@ -95,8 +82,8 @@ void Frame::ShowCopy(std::vector<PixelRect> changed) {
 
 // A part of the copy into a layer of the window's size, or onto the window.
 void Frame::HandOver(unsigned int target, const PixelRect& part, const PixelRect& to) {
-    const PixelSource source = {copy.data(), size, nullptr};
-    TagKivBitmapInfo bitmap = BitmapOf(source, part, room, device.operation);
+    const PixelView view = {copy.data(), size, Format::PREMULTIPLIED};
+    TagKivBitmapInfo bitmap = BitmapOf(view, part, Format::PREMULTIPLIED, room, device.operation);
     bitmap.dstRect = Unsigned(to);
     device.Check(device.Surface().KivDrawBitmap(target, bitmap));
 }

@@ -5,12 +5,9 @@
 #include <vector>
 
 #include "CanvasState.h"
-#include "DeviceLock.h"
-#include "kivgles/kit/Geometry.h"
+#include "Device.h"
 
 namespace kivgles::kit {
-
-class LayerState;
 
 // What a window shows: a canvas' picture, or a layer.
 //
@@ -32,8 +29,8 @@ class Frame {
     void Show(const LayerState& layer) KIVGLES_REQUIRES(DEVICE_LOCK);
     // What was shown last, a layer as it is now; false if there is nothing.
     bool ShowAgain() KIVGLES_REQUIRES(DEVICE_LOCK);
-    // A layer that goes, or what it held.
-    void Forget(const LayerState& layer);
+    bool Shows(const LayerState& layer) const { return shown == &layer; }
+    void ForgetLayer() { shown = nullptr; }  // it goes, or what it held
 
  private:
     std::vector<PixelRect> Take(CanvasState& canvas) KIVGLES_REQUIRES(DEVICE_LOCK);
@@ -45,8 +42,7 @@ class Frame {
     bool showsCopy = false;
     const LayerState* shown = nullptr;  // a layer instead
 
-    std::uint64_t identity = 0;  // of the canvas; 0: none, or not all of it is in the copy
-    std::uint64_t revision = 0;
+    CanvasState::Receiver receiver;  // has what is in the copy
     Size size;
     std::vector<std::uint8_t> copy;
     int largeInARow = 1;             // changes of more than a quarter; the first picture counts as the second

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "Pixels.h"
+#include "Sizes.h"
 #include "kivgles/kit/Error.h"
 
 namespace kivgles::kit {
@@ -43,30 +45,10 @@ void AddStop(cairo_pattern_t* pattern, double place, const Color& color, const C
                                       color.a / 255.0);
 }
 
-// False if the fill is none.
-bool SetSource(cairo_t* context, const Fill& fill) {
-    const Color& first = fill.First();
-    const Color& last = fill.Last();
-    if (!fill.IsGradient()) {
-        cairo_set_source_rgba(context, first.r / 255.0, first.g / 255.0, first.b / 255.0, first.a / 255.0);
-        return true;
-    }
-    const Point& from = fill.From();
-    const Point& to = fill.To();
-    if (!AreCountable(from.x, from.y, to.x, to.y) || (from.x == to.x && from.y == to.y)) {
-        return false;
-    }
-    const Handle<cairo_pattern_t> pattern(cairo_pattern_create_linear(from.x, from.y, to.x, to.y));
-    AddStop(pattern.get(), 0, first, first.a == 0 ? last : first);
-    AddStop(pattern.get(), 1, last, last.a == 0 ? first : last);
-    cairo_set_source(context, pattern.get());
-    return true;
-}
-
 }  // namespace
 
-Painter::Painter(const kit::Canvas& painted, const char* operationName)
-    : canvas(CanvasState::Of(painted, operationName)), operation(operationName), context(canvas.Context()) {
+Painter::Painter(CanvasState& painted, const char* operationName)
+    : canvas(painted), operation(operationName), context(painted.Context()) {
     cairo_new_path(context);
     cairo_set_operator(context, CAIRO_OPERATOR_OVER);
     cairo_set_tolerance(context, TOLERANCE);
@@ -92,10 +74,10 @@ Painter& Painter::AddRoundedRectangle(const Rect& rect, double radius) {
         const double top = Near(rect.y) + r;
         const double right = Near(rect.x + rect.width) - r;
         const double bottom = Near(rect.y + rect.height) - r;
-        cairo_arc(context, left, top, r, -180 * DEGREE, -90 * DEGREE);
-        cairo_arc(context, right, top, r, -90 * DEGREE, 0);
-        cairo_arc(context, right, bottom, r, 0, 90 * DEGREE);
-        cairo_arc(context, left, bottom, r, 90 * DEGREE, 180 * DEGREE);
+        const Point corners[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+        for (int i = 0; i < 4; ++i) {
+            cairo_arc(context, corners[i].x, corners[i].y, r, (i - 2) * 90 * DEGREE, (i - 1) * 90 * DEGREE);
+        }
         cairo_close_path(context);
     }
     return *this;
@@ -137,7 +119,7 @@ Painter& Painter::AddLines(const std::vector<Point>& points, bool closed) {
 }
 
 void Painter::Fill(const kit::Fill& fill, cairo_operator_t how) {
-    if (SetSource(context, fill) && Touch(0)) {
+    if (SetSource(fill) && Touch(0)) {
         cairo_set_operator(context, how);
         cairo_fill(context);
     }
@@ -146,7 +128,7 @@ void Painter::Fill(const kit::Fill& fill, cairo_operator_t how) {
 
 void Painter::Stroke(const kit::Fill& fill, double thickness) {
     const double width = std::min(thickness, 2 * MAX_ROUNDING);
-    if (width > 0 && SetSource(context, fill) && Touch(width / 2 + 1)) {
+    if (width > 0 && SetSource(fill) && Touch(width / 2 + 1)) {
         cairo_set_line_width(context, width);
         cairo_set_line_cap(context, CAIRO_LINE_CAP_ROUND);
         cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
@@ -173,23 +155,56 @@ void Painter::Draw(cairo_surface_t* picture, const Size& size, const Rect& to, d
     });
 }
 
+void Painter::Draw(const Image& image, const Rect& to, double opacity) {
+    const PixelView view = ViewOf(image, operation);
+    CanvasState picture(image.size, operation);
+    Convert(view, Whole(image.size), Format::CAIRO, picture.Pixels(), image.size.width);
+    cairo_surface_mark_dirty(picture.Surface());
+    Draw(picture.Surface(), image.size, to, opacity);
+}
+
+void Painter::Draw(const Canvas& picture, const Rect& to, double opacity) {
+    const CanvasState& state = CanvasState::Of(picture, operation);
+    if (&state == &canvas) {
+        throw Error(operation, Error::INVALID_ARGUMENT, "a canvas cannot be drawn into itself");
+    }
+    Draw(state.Surface(), state.size, to, opacity);
+}
+
+// False if the fill is none.
+bool Painter::SetSource(const kit::Fill& fill) {
+    const auto& [from, first, to, last, isGradient] = fill;
+    if (!isGradient) {
+        cairo_set_source_rgba(context, first.r / 255.0, first.g / 255.0, first.b / 255.0, first.a / 255.0);
+        return true;
+    }
+    if (!AreCountable(from.x, from.y, to.x, to.y) || (from.x == to.x && from.y == to.y)) {
+        return false;
+    }
+    const Handle<cairo_pattern_t> pattern(cairo_pattern_create_linear(from.x, from.y, to.x, to.y));
+    AddStop(pattern.get(), 0, first, first.a == 0 ? last : first);
+    AddStop(pattern.get(), 1, last, last.a == 0 ? first : last);
+    cairo_set_source(context, pattern.get());
+    return true;
+}
+
 // Counts the pixels as changed that the path, and so much around it, touches; false if there are none.
 bool Painter::Touch(double reach) {
+    if (cairo_has_current_point(context) == FALSE) {
+        return false;
+    }
     double left = 0, top = 0, right = 0, bottom = 0;
     cairo_path_extents(context, &left, &top, &right, &bottom);
     const PixelRect touched =
         canvas.Touched({left - reach, top - reach, right - left + 2 * reach, bottom - top + 2 * reach});
-    const bool isAny = cairo_has_current_point(context) != FALSE && !IsEmpty(touched);
-    if (isAny) {
-        canvas.Changed(touched);
-    }
-    return isAny;
+    canvas.Changed(touched);
+    return !IsEmpty(touched);
 }
 
 // What Cairo could not do, it could not for want of memory: all that it is asked for makes sense.
 void Painter::Check() const {
     if (cairo_status(context) != CAIRO_STATUS_SUCCESS) {
-        throw Error(operation, Error::OUT_OF_MEMORY);
+        throw Error(operation, Error::OUT_OF_MEMORY, "out of memory");
     }
 }
 

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "CanvasState.h"
+#include "kivgles/kit/Canvas.h"
 
 namespace kivgles::kit {
 
@@ -13,8 +14,10 @@ namespace kivgles::kit {
 // Owner, thread: the operation's.
 class Painter {
  public:
+    Painter(CanvasState& painted, const char* operationName);
     // Throws if the canvas was moved away.
-    Painter(const Canvas& painted, const char* operationName);
+    Painter(const Canvas& painted, const char* operationName)
+        : Painter(CanvasState::Of(painted, operationName), operationName) {}
 
     // Nothing is added of what has no extent, or a place or length that is not countable.
     Painter& AddRectangle(const Rect& rect);
@@ -25,8 +28,10 @@ class Painter {
 
     void Fill(const kit::Fill& fill, cairo_operator_t how = CAIRO_OPERATOR_OVER);
     void Stroke(const kit::Fill& fill, double thickness);
-    // A picture, scaled to fill `to`.
+    // A picture, scaled to fill `to`. Throws for an image that is none, and a canvas that was moved away.
     void Draw(cairo_surface_t* picture, const Size& size, const Rect& to, double opacity);
+    void Draw(const Image& image, const Rect& to, double opacity);
+    void Draw(const Canvas& picture, const Rect& to, double opacity);
     // Where the path is: calls what paints there with the context.
     template <typename Paint>
     void Within(Paint paint) {
@@ -40,6 +45,7 @@ class Painter {
     }
 
  private:
+    bool SetSource(const kit::Fill& fill);
     bool Touch(double reach);
     void Check() const;
 

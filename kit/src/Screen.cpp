@@ -1,7 +1,6 @@
 #include "kivgles/kit/Screen.h"
 
-#include "CanvasState.h"
-#include "LayerState.h"
+#include "Frame.h"
 #include "kivgles/kit/Layer.h"
 
 namespace kivgles::kit {
@@ -23,8 +22,6 @@ void Connect(Device& device, ANativeWindow* window, bool isNew, const char* oper
 }
 
 }  // namespace
-
-Screen::Screen(int maxLayerSide) : Screen(TagKivDisplayInfo(), maxLayerSide) {}
 
 Screen::Screen(const TagKivDisplayInfo& display, int maxLayerSide)
     : device(std::make_shared<Device>(display, maxLayerSide)) {}
@@ -50,26 +47,26 @@ void Screen::Present(const Canvas& canvas) {
     const std::shared_ptr<Device> kept = device;  // the screen may go while this waits
     kept->Wait(OPERATION);
     const DeviceLock lock(*kept, OPERATION);
-    kept->frame.Show(picture);
+    kept->frame->Show(picture);
 }
 
 void Screen::Present(const Layer& layer) {
     constexpr const char* OPERATION = "Screen::Present";
-    const LayerState& picture = StateOf(layer.state, OPERATION);
+    const LayerState& picture = LayerState::Of(layer.state, OPERATION);
     const std::shared_ptr<Device> kept = device;
     if (picture.device != kept) {
         throw Error(OPERATION, Error::INVALID_ARGUMENT, "the layer is another screen's");
     }
     kept->Wait(OPERATION);
     const DeviceLock lock(*kept, OPERATION);
-    kept->frame.Show(picture);
+    kept->frame->Show(picture);
 }
 
 bool Screen::Refresh() {
     const std::shared_ptr<Device> kept = device;
     kept->Wait("Screen::Refresh");
     const DeviceLock lock(*kept, "Screen::Refresh");
-    return kept->frame.ShowAgain();
+    return kept->frame->ShowAgain();
 }
 
 void Screen::Finish() {

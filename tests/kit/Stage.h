@@ -23,7 +23,7 @@ constexpr Color WHITE = {255, 255, 255}, BLACK = {0, 0, 0};
 struct Stage {
     explicit Stage(Size size = {120, 60}, int maxSide = Screen::MAX_LAYER_SIDE)
         : window(static_cast<unsigned int>(size.width), static_cast<unsigned int>(size.height)),
-          screen(maxSide),
+          screen({}, maxSide),
           layer((screen.Connect(window.Native()), screen), size) {}
 
     // Whether the window has this colour at each of these places, when what was shown last is there.
