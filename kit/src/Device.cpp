@@ -4,7 +4,6 @@
 #include <string>
 #include <utility>
 
-#include "Frame.h"
 #include "kivgles/KivGLRecords.h"
 
 namespace kivgles::kit {
@@ -12,14 +11,12 @@ namespace kivgles::kit {
 namespace {
 
 constexpr int MAX_QUEUED = 256;  // so that nobody waits long for what somebody else has queued
-constexpr std::size_t MAX_LAYERS = 15;
-constexpr int ALL_LAYERS_IN_USE = 15;  // the core's code
+constexpr int MAX_LAYERS = 15;   // this and the core's code for more
 
-Error Failure(const char* operation, int result) {
-    const char* const meaning = result == 2   ? "EGL did not start"
-                                : result == 5 ? "EGL refuses the window"
-                                              : "the log says why";
-    return {operation, result, "failed with code " + std::to_string(result) + ", " + meaning};
+void CheckResult(const char* operation, int result) {
+    if (result != 0) {
+        throw Error(operation, result, "failed with code " + std::to_string(result) + ", the log says why");
+    }
 }
 
 }  // namespace
@@ -33,11 +30,6 @@ DeviceLock::DeviceLock(Device& device, const char* operation) : lock(device.mute
     device.operation = operation;
 }
 
-Device::Device(const TagKivDisplayInfo& nativeDisplay, int longestSide)
-    : maxSide(longestSide), frame(std::make_unique<Frame>(*this)), display(nativeDisplay) {}
-
-Device::~Device() = default;
-
 KivGLDrawSurface& Device::Surface() {
     if (surface == nullptr) {
         throw Error(operation, Error::NOT_CONNECTED, "no window is connected");
@@ -49,11 +41,7 @@ KivGLDrawSurface& Device::Surface() {
     return *surface;
 }
 
-void Device::Check(int result) const {
-    if (result != 0) {
-        throw Failure(operation, result);
-    }
-}
+void Device::Check(int result) const { CheckResult(operation, result); }
 
 void Device::Blit(unsigned int from, const PixelRect& part, unsigned int to, const PixelRect& place) {
     Check(Surface().KivBlit({from, to, Unsigned(part), Unsigned(place)}));
@@ -68,10 +56,7 @@ void Device::Wait(const char* operationName) {
         waitedFor = &Surface();
         use.lock();
     }
-    const int result = waitedFor->Init(0);
-    if (result != 0) {
-        throw Failure(operationName, result);
-    }
+    CheckResult(operationName, waitedFor->Init(0));
 }
 
 std::function<void()> Device::Connect(ANativeWindow* another, bool isNew) {
@@ -93,7 +78,7 @@ std::function<void()> Device::Connect(ANativeWindow* another, bool isNew) {
     window = another;
     windowSize = {static_cast<int>(surface->KivGetWindowWidth()),
                   static_cast<int>(surface->KivGetWindowHeight())};
-    (void)frame->ShowAgain();  // if there is something
+    (void)ShowAgain();  // if there is something
     return isNew && std::exchange(wasConnected, true) ? repaint : nullptr;
 }
 
@@ -103,7 +88,7 @@ void Device::Close() {
     window = nullptr;
     windowSize = {};
     spares = {};  // they went with the surface, and so did what layers held
-    frame->ForgetLayer();
+    shown = nullptr;
 }
 
 void Device::Add(LayerState& layer) {
@@ -116,9 +101,7 @@ void Device::Add(LayerState& layer) {
 
 void Device::Remove(LayerState& layer) {
     layers.erase(&layer);
-    if (frame->Shows(layer)) {
-        frame->ForgetLayer();
-    }
+    shown = shown == &layer ? nullptr : shown;
     if (surface != nullptr) {
         (void)surface->KivDestoryGLFBO(layer.handle);  // nobody is left to be told
     }
@@ -138,7 +121,7 @@ SpareLayer& Device::Provide(Spare spare, const Size& size) {
 bool Device::IsFull() const {
     const auto spareNum = std::count_if(spares.begin(), spares.end(),
                                         [](const SpareLayer& spare) { return spare.handle != 0; });
-    return layers.size() + static_cast<std::size_t>(spareNum) >= MAX_LAYERS;
+    return static_cast<std::ptrdiff_t>(layers.size()) + spareNum >= MAX_LAYERS;
 }
 
 void Device::MakePlace(std::size_t first) {
@@ -146,7 +129,7 @@ void Device::MakePlace(std::size_t first) {
         Drop(spares[i - 1]);
     }
     if (IsFull()) {
-        throw Error(operation, ALL_LAYERS_IN_USE,
+        throw Error(operation, MAX_LAYERS,
                     "all " + std::to_string(MAX_LAYERS) + " layers of the screen are in use");
     }
 }

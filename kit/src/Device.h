@@ -9,14 +9,13 @@
 #include <set>
 #include <shared_mutex>
 
-#include "Sizes.h"
+#include "CanvasState.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "kivgles/KivMutex.h"
 
 namespace kivgles::kit {
 
 class Device;
-class Frame;
 struct LayerState;
 
 // Lets threads in one by one, in the order in which they came: with a plain mutex a thread that presents in a
@@ -40,8 +39,7 @@ class FairMutex {
     std::uint64_t turn = 0;  // the ticket of the thread that is in, or may come in
 };
 
-// The lock of a device, for clang to check: one for all devices, because a thread holds one at a time, and
-// layers know their device by ways that clang does not follow.
+// The lock of a device, for clang to check: one for all devices, because a thread holds one at a time.
 class KIVGLES_THREAD_ANNOTATION(capability("role")) DeviceRole {};
 inline constexpr DeviceRole DEVICE_LOCK;
 
@@ -51,8 +49,6 @@ class KIVGLES_THREAD_ANNOTATION(scoped_lockable) DeviceLock {
     DeviceLock(Device& device, const char* operation)
         KIVGLES_THREAD_ANNOTATION(acquire_capability(DEVICE_LOCK));
     ~DeviceLock() KIVGLES_THREAD_ANNOTATION(release_capability()) = default;
-    DeviceLock(const DeviceLock&) = delete;
-    DeviceLock& operator=(const DeviceLock&) = delete;
 
  private:
     const std::lock_guard<FairMutex> lock;
@@ -65,13 +61,18 @@ TagKivRectInfo Unsigned(const PixelRect& rect);
 struct SpareLayer {
     unsigned int handle = 0;  // 0: there is none
     Size size;
-    bool isCurrent = false;  // holds all that the frame's copy does
+    bool isCurrent = false;  // holds all that the copy does
 };
 
 // What each of them is for. One that is made may take the place of those named after it.
 enum Spare : std::size_t { PART, SCALED, PICTURE, SPARE_NUM };
 
-// The surface of the core with what has to be set up again on a new one: window and layers.
+// The surface of the core with what has to be set up again on a new one: window, layers and what is shown.
+//
+// Of a canvas that is shown a copy is kept, in the core's order of bytes, so that it can be shown again when
+// the canvas has been painted since or is gone. What has changed goes into a spare layer of the window's
+// size, and that onto the window; where much changes every time, or the size is another one, all of it goes
+// straight onto the window.
 //
 // Owner:  a Screen and its layers together, so that they may go in any order. After Close, or while a window
 //         could not be connected, there is no surface, and what needs one throws NOT_CONNECTED.
@@ -79,8 +80,8 @@ enum Spare : std::size_t { PART, SCALED, PICTURE, SPARE_NUM };
 //         and away from a change of the surface.
 class Device {
  public:
-    Device(const TagKivDisplayInfo& nativeDisplay, int longestSide);
-    ~Device();
+    Device(const TagKivDisplayInfo& nativeDisplay, int longestSide)
+        : maxSide(longestSide), display(nativeDisplay) {}
 
     // For one more request, and not beyond the lock. The core's queue has no bound: where a client has queued
     // much without ever waiting, this waits until it is done.
@@ -105,14 +106,17 @@ class Device {
     void Remove(LayerState& layer) KIVGLES_REQUIRES(DEVICE_LOCK);
     // A layer of exactly this size for the kit's own use, with what was drawn into it last.
     SpareLayer& Provide(Spare spare, const Size& size) KIVGLES_REQUIRES(DEVICE_LOCK);
-    bool IsFull() const KIVGLES_REQUIRES(DEVICE_LOCK);  // has as many layers as there can be
+
+    // Puts it on the window and asks for its refresh. After an error everything is handed over.
+    void Show(CanvasState& canvas) KIVGLES_REQUIRES(DEVICE_LOCK);
+    void Show(const LayerState& layer) KIVGLES_REQUIRES(DEVICE_LOCK);
+    // What was shown last, a layer as it is now; false if there is nothing.
+    bool ShowAgain() KIVGLES_REQUIRES(DEVICE_LOCK);
 
     const int maxSide;                                              // of a layer
-    const std::unique_ptr<Frame> frame;                             // what the window shows
     Size windowSize KIVGLES_GUARDED_BY(DEVICE_LOCK);                // 0 by 0 without a window
     const char* operation KIVGLES_GUARDED_BY(DEVICE_LOCK) = "";     // of the DeviceLock
     std::function<void()> repaint KIVGLES_GUARDED_BY(DEVICE_LOCK);  // the client's, on a new surface
-    std::array<SpareLayer, SPARE_NUM> spares KIVGLES_GUARDED_BY(DEVICE_LOCK);
 
  private:
     friend DeviceLock;
@@ -122,6 +126,11 @@ class Device {
     // if that does not help.
     void MakePlace(std::size_t first) KIVGLES_REQUIRES(DEVICE_LOCK);
     void Drop(SpareLayer& spare) KIVGLES_REQUIRES(DEVICE_LOCK);
+    bool IsFull() const KIVGLES_REQUIRES(DEVICE_LOCK);  // has as many layers as there can be
+    // Of the copy, whole or where it has changed.
+    void ShowCopy(std::vector<PixelRect> changed) KIVGLES_REQUIRES(DEVICE_LOCK);
+    void HandOver(unsigned int target, const PixelRect& part, const PixelRect& to)
+        KIVGLES_REQUIRES(DEVICE_LOCK);
 
     const TagKivDisplayInfo display;
     FairMutex mutex;          // for DeviceLock
@@ -132,7 +141,17 @@ class Device {
     ANativeWindow* window KIVGLES_GUARDED_BY(DEVICE_LOCK) = nullptr;  // the client's
     bool wasConnected KIVGLES_GUARDED_BY(DEVICE_LOCK) = false;
     std::set<LayerState*> layers KIVGLES_GUARDED_BY(DEVICE_LOCK);  // they take themselves out
-    int queued KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;                // requests since the last wait, at most
+    std::array<SpareLayer, SPARE_NUM> spares KIVGLES_GUARDED_BY(DEVICE_LOCK);
+    int queued KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;  // requests since the last wait, at most
+
+    const LayerState* shown KIVGLES_GUARDED_BY(DEVICE_LOCK) = nullptr;
+    bool showsCopy KIVGLES_GUARDED_BY(DEVICE_LOCK) = false;
+    CanvasState::Receiver receiver KIVGLES_GUARDED_BY(DEVICE_LOCK);  // has what is in the copy
+    Size copySize KIVGLES_GUARDED_BY(DEVICE_LOCK);
+    std::vector<std::uint8_t> copy KIVGLES_GUARDED_BY(DEVICE_LOCK);
+    std::vector<std::uint8_t> room KIVGLES_GUARDED_BY(DEVICE_LOCK);  // for rows of a part of it
+    // Changes of more than a quarter; the first picture counts as the second.
+    int largeInARow KIVGLES_GUARDED_BY(DEVICE_LOCK) = 1;
 };
 
 // A layer of the core, with the size that is needed to make it anew.

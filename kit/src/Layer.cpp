@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "Device.h"
-#include "Painter.h"
 #include "Pixels.h"
 #include "kivgles/kit/Screen.h"
 
@@ -28,18 +27,19 @@ PixelRect Pixels(const Span& across, const Span& down) {
             static_cast<int>(down.Length())};
 }
 
-// A rectangle with each edge at the nearest pixel; empty if it has a number that is none, or no extent.
 struct Edges {
-    explicit Edges(const Rect& rect) {
-        if (std::isfinite(rect.x + rect.y + rect.width + rect.height) && rect.width > 0 && rect.height > 0) {
-            across = {Nearest(rect.x), Nearest(rect.x + rect.width)};
-            down = {Nearest(rect.y), Nearest(rect.y + rect.height)};
-        }
-    }
-
     Span across;
     Span down;
 };
+
+// Each at the nearest pixel; empty if the rectangle has a number that is none, or no extent.
+Edges EdgesOf(const Rect& rect) {
+    if (!std::isfinite(rect.x + rect.y + rect.width + rect.height) || !(rect.width > 0 && rect.height > 0)) {
+        return {};
+    }
+    return {{Nearest(rect.x), Nearest(rect.x + rect.width)},
+            {Nearest(rect.y), Nearest(rect.y + rect.height)}};
+}
 
 // The part from (0, 0) to there.
 PixelRect Within(const Size& size, const Span& across, const Span& down) {
@@ -114,7 +114,7 @@ void Place(const std::unique_ptr<LayerState>& state, const Picture& picture, con
            const Placing& placing) {
     const LayerState& layer = LayerState::Of(state, placing.operation);
     const PixelView view = ViewOf(picture, placing.operation);
-    const auto [across, down] = Edges(to);
+    const auto [across, down] = EdgesOf(to);
     const PixelRect visible = Within(layer.size, across, down);
     if (IsEmpty(visible)) {
         FillPart(layer, visible, {}, placing.operation);
@@ -127,7 +127,7 @@ void Place(const std::unique_ptr<LayerState>& state, const Picture& picture, con
         return;
     }
     CanvasState scaled({visible.width, visible.height}, placing.operation);
-    Painter(scaled, placing.operation).Draw(picture, {-x, -y, across.Length(), down.Length()}, 1);
+    scaled.Begin(placing.operation).Draw(picture, {-x, -y, across.Length(), down.Length()}, 1);
     Place(layer, ViewOf(scaled), Whole(scaled.size), visible, placing);
 }
 
@@ -224,7 +224,7 @@ void Layer::Clear(const Color& color) {
 void Layer::Rectangle(const Rect& rect, const Color& color) {
     constexpr char OPERATION[] = "Layer::Rectangle";
     const LayerState& layer = LayerState::Of(state, OPERATION);
-    const auto [across, down] = Edges(rect);
+    const auto [across, down] = EdgesOf(rect);
     FillPart(layer, Within(layer.size, across, down), color, OPERATION);
 }
 
@@ -246,7 +246,7 @@ void Layer::Copy(const Layer& source, const Rect& from, const Rect& to) {
         throw Error(OPERATION, Error::INVALID_ARGUMENT, "the source is another screen's");
     }
     const DeviceLock lock(*layer.device, OPERATION);
-    kit::Copy(other, Edges(from), layer, Edges(to));
+    kit::Copy(other, EdgesOf(from), layer, EdgesOf(to));
 }
 
 void Layer::Copy(const Layer& source, int x, int y) {

@@ -17,17 +17,13 @@ constexpr std::size_t BYTES = 4;  // of a pixel
 // each.
 constexpr std::uint32_t TWO_CHANNELS = 0x00FF00FF;
 
-#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "Cairo's numbers are bytes B, G, R, A");
+
 // Exchanges R and B, as bytes R, G, B, A have them the other way round.
-std::uint32_t FromRgba(std::uint32_t bytes) {
-    const std::uint32_t redAndBlue = bytes & TWO_CHANNELS;
-    return (bytes & ~TWO_CHANNELS) | redAndBlue >> 16 | redAndBlue << 16;
+std::uint32_t Reordered(std::uint32_t pixel) {
+    const std::uint32_t redAndBlue = pixel & TWO_CHANNELS;
+    return (pixel & ~TWO_CHANNELS) | redAndBlue >> 16 | redAndBlue << 16;
 }
-std::uint32_t ToRgba(std::uint32_t pixel) { return FromRgba(pixel); }
-#else
-std::uint32_t FromRgba(std::uint32_t bytes) { return bytes >> 8 | bytes << 24; }
-std::uint32_t ToRgba(std::uint32_t pixel) { return pixel << 8 | pixel >> 24; }
-#endif
 
 // Channels times alpha by 255, to the nearest.
 std::uint32_t Multiply(std::uint32_t pixel) {
@@ -38,19 +34,15 @@ std::uint32_t Multiply(std::uint32_t pixel) {
            ((others + (others >> 8 & TWO_CHANNELS)) >> 8 & TWO_CHANNELS);
 }
 
-constexpr std::array<float, 256> MakeReciprocals() {
-    std::array<float, 256> reciprocals{};
-    for (int alpha = 1; alpha < 256; ++alpha) {
-        reciprocals[static_cast<std::size_t>(alpha)] = 255.0003F / static_cast<float>(alpha);
-    }
-    return reciprocals;
-}
-
 // 255 by alpha, a little more so that halves are rounded up; 0 for 0. As floating point numbers, because
 // compilers make vectors of those even where the machine is not known to multiply vectors of integers.
-constexpr std::array<float, 256> RECIPROCALS = MakeReciprocals();
-
-constexpr float HALF = 0.5F;  // rounds what is not negative, in a way that vectors can
+constexpr std::array<float, 256> RECIPROCALS = [] {
+    std::array<float, 256> reciprocals{};
+    for (std::size_t alpha = 1; alpha < reciprocals.size(); ++alpha) {
+        reciprocals[alpha] = 255.0003F / static_cast<float>(alpha);
+    }
+    return reciprocals;
+}();
 
 std::uint32_t Divide(std::uint32_t pixel) {
     const int alpha = static_cast<int>(pixel >> 24);
@@ -58,7 +50,7 @@ std::uint32_t Divide(std::uint32_t pixel) {
     // A channel above alpha is no colour, but must not reach into another channel.
     const auto divide = [&](unsigned int shift) {
         const int channel = std::min(static_cast<int>(pixel >> shift & 0xFF), alpha);
-        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + HALF))
+        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + 0.5F))
                << shift;
     };
     return (pixel & 0xFF000000) | divide(16) | divide(8) | divide(0);
@@ -71,10 +63,10 @@ void ConvertRow(const std::uint8_t* from, std::uint8_t* to, std::size_t pixelNum
     for (std::size_t i = 0; i < pixelNum; ++i) {
         std::uint32_t pixel = 0;
         std::memcpy(&pixel, from + BYTES * i, BYTES);  // bytes need not be aligned
-        pixel = FROM == Format::CAIRO ? pixel : FromRgba(pixel);
+        pixel = FROM == Format::CAIRO ? pixel : Reordered(pixel);
         pixel = WAS_STRAIGHT && !BECOMES_STRAIGHT ? Multiply(pixel) : pixel;
         pixel = BECOMES_STRAIGHT && !WAS_STRAIGHT ? Divide(pixel) : pixel;
-        pixel = TO == Format::CAIRO ? pixel : ToRgba(pixel);
+        pixel = TO == Format::CAIRO ? pixel : Reordered(pixel);
         std::memcpy(to + BYTES * i, &pixel, BYTES);
     }
 }

@@ -5,14 +5,13 @@
 
 #include "CanvasState.h"
 #include "kivgles/KivRecords.h"
-#include "kivgles/kit/Canvas.h"
 
 // Pixels of canvases and images, and how they are handed over to the core.
 
 namespace kivgles::kit {
 
-// Cairo has numbers 0xAARRGGBB in the machine's order of bytes, premultiplied; clients and the core have
-// bytes R, G, B, A, premultiplied or straight.
+// Cairo has numbers 0xAARRGGBB, premultiplied; clients and the core have bytes R, G, B, A, premultiplied or
+// straight.
 enum class Format { CAIRO, PREMULTIPLIED, STRAIGHT };
 
 // Pixels that somebody else owns, rows without anything between them.

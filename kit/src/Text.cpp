@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "CanvasState.h"
 #include "Fonts.h"
-#include "Painter.h"
 
 namespace kivgles::kit {
 
@@ -15,26 +15,13 @@ namespace {
 constexpr char ELLIPSIS[] = "…";
 constexpr double SMOOTHING = 1;  // pixels that ink may reach beyond its extents
 
-// Pango counts in ints: no line may be longer than some two million pixels. What has more characters than
-// this many pixels by the text's size is cut before.
+// Pango counts in ints: no line may be longer than some two million pixels. What has more bytes than this
+// many pixels by the text's size is cut before.
 constexpr double MAX_WIDTH = 2000000;
 constexpr double MAX_ADVANCES = 1600000;
-// So many characters have room where one of the text's size has, at most: narrow ones, and marks.
-constexpr double NARROW = 8;
+// So many bytes have room where a character of the text's size has, at most: of narrow ones, and marks.
+constexpr double NARROW = 24;
 constexpr double AT_LEAST = 64;
-
-// The bytes of so many characters.
-std::size_t Length(std::string_view text, std::size_t characterNum) {
-    constexpr std::size_t LONGEST = 4;  // bytes of a character
-    const std::size_t end = std::min(text.size(), characterNum * LONGEST);
-    for (std::size_t i = 0; i < end; ++i) {
-        const bool begins = (static_cast<unsigned char>(text[i]) & 0xC0U) != 0x80U;
-        if (begins && characterNum-- == 0) {
-            return i;
-        }
-    }
-    return end;
-}
 
 void Insert(PangoAttrList* attributes, PangoAttribute* attribute, std::size_t begin, std::size_t end) {
     attribute->start_index = static_cast<guint>(begin);
@@ -75,6 +62,29 @@ struct Line {
     double x = 0;         // of its first character in the canvas
     double baseline = 0;  // in the canvas
 };
+
+template <typename Paint>
+void ForEach(cairo_t* context, const std::vector<Line>& lines, const Color& color, double opacity,
+             Paint paint) {
+    cairo_set_source_rgba(context, color.r / 255.0, color.g / 255.0, color.b / 255.0, opacity);
+    for (const Line& line : lines) {
+        cairo_move_to(context, line.x, line.baseline);
+        paint(context, line.line);
+    }
+}
+
+// Opaque, and then as one: emoji have no other opacity of their own, and characters may overlap.
+void PaintText(cairo_t* context, const std::vector<Line>& lines, const Color& color) {
+    if (color.a < 255) {
+        cairo_push_group(context);
+    }
+    ForEach(context, lines, color, 1, pango_cairo_show_layout_line);
+    cairo_new_path(context);
+    if (color.a < 255) {
+        cairo_pop_group_to_source(context);
+        cairo_paint_with_alpha(context, color.a / 255.0);
+    }
+}
 
 }  // namespace
 
@@ -137,8 +147,11 @@ TextLayout::TextLayout(const Text& text, std::string_view utf8, double boxWidth,
 void TextLayout::AddParagraph(std::string_view paragraph, bool isLast) {
     const int lineNum = style.wrapped ? maxLines - extent.lines : 1;
     const double room = lineNum * (std::min(width, MAX_WIDTH) / style.size * NARROW + AT_LEAST);
-    const std::size_t length =
-        Length(paragraph, static_cast<std::size_t>(std::min(room, MAX_ADVANCES / style.size)));
+    auto length = static_cast<std::size_t>(
+        std::min({room, MAX_ADVANCES / style.size, static_cast<double>(paragraph.size())}));
+    for (int i = 0; i < 3 && length < paragraph.size() && (paragraph[length] & 0xC0) == 0x80; ++i) {
+        --length;  // to where a character begins
+    }
     const bool isCut = length < paragraph.size();
     const Handle<char> valid(g_utf8_make_valid(paragraph.data(), static_cast<gssize>(length)));
     std::string text = valid.get();
@@ -201,43 +214,9 @@ void TextLayout::AddLines(PangoLayout* layout) {
     }
 }
 
-namespace {
-
-template <typename Paint>
-void ForEach(cairo_t* context, const std::vector<Line>& lines, const Color& color, double opacity,
-             Paint paint) {
-    cairo_set_source_rgba(context, color.r / 255.0, color.g / 255.0, color.b / 255.0, opacity);
-    for (const Line& line : lines) {
-        cairo_move_to(context, line.x, line.baseline);
-        paint(context, line.line);
-    }
-}
-
-void PaintOutlines(cairo_t* context, const std::vector<Line>& lines, const Color& color, double width) {
-    ForEach(context, lines, color, color.a / 255.0, pango_cairo_layout_line_path);
-    cairo_set_line_width(context, 2 * width);
-    cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
-    cairo_stroke(context);
-}
-
-// Opaque, and then as one: emoji have no other opacity of their own, and characters may overlap.
-void PaintText(cairo_t* context, const std::vector<Line>& lines, const Color& color) {
-    if (color.a < 255) {
-        cairo_push_group(context);
-    }
-    ForEach(context, lines, color, 1, pango_cairo_show_layout_line);
-    cairo_new_path(context);
-    if (color.a < 255) {
-        cairo_pop_group_to_source(context);
-        cairo_paint_with_alpha(context, color.a / 255.0);
-    }
-}
-
-}  // namespace
-
 TextExtent Text::Draw(Canvas& canvas, std::string_view utf8, const Rect& box) const {
     constexpr char OPERATION[] = "Text::Draw";
-    Painter painter(canvas, OPERATION);
+    CanvasState& painted = CanvasState::Begin(canvas, OPERATION);
     TextLayout layout(*this, utf8, box.width, box.height, true, OPERATION);
     if (!AreCountable(box.x, box.y, box.width, box.height)) {
         return layout.extent;
@@ -256,23 +235,25 @@ TextExtent Text::Draw(Canvas& canvas, std::string_view utf8, const Rect& box) co
     const double share = align == Align::CENTER ? 0.5 : align == Align::RIGHT ? 1 : 0;
     const double reach = SMOOTHING + (outline.a > 0 ? outlineWidth : 0);
     for (Line& line : layout.lines) {
-        const double x = std::round(box.x + (box.width - line.width) * share);
-        const double y = top + static_cast<double>(line.number) * LineHeight();
+        line.x = std::round(box.x + (box.width - line.width) * share);
+        line.baseline = top + static_cast<double>(line.number) * LineHeight() + inLine;
         if (background.a > 0) {
-            painter.AddRectangle({x, y, line.width, LineHeight()}).Fill(background);
+            painted.AddRectangle({line.x, line.baseline - inLine, line.width, LineHeight()}).Fill(background);
         }
-        line.x = x + line.indent;
-        line.baseline = y + inLine;
+        line.x += line.indent;
     }
     for (const Line& line : layout.lines) {
         PangoRectangle ink;
         pango_layout_line_get_pixel_extents(line.line, &ink, nullptr);
-        painter.AddRectangle({line.x + ink.x - reach, line.baseline + ink.y - reach, ink.width + 2 * reach,
+        painted.AddRectangle({line.x + ink.x - reach, line.baseline + ink.y - reach, ink.width + 2 * reach,
                               ink.height + 2 * reach});
     }
-    painter.Within([&](cairo_t* context) {
+    painted.Within([&](cairo_t* context) {
         if (outline.a > 0 && outlineWidth > 0) {
-            PaintOutlines(context, layout.lines, outline, outlineWidth);
+            ForEach(context, layout.lines, outline, outline.a / 255.0, pango_cairo_layout_line_path);
+            cairo_set_line_width(context, 2 * outlineWidth);
+            cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
+            cairo_stroke(context);
         }
         PaintText(context, layout.lines, color);
     });

@@ -1,9 +1,6 @@
 #ifndef KIVGLES_KIT_CANVAS_H
 #define KIVGLES_KIT_CANVAS_H
 
-/// @file
-/// A picture in memory that anything is painted into.
-
 #include <memory>
 #include <string>
 #include <vector>

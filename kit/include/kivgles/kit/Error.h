@@ -1,9 +1,6 @@
 #ifndef KIVGLES_KIT_ERROR_H
 #define KIVGLES_KIT_ERROR_H
 
-/// @file
-/// The one exception of the kit.
-
 #include <stdexcept>
 #include <string>
 

@@ -108,7 +108,7 @@ class Fill {
     }
 
  private:
-    friend class Painter;
+    friend class CanvasState;
 
     constexpr Fill(const Point& begin, const Color& atBegin, const Point& end, const Color& atEnd,
                    bool varies)

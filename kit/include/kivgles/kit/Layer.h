@@ -1,9 +1,6 @@
 #ifndef KIVGLES_KIT_LAYER_H
 #define KIVGLES_KIT_LAYER_H
 
-/// @file
-/// A picture in the memory of GL.
-
 #include <memory>
 
 #include "kivgles/kit/Error.h"
@@ -17,10 +14,8 @@ class Screen;
 struct Image;
 
 /// A picture in the memory of GL, for what GL is good at: filling, copying, scaling and showing. What needs
-/// more is painted into a Canvas, and drawn into a layer as it is.
-///
-/// It belongs to a screen, of which at most 15 exist at a time, and goes with this object. Its pixels are
-/// premultiplied. All operations but Blend replace what is there, opacity included.
+/// more is painted into a Canvas, and drawn into a layer as it is. It belongs to a screen, which has at most
+/// 15. Its pixels are premultiplied. All operations but Blend replace what is there, opacity included.
 ///
 /// Places are whole pixels: edges between pixels go to the nearer one. What lies outside is cut off, however
 /// far it reaches; what is empty, or has a place or length that is no number, draws nothing. Each operation
@@ -36,9 +31,8 @@ struct Image;
 ///
 /// Threads: as for Screen. All operations but Draw and Blend are queued, so most failures are only logged.
 ///
-/// Every operation throws Error: with the code of the operations of the core that it names, NOT_CONNECTED
-/// without a window, INVALID_ARGUMENT on a layer that was moved away, which can only be assigned to or
-/// destroyed.
+/// Every operation throws Error: with the code of the core's operations that it names, NOT_CONNECTED without
+/// a window, INVALID_ARGUMENT on a layer that was moved away, which can only be assigned to or destroyed.
 class KIVGLES_KIT_EXPORT Layer {
  public:
     /// Makes a transparent layer. Waits. What GL refuses is only logged.

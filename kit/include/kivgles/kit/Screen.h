@@ -1,9 +1,6 @@
 #ifndef KIVGLES_KIT_SCREEN_H
 #define KIVGLES_KIT_SCREEN_H
 
-/// @file
-/// A window that canvases and layers are shown on.
-
 #include <functional>
 #include <memory>
 
@@ -41,8 +38,8 @@ class Layer;
 /// and Finish also that of Init), and NOT_CONNECTED without a window.
 class KIVGLES_KIT_EXPORT Screen {
  public:
-    /// The longest side of a layer, and of a canvas that is presented, in pixels. Every GL that runs OpenGL
-    /// ES 2.0 these days takes it, and what GL does not take it ignores without an answer.
+    /// Pixels of the longest side of a layer, and of a canvas that is presented: what every GL of these days
+    /// takes. What GL does not take it ignores without an answer.
     static constexpr int MAX_LAYER_SIDE = 4096;
 
     /// There is no window, and neither a thread nor GL is used yet.
@@ -85,18 +82,15 @@ class KIVGLES_KIT_EXPORT Screen {
     /// Shows a canvas, scaled to fill the window: waits for the frame before it to be shown, hands over what
     /// has changed in the canvas since it was last shown here, queues this frame, and returns. So one frame
     /// is in flight, and no client can outrun the screen. The canvas may be painted again, or go, at once:
-    /// the screen remembers the picture, which takes as much memory again.
-    ///
-    /// A canvas of the window's size with small changes takes one of the screen's 15 layers, unless the
-    /// client has all of them: then all of the canvas is handed over each time.
+    /// the screen remembers the picture, which takes as much memory again. With small changes one of the
+    /// window's size takes one of the screen's 15 layers; if there is none it is handed over whole each time.
     /// @param canvas It is only read.
     /// @throws Error With the code of KivDrawBitmap, KivBlit or KivRefreshOnSrceen; TOO_LARGE above the
     /// screen's limit; OUT_OF_MEMORY; INVALID_ARGUMENT on a canvas that was moved away.
     void Present(const Canvas& canvas);
 
-    /// Shows a layer, scaled to fill the window, as it is when this frame's turn comes. Waits for the frame
-    /// before it to be shown, queues this frame, and returns.
-    /// @param layer A layer of this screen.
+    /// Shows a layer in the same way, as it is when this frame's turn comes.
+    /// @param layer One of this screen.
     /// @throws Error With the code of KivBlit or KivRefreshOnSrceen; INVALID_ARGUMENT if the layer is
     /// another screen's or was moved away.
     void Present(const Layer& layer);

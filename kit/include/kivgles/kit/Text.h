@@ -1,9 +1,6 @@
 #ifndef KIVGLES_KIT_TEXT_H
 #define KIVGLES_KIT_TEXT_H
 
-/// @file
-/// Text in any script, in boxes: aligned, wrapped, shortened.
-
 #include <algorithm>
 #include <cmath>
 #include <string>
@@ -60,10 +57,8 @@ struct TextExtent {
 /// is shortened if there is more. A box without width or height shows nothing. Only the ink of slanted
 /// characters, outlines, and marks above and below may reach over the edges.
 ///
-/// Measured is drawn: both are of the same layout.
-///
-/// What cannot fit the box is not even looked at, so a text of any length takes no longer than what is seen
-/// of it. Measured without a box it takes about a second for each megabyte.
+/// What cannot fit the box is not even looked at; measured without one a text takes a second for each
+/// megabyte.
 ///
 /// Threads: any, as many as one likes; the object itself is a value, and one may be used by several threads.
 /// The first text of a thread takes a few milliseconds more: each has fonts of its own, which go with it.
@@ -71,7 +66,6 @@ class KIVGLES_KIT_EXPORT Text {
  public:
     /// White, 40 pixels high, upright and regular, one line, in the top-left corner of its box.
     Text() = default;
-
     /// @param pixels,foreground As Sized and Colored have them; all else as above.
     Text(double pixels, const Color& foreground) { *this = Sized(pixels).Colored(foreground); }
 
@@ -81,27 +75,21 @@ class KIVGLES_KIT_EXPORT Text {
     /// @param pixels From 1 to 1000; less counts as 1, as what is no number does, more as 1000. @return A
     /// copy.
     Text Sized(double pixels) const { return With(&Text::size, pixels > 1 ? std::min(pixels, 1000.0) : 1); }
-
     /// @param foreground Of all but emoji, not premultiplied; its opacity is theirs, too. @return A copy.
     Text Colored(const Color& foreground) const { return With(&Text::color, foreground); }
-
     /// @param names Families, the first one that is installed or was added: "Noto Sans, DejaVu Sans". At
     /// first, and for what they lack, it is the system's "sans-serif". @return A copy.
     Text Family(const std::string& names) const { return With(&Text::family, names); }
-
     /// @param tag As in "ja" or "zh-Hant", at first "en": decides between forms of the same characters, and
     /// where lines are broken. @return A copy.
     Text Language(const std::string& tag) const { return With(&Text::language, tag); }
-
     /// @param backdrop As wide as each line and as high as its line height; at first none. @return A copy.
     Text On(const Color& backdrop) const { return With(&Text::background, backdrop); }
-
     /// @param edge,pixels An outline's colour, and how far it reaches beyond the characters, at most 100; at
     /// first there is none. @return A copy that can be read on whatever is below.
     Text Outlined(const Color& edge, double pixels) const {
         return With(&Text::outline, edge).With(&Text::outlineWidth, pixels > 0 ? std::min(pixels, 100.0) : 0);
     }
-
     Text Bold() const { return With(&Text::bold, true); }      ///< @return A copy in bold.
     Text Italic() const { return With(&Text::italic, true); }  ///< @return A copy in italic, or slanted.
     Text Underlined() const { return With(&Text::underlined, true); }  ///< @return An underlined copy.
@@ -141,7 +129,7 @@ class KIVGLES_KIT_EXPORT Text {
 
     static constexpr Size UNLIMITED = {1 << 24, 1 << 24};  ///< A box that everything fits into.
 
-    /// Measures a text as it would be drawn.
+    /// Measures a text as it would be drawn: it is laid out in the same way.
     /// @param utf8,box What, and width and height of its box.
     /// @return What it takes.
     /// @throws Error NO_FONT.
