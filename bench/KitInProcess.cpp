@@ -22,24 +22,25 @@ void PaintCanvas(benchmark::State& state) {
 }
 BENCHMARK(PaintCanvas)->Threads(1)->Threads(2)->UseRealTime();
 
-using Conversion = void (*)(const std::uint8_t* from, std::uint8_t* to, std::size_t pixelNum);
+using kivgles::kit::Format;
 
-void Megapixel(benchmark::State& state, Conversion convert) {
-    constexpr std::size_t PIXELS = 1000000;
-    std::vector<std::uint8_t> from(4 * PIXELS);
-    std::vector<std::uint8_t> to(4 * PIXELS);
+void Megapixel(benchmark::State& state, Format format, Format wanted) {
+    constexpr int SIDE = 1000;
+    std::vector<std::uint8_t> from(4 * SIDE * SIDE);
+    std::vector<std::uint8_t> to(from.size());
     for (std::size_t i = 0; i < from.size(); ++i) {
         from[i] =
             static_cast<std::uint8_t>(i % 4 == 3 ? i * 7 : i % 4);  // all opacities; no channel is above
     }
     for (auto _ : state) {
-        convert(from.data(), to.data(), PIXELS);
+        kivgles::kit::Convert({from.data(), {SIDE, SIDE}, format}, {0, 0, SIDE, SIDE}, wanted, to.data(),
+                              SIDE);
         benchmark::ClobberMemory();
     }
 }
-BENCHMARK_CAPTURE(Megapixel, Reorder, kivgles::kit::PremultipliedFromCairo);
-BENCHMARK_CAPTURE(Megapixel, Multiply, kivgles::kit::CairoFromStraight);
-BENCHMARK_CAPTURE(Megapixel, Divide, kivgles::kit::StraightFromCairo);
+BENCHMARK_CAPTURE(Megapixel, Reorder, Format::CAIRO, Format::PREMULTIPLIED);
+BENCHMARK_CAPTURE(Megapixel, Multiply, Format::STRAIGHT, Format::CAIRO);
+BENCHMARK_CAPTURE(Megapixel, Divide, Format::CAIRO, Format::STRAIGHT);
 
 }  // namespace
 

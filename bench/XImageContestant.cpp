@@ -24,6 +24,10 @@ unsigned long Start(unsigned long window, int, int) {
     display = XOpenDisplay(nullptr);
     target = window;
     graphics = XCreateGC(display, target, 0, nullptr);
+    // The frame is whole though the other contestants' windows cover it, and only a part of it is put again.
+    XSetWindowAttributes attributes{};
+    attributes.backing_store = Always;
+    XChangeWindowAttributes(display, target, CWBackingStore, &attributes);
     const int screen = DefaultScreen(display);
     image = XCreateImage(display, DefaultVisual(display, screen),
                          static_cast<unsigned int>(DefaultDepth(display, screen)), ZPixmap, 0,

@@ -158,8 +158,7 @@ def check_pictures(measure, running, folder):
         difference = abs(picture - pictures[reference])
         if name in OWN and difference.max() > OWN_LIMIT:
             raise SystemExit(f"bench: {measure.name}: {name} differs from {reference} by {difference.max()}")
-        in_parts = name == "ximage" and "clock" in measure.name  # its window has no whole to compare
-        if is_picture and not in_parts and difference.mean() > PEER_LIMIT:
+        if is_picture and difference.mean() > PEER_LIMIT:
             raise SystemExit(f"bench: {measure.name}: {name} draws something else ({difference.mean():.1f})")
     if is_picture and any(
             picture.max() == picture.min() for picture in pictures.values()):

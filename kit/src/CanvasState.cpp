@@ -1,65 +1,75 @@
 #include "CanvasState.h"
 
 #include <algorithm>
-#include <atomic>
 #include <cmath>
-#include <cstddef>
-#include <string>
+#include <new>
 
-#include "Words.h"
-#include "kivgles/kit/Canvas.h"
-#include "kivgles/kit/Error.h"
+#include "Pixels.h"
 
 namespace kivgles::kit {
 
 namespace {
 
-std::uint64_t NextIdentity() {
-    static std::atomic<std::uint64_t> last{0};
-    return ++last;
+constexpr int MAX_PARTS = 16;  // each is handed over by itself, which has its price
+
+constexpr double FAR = 50000;           // pixels
+constexpr double MAX_RADIUS = 30000;    // of circles
+constexpr double MAX_ROUNDING = 15000;  // of corners and ends: out of sight where their shape is cut
+constexpr double MIN_SCALE = 1e-9;      // of pictures that are drawn larger
+constexpr double MAX_SCALE = 32767;     // and smaller
+constexpr double TOLERANCE = 0.03;      // pixels between an arc and its lines
+constexpr double DEGREE = 3.14159265358979323846 / 180;
+
+double Near(double place) { return std::clamp(place, -FAR, FAR); }
+
+double Crossing(double place, double from, double to) {
+    return from == to ? 1 : (place - from) / (to - from);
 }
 
-// Zeroed pixels, or null if there is no memory for them.
-std::uint8_t* Allocate(Size size, const char* operation) {
-    if (size.width <= 0 || size.height <= 0) {
-        throw Error(operation, Error::INVALID_ARGUMENT, InWords(size) + " hold nothing");
+// What is outside goes along the border.
+void AddLine(cairo_t* context, const Point& from, const Point& to) {
+    double shares[] = {Crossing(-FAR, from.x, to.x), Crossing(FAR, from.x, to.x),
+                       Crossing(-FAR, from.y, to.y), Crossing(FAR, from.y, to.y), 1};
+    std::sort(std::begin(shares), std::end(shares));
+    for (const double share : shares) {
+        if (share > 0 && share <= 1) {
+            cairo_line_to(context, Near(from.x + (to.x - from.x) * share),
+                          Near(from.y + (to.y - from.y) * share));
+        }
     }
-    if (std::max(size.width, size.height) > Canvas::MAX_SIDE) {
-        throw Error(operation, Error::TOO_LARGE,
-                    InWords(size) + " are more than " + std::to_string(Canvas::MAX_SIDE) + " on a side");
-    }
-    void* const memory =
-        std::calloc(static_cast<std::size_t>(size.height), static_cast<std::size_t>(size.width) * 4);
-    if (memory == nullptr) {
-        throw Error(operation, Error::OUT_OF_MEMORY, "no memory for " + InWords(size));
-    }
-    return static_cast<std::uint8_t*>(memory);
+}
+
+bool IsCountable(const Rect& rect) { return AreCountable(rect.x, rect.y, rect.width, rect.height); }
+
+void AddStop(cairo_pattern_t* pattern, double place, const Color& color, const Color& other) {
+    const Color& hue = color.a == 0 ? other : color;
+    cairo_pattern_add_color_stop_rgba(pattern, place, hue.r / 255.0, hue.g / 255.0, hue.b / 255.0,
+                                      color.a / 255.0);
 }
 
 }  // namespace
 
-CanvasState::CanvasState(kit::Size pixelSize, const char* operation)
-    : identity(NextIdentity()),
-      size(pixelSize),
-      pixels(Allocate(pixelSize, operation)),
-      surface(NewSurface()),
-      context(cairo_create(surface.get())) {
+CanvasState::CanvasState(const kit::Size& pixels, const char* operationName)
+    : size(pixels),
+      surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, size.width, size.height)),
+      context(cairo_create(surface.get())),
+      operation(operationName) {
+    CheckSize(size, Canvas::MAX_SIDE, operation);
     if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
         throw Error(operation, Error::OUT_OF_MEMORY, "no memory for " + InWords(size));
     }
-    Changed(Whole());
 }
 
-CanvasState& CanvasState::Of(const Canvas& canvas, const char* operation) {
+CanvasState& CanvasState::Of(const Canvas& canvas, const char* operationName) {
     if (canvas.state == nullptr) {
-        throw Error(operation, Error::INVALID_ARGUMENT, "the canvas was moved away");
+        throw Error(operationName, Error::INVALID_ARGUMENT, "the canvas was moved away");
     }
     return *canvas.state;
 }
 
 std::uint8_t* CanvasState::Pixels() {
     cairo_surface_flush(surface.get());
-    return pixels.get();
+    return cairo_image_surface_get_data(surface.get());
 }
 
 PixelRect CanvasState::Touched(const Rect& area) const {
@@ -75,27 +85,222 @@ PixelRect CanvasState::Touched(const Rect& area) const {
             cut(std::ceil(area.y + area.height), size.height) - y};
 }
 
-cairo_t* CanvasState::Context() {
-    if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
-        context.reset(cairo_create(surface.get()));  // there may be memory again
+// Beyond so many parts, one around all of them costs no more.
+void CanvasState::Changed(const PixelRect& rect) {
+    const cairo_rectangle_int_t part = {rect.x, rect.y, rect.width, rect.height};
+    for (const auto& [receiver, region] : missing) {
+        if (cairo_region_union_rectangle(region.get(), &part) != CAIRO_STATUS_SUCCESS) {
+            throw std::bad_alloc();
+        }
+        if (cairo_region_num_rectangles(region.get()) > MAX_PARTS) {
+            cairo_rectangle_int_t around;
+            cairo_region_get_extents(region.get(), &around);
+            (void)cairo_region_union_rectangle(region.get(), &around);
+        }
     }
-    return context.get();
 }
 
-cairo_t* CanvasState::ClientContext(const PixelRect& clip, const char* operation) {
-    const Handle<cairo_surface_t> target = NewSurface();
+std::vector<PixelRect> CanvasState::Take(Receiver& receiver) {
+    const auto isGone = [](const Missing& part) { return part.receiver.expired(); };
+    missing.erase(std::remove_if(missing.begin(), missing.end(), isGone), missing.end());
+    auto found = std::find_if(missing.begin(), missing.end(),
+                              [&](const Missing& part) { return part.receiver.lock() == receiver; });
+    if (found == missing.end()) {
+        receiver = std::make_shared<int>();  // what it took over before forgets it
+        const cairo_rectangle_int_t whole = {0, 0, size.width, size.height};
+        found =
+            missing.insert(found, {receiver, Handle<cairo_region_t>(cairo_region_create_rectangle(&whole))});
+    }
+    std::vector<PixelRect> parts;
+    cairo_rectangle_int_t part;
+    for (int i = 0; i < cairo_region_num_rectangles(found->region.get()); ++i) {
+        cairo_region_get_rectangle(found->region.get(), i, &part);
+        parts.push_back({part.x, part.y, part.width, part.height});
+    }
+    found->region.reset(cairo_region_create());
+    return parts;
+}
+
+cairo_t* CanvasState::ClientContext(const Rect& area) {
+    const Handle<cairo_surface_t> target(cairo_image_surface_create_for_data(
+        Pixels(), CAIRO_FORMAT_ARGB32, size.width, size.height, cairo_image_surface_get_stride(Surface())));
     clientContext.reset(cairo_create(target.get()));
+    const PixelRect clip = Touched(area);
     cairo_rectangle(clientContext.get(), clip.x, clip.y, clip.width, clip.height);
     cairo_clip(clientContext.get());
     if (cairo_status(clientContext.get()) != CAIRO_STATUS_SUCCESS) {
-        throw Error(operation, Error::OUT_OF_MEMORY);
+        throw Error(operation, Error::OUT_OF_MEMORY, "out of memory");
     }
+    Changed(clip);
     return clientContext.get();
 }
 
-Handle<cairo_surface_t> CanvasState::NewSurface() {
-    return Handle<cairo_surface_t>(cairo_image_surface_create_for_data(pixels.get(), CAIRO_FORMAT_ARGB32,
-                                                                       size.width, size.height, Stride()));
+CanvasState& CanvasState::Begin(const char* operationName) {
+    operation = operationName;
+    if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
+        context.reset(cairo_create(surface.get()));  // there may be memory again
+    }
+    cairo_new_path(context.get());
+    cairo_set_operator(context.get(), CAIRO_OPERATOR_OVER);
+    cairo_set_tolerance(context.get(), TOLERANCE);
+    return *this;
+}
+
+CanvasState& CanvasState::AddRectangle(const Rect& rect) {
+    if (IsCountable(rect) && rect.width > 0 && rect.height > 0) {
+        const double left = Near(rect.x);
+        const double top = Near(rect.y);
+        cairo_rectangle(context.get(), left, top, Near(rect.x + rect.width) - left,
+                        Near(rect.y + rect.height) - top);
+    }
+    return *this;
+}
+
+CanvasState& CanvasState::AddRoundedRectangle(const Rect& rect, double radius) {
+    const double r = std::min({radius, rect.width / 2, rect.height / 2, MAX_ROUNDING});
+    if (radius <= 0) {
+        return AddRectangle(rect);
+    }
+    if (r > 0 && IsCountable(rect)) {
+        const double left = Near(rect.x) + r;
+        const double top = Near(rect.y) + r;
+        const double right = Near(rect.x + rect.width) - r;
+        const double bottom = Near(rect.y + rect.height) - r;
+        const Point corners[] = {{left, top}, {right, top}, {right, bottom}, {left, bottom}};
+        for (int i = 0; i < 4; ++i) {
+            cairo_arc(context.get(), corners[i].x, corners[i].y, r, (i - 2) * 90 * DEGREE,
+                      (i - 1) * 90 * DEGREE);
+        }
+        cairo_close_path(context.get());
+    }
+    return *this;
+}
+
+CanvasState& CanvasState::AddArc(const Point& center, double outer, double inner, double start,
+                                 double sweep) {
+    const bool isInReach =
+        std::abs(center.x) < 2 * FAR && std::abs(center.y) < 2 * FAR && outer <= MAX_RADIUS;
+    if (!isInReach || !(outer > 0 && inner < outer) || !AreCountable(start, sweep)) {
+        return *this;
+    }
+    const bool isRing = std::abs(sweep) >= 360;
+    double from = isRing ? 0 : std::fmod(start, 360) * DEGREE;
+    double to = from + (isRing ? 360 : sweep) * DEGREE;
+    if (from > to) {
+        std::swap(from, to);
+    }
+    cairo_arc(context.get(), center.x, center.y, outer, from, to);
+    if (isRing) {
+        cairo_close_path(context.get());
+        cairo_move_to(context.get(), center.x + std::max(inner, 0.0), center.y);
+    }
+    cairo_arc_negative(context.get(), center.x, center.y, std::max(inner, 0.0), to, from);
+    cairo_close_path(context.get());
+    return *this;
+}
+
+CanvasState& CanvasState::AddLines(const std::vector<Point>& points, bool closed) {
+    const auto isCountable = [](const Point& point) { return AreCountable(point.x, point.y); };
+    if (points.empty() || !std::all_of(points.begin(), points.end(), isCountable)) {
+        return *this;
+    }
+    cairo_move_to(context.get(), Near(points[0].x), Near(points[0].y));
+    for (std::size_t i = 1; i < points.size(); ++i) {
+        AddLine(context.get(), points[i - 1], points[i]);
+    }
+    AddLine(context.get(), points.back(), closed ? points.front() : points.back());  // a single one is a dot
+    return *this;
+}
+
+void CanvasState::Fill(const kit::Fill& fill, cairo_operator_t how) {
+    if (SetSource(fill) && Touch(0)) {
+        cairo_set_operator(context.get(), how);
+        cairo_fill(context.get());
+    }
+    Check();
+}
+
+void CanvasState::Stroke(const kit::Fill& fill, double thickness) {
+    const double width = std::min(thickness, 2 * MAX_ROUNDING);
+    if (width > 0 && SetSource(fill) && Touch(width / 2 + 1)) {
+        cairo_set_line_width(context.get(), width);
+        cairo_set_line_cap(context.get(), CAIRO_LINE_CAP_ROUND);
+        cairo_set_line_join(context.get(), CAIRO_LINE_JOIN_ROUND);
+        cairo_stroke(context.get());
+    }
+    Check();
+}
+
+void CanvasState::Draw(cairo_surface_t* picture, const Size& pictureSize, const Rect& to, double opacity) {
+    if (!(opacity > 0)) {
+        return;
+    }
+    AddRectangle(to);
+    Within([&](cairo_t* clipped) {
+        // Pixels of the picture for one of the canvas, within what Cairo can count.
+        const double right = std::clamp(pictureSize.width / to.width, MIN_SCALE, MAX_SCALE);
+        const double down = std::clamp(pictureSize.height / to.height, MIN_SCALE, MAX_SCALE);
+        cairo_matrix_t matrix;
+        cairo_matrix_init(&matrix, right, 0, 0, down, -to.x * right, -to.y * down);
+        cairo_set_source_surface(clipped, picture, 0, 0);
+        cairo_pattern_set_matrix(cairo_get_source(clipped), &matrix);
+        cairo_pattern_set_extend(cairo_get_source(clipped), CAIRO_EXTEND_PAD);  // its edges do not fade
+        cairo_paint_with_alpha(clipped, std::min(opacity, 1.0));
+    });
+}
+
+void CanvasState::Draw(const Image& image, const Rect& to, double opacity) {
+    const PixelView view = ViewOf(image, operation);
+    CanvasState picture(image.size, operation);
+    Convert(view, Whole(image.size), Format::CAIRO, picture.Pixels(), image.size.width);
+    cairo_surface_mark_dirty(picture.Surface());
+    Draw(picture.Surface(), image.size, to, opacity);
+}
+
+void CanvasState::Draw(const Canvas& picture, const Rect& to, double opacity) {
+    const CanvasState& state = CanvasState::Of(picture, operation);
+    if (&state == this) {
+        throw Error(operation, Error::INVALID_ARGUMENT, "a canvas cannot be drawn into itself");
+    }
+    Draw(state.Surface(), state.size, to, opacity);
+}
+
+// False if the fill is none.
+bool CanvasState::SetSource(const kit::Fill& fill) {
+    const auto& [from, first, to, last, isGradient] = fill;
+    if (!isGradient) {
+        cairo_set_source_rgba(context.get(), first.r / 255.0, first.g / 255.0, first.b / 255.0,
+                              first.a / 255.0);
+        return true;
+    }
+    if (!AreCountable(from.x, from.y, to.x, to.y) || (from.x == to.x && from.y == to.y)) {
+        return false;
+    }
+    const Handle<cairo_pattern_t> pattern(cairo_pattern_create_linear(from.x, from.y, to.x, to.y));
+    AddStop(pattern.get(), 0, first, last);
+    AddStop(pattern.get(), 1, last, first);
+    cairo_set_source(context.get(), pattern.get());
+    return true;
+}
+
+// Counts the pixels as changed that the path, and so much around it, touches; false if there are none.
+bool CanvasState::Touch(double reach) {
+    if (cairo_has_current_point(context.get()) == FALSE) {
+        return false;
+    }
+    double left = 0, top = 0, right = 0, bottom = 0;
+    cairo_path_extents(context.get(), &left, &top, &right, &bottom);
+    const PixelRect touched =
+        Touched({left - reach, top - reach, right - left + 2 * reach, bottom - top + 2 * reach});
+    Changed(touched);
+    return !IsEmpty(touched);
+}
+
+// What Cairo could not do, it could not for want of memory: all that it is asked for makes sense.
+void CanvasState::Check() const {
+    if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
+        throw Error(operation, Error::OUT_OF_MEMORY, "out of memory");
+    }
 }
 
 }  // namespace kivgles::kit

@@ -1,18 +1,14 @@
 #ifndef KIVGLES_KIT_CANVASSTATE_H
 #define KIVGLES_KIT_CANVASSTATE_H
 
-#include <cstdint>
-#include <cstdlib>
 #include <memory>
 #include <vector>
 
-#include "ChangeList.h"
 #include "Handle.h"
-#include "kivgles/kit/Geometry.h"
+#include "Sizes.h"
+#include "kivgles/kit/Canvas.h"
 
 namespace kivgles::kit {
-
-class Canvas;
 
 // Whether places and lengths can be counted in pixels. Sums of a few such are numbers, too.
 template <typename... Number>
@@ -21,57 +17,86 @@ bool AreCountable(Number... numbers) {
     return ((numbers >= -MOST && numbers <= MOST) && ...);
 }
 
-// The pixels of a canvas, what Cairo paints them with, and what has changed in them.
+// The pixels of a canvas, how they are painted, and what each of those who show it has not got yet.
 //
 // Owner:  a Canvas. It stays where it is when the Canvas is moved.
 // Thread: the one that uses the canvas.
 class CanvasState {
  public:
-    // Transparent. Throws for `operation`.
-    CanvasState(kit::Size pixels, const char* operation);
-    CanvasState(const CanvasState&) = delete;
-    CanvasState& operator=(const CanvasState&) = delete;
+    // Transparent. Throws for an operation.
+    CanvasState(const Size& pixels, const char* operationName);
 
-    // Of a canvas that `operation` uses; throws if it was moved away.
-    static CanvasState& Of(const Canvas& canvas, const char* operation);
+    // Of a canvas that an operation uses; throws if it was moved away.
+    static CanvasState& Of(const Canvas& canvas, const char* operationName);
 
-    // Of the picture, whichever Canvas has it: unique in the process, and never used again.
-    std::uint64_t Identity() const { return identity; }
-    kit::Size Size() const { return size; }
-
-    // As Cairo's ARGB32 has them: premultiplied, in the machine's order of bytes.
+    // As Cairo's ARGB32 has them: premultiplied, in the machine's order of bytes, row by row.
     std::uint8_t* Pixels();
-    int Stride() const { return size.width * 4; }  // bytes
-
-    // What a receiver keeps, and asks with for what it has not got yet.
-    std::uint64_t Revision() { return changes.Revision(); }
-    std::vector<PixelRect> ChangesSince(std::uint64_t revision) { return changes.Since(revision); }
 
     // The pixels that an area touches; none if it is not countable.
     PixelRect Touched(const Rect& area) const;
-    PixelRect Whole() const { return {0, 0, size.width, size.height}; }
-    void Changed(const PixelRect& rect) { changes.Add(rect); }
 
-    // For the kit itself, without a clip.
-    cairo_t* Context();
-    // For the client, who may leave it in any state; the former one is gone. Throws for `operation`.
-    cairo_t* ClientContext(const PixelRect& clip, const char* operation);
-    cairo_surface_t* Surface() { return surface.get(); }
+    void Changed(const PixelRect& rect);  // inside of the picture
+
+    // Stands for one who shows pictures, and for what it has got: null for nothing.
+    using Receiver = std::shared_ptr<const int>;
+    // For a receiver that is about to take over what it lacks: never less than what has changed, sometimes
+    // more, and everything if what it took over last was another picture. Disjoint.
+    std::vector<PixelRect> Take(Receiver& receiver);
+
+    // For the client, who may leave it in any state, to paint there, which counts as changed; the former one
+    // is gone.
+    cairo_t* ClientContext(const Rect& area);
+    cairo_surface_t* Surface() const { return surface.get(); }
+
+    // Begins an operation: what is added to the path is then painted in one go. Cairo is right up to some
+    // 100,000 pixels; what reaches farther is cut, out of every canvas' sight.
+    CanvasState& Begin(const char* operationName);
+    static CanvasState& Begin(const Canvas& canvas, const char* operationName) {
+        return Of(canvas, operationName).Begin(operationName);
+    }
+
+    // Nothing is added of what has no extent, or a place or length that is not countable.
+    CanvasState& AddRectangle(const Rect& rect);
+    CanvasState& AddRoundedRectangle(const Rect& rect, double radius);
+    // Angles in degrees. Without an inner radius above 0 it reaches the centre.
+    CanvasState& AddArc(const Point& center, double outer, double inner, double start, double sweep);
+    CanvasState& AddLines(const std::vector<Point>& points, bool closed);
+
+    void Fill(const kit::Fill& fill, cairo_operator_t how = CAIRO_OPERATOR_OVER);
+    void Stroke(const kit::Fill& fill, double thickness);
+    // A picture, scaled to fill `to`. Throws for an image that is none, and a canvas that was moved away.
+    void Draw(cairo_surface_t* picture, const Size& pictureSize, const Rect& to, double opacity);
+    void Draw(const Image& image, const Rect& to, double opacity);
+    void Draw(const Canvas& picture, const Rect& to, double opacity);
+    // Where the path is: calls what paints there with the context.
+    template <typename Paint>
+    void Within(Paint paint) {
+        if (Touch(0)) {
+            cairo_save(context.get());
+            cairo_clip(context.get());
+            paint(context.get());
+            cairo_restore(context.get());
+        }
+        Check();
+    }
+
+    const Size size;
 
  private:
-    Handle<cairo_surface_t> NewSurface();
+    bool SetSource(const kit::Fill& fill);
+    bool Touch(double reach);
+    void Check() const;
 
-    struct Free {
-        void operator()(std::uint8_t* memory) const { std::free(memory); }
+    struct Missing {
+        std::weak_ptr<const int> receiver;
+        Handle<cairo_region_t> region;
     };
 
-    const std::uint64_t identity;
-    const kit::Size size;
-    const std::unique_ptr<std::uint8_t, Free> pixels;
-    const Handle<cairo_surface_t> surface;  // on the pixels, as is each that a client gets
+    const Handle<cairo_surface_t> surface;
     Handle<cairo_t> context;
-    Handle<cairo_t> clientContext;
-    ChangeList changes;
+    const char* operation = "";
+    Handle<cairo_t> clientContext;  // on a surface of its own, of the same pixels
+    std::vector<Missing> missing;
 };
 
 }  // namespace kivgles::kit

@@ -4,18 +4,20 @@
 #include <string>
 #include <utility>
 
-#include "LayerState.h"
-#include "Words.h"
 #include "kivgles/KivGLRecords.h"
-#include "kivgles/kit/Error.h"
 
 namespace kivgles::kit {
 
 namespace {
 
 constexpr int MAX_QUEUED = 256;  // so that nobody waits long for what somebody else has queued
-constexpr std::size_t MAX_LAYERS = 15;
-constexpr int ALL_LAYERS_IN_USE = 15;  // the core's code
+constexpr int MAX_LAYERS = 15;   // this and the core's code for more
+
+void CheckResult(const char* operation, int result) {
+    if (result != 0) {
+        throw Error(operation, result, "failed with code " + std::to_string(result) + ", the log says why");
+    }
+}
 
 }  // namespace
 
@@ -30,7 +32,7 @@ DeviceLock::DeviceLock(Device& device, const char* operation) : lock(device.mute
 
 KivGLDrawSurface& Device::Surface() {
     if (surface == nullptr) {
-        throw Error(operation, Error::NOT_CONNECTED);
+        throw Error(operation, Error::NOT_CONNECTED, "no window is connected");
     }
     if (++queued > MAX_QUEUED) {
         queued = 0;
@@ -39,11 +41,7 @@ KivGLDrawSurface& Device::Surface() {
     return *surface;
 }
 
-void Device::Check(int result) const {
-    if (result != 0) {
-        throw Error(operation, result);
-    }
-}
+void Device::Check(int result) const { CheckResult(operation, result); }
 
 void Device::Blit(unsigned int from, const PixelRect& part, unsigned int to, const PixelRect& place) {
     Check(Surface().KivBlit({from, to, Unsigned(part), Unsigned(place)}));
@@ -58,10 +56,7 @@ void Device::Wait(const char* operationName) {
         waitedFor = &Surface();
         use.lock();
     }
-    const int result = waitedFor->Init(0);
-    if (result != 0) {
-        throw Error(operationName, result);
-    }
+    CheckResult(operationName, waitedFor->Init(0));
 }
 
 std::function<void()> Device::Connect(ANativeWindow* another, bool isNew) {
@@ -83,7 +78,7 @@ std::function<void()> Device::Connect(ANativeWindow* another, bool isNew) {
     window = another;
     windowSize = {static_cast<int>(surface->KivGetWindowWidth()),
                   static_cast<int>(surface->KivGetWindowHeight())};
-    (void)frame.ShowAgain();  // if there is something
+    (void)ShowAgain();  // if there is something
     return isNew && std::exchange(wasConnected, true) ? repaint : nullptr;
 }
 
@@ -93,9 +88,7 @@ void Device::Close() {
     window = nullptr;
     windowSize = {};
     spares = {};  // they went with the surface, and so did what layers held
-    for (const LayerState* const layer : layers) {
-        frame.Forget(*layer);
-    }
+    shown = nullptr;
 }
 
 void Device::Add(LayerState& layer) {
@@ -108,7 +101,7 @@ void Device::Add(LayerState& layer) {
 
 void Device::Remove(LayerState& layer) {
     layers.erase(&layer);
-    frame.Forget(layer);
+    shown = shown == &layer ? nullptr : shown;
     if (surface != nullptr) {
         (void)surface->KivDestoryGLFBO(layer.handle);  // nobody is left to be told
     }
@@ -128,7 +121,7 @@ SpareLayer& Device::Provide(Spare spare, const Size& size) {
 bool Device::IsFull() const {
     const auto spareNum = std::count_if(spares.begin(), spares.end(),
                                         [](const SpareLayer& spare) { return spare.handle != 0; });
-    return layers.size() + static_cast<std::size_t>(spareNum) >= MAX_LAYERS;
+    return static_cast<std::ptrdiff_t>(layers.size()) + spareNum >= MAX_LAYERS;
 }
 
 void Device::MakePlace(std::size_t first) {
@@ -136,7 +129,7 @@ void Device::MakePlace(std::size_t first) {
         Drop(spares[i - 1]);
     }
     if (IsFull()) {
-        throw Error(operation, ALL_LAYERS_IN_USE,
+        throw Error(operation, MAX_LAYERS,
                     "all " + std::to_string(MAX_LAYERS) + " layers of the screen are in use");
     }
 }
@@ -153,6 +146,25 @@ unsigned int Device::Create(const Size& size) {
     unsigned int handle = 0;
     Check(Surface().KivCreateGLFBO(handle, rect.width, rect.height, KIV_COLOR_FORMAT_RGBA8888));
     return handle;
+}
+
+LayerState::LayerState(const std::shared_ptr<Device>& layerDevice, const Size& pixels)
+    : device(layerDevice), size(pixels) {
+    const DeviceLock lock(*device, "Layer");
+    device->Add(*this);
+}
+
+LayerState::~LayerState() {
+    const DeviceLock lock(*device, "Layer");
+    device->Remove(*this);
+}
+
+LayerState& LayerState::Of(const std::unique_ptr<LayerState>& state, const char* operation,
+                           const char* name) {
+    if (state == nullptr) {
+        throw Error(operation, Error::INVALID_ARGUMENT, std::string(name) + " was moved away");
+    }
+    return *state;
 }
 
 }  // namespace kivgles::kit

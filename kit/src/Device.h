@@ -2,24 +2,57 @@
 #define KIVGLES_KIT_DEVICE_H
 
 #include <array>
-#include <cstddef>
+#include <condition_variable>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <set>
 #include <shared_mutex>
 
-#include "DeviceLock.h"
-#include "Frame.h"
-#include "kivgles/KivDisplay.h"
+#include "CanvasState.h"
 #include "kivgles/KivGLDrawSurface.h"
-#include "kivgles/kit/Geometry.h"
+#include "kivgles/KivMutex.h"
 
 namespace kivgles::kit {
 
-class LayerState;
+class Device;
+struct LayerState;
 
-inline PixelRect Whole(const Size& size) { return {0, 0, size.width, size.height}; }
-inline bool AreEqual(const Size& a, const Size& b) { return a.width == b.width && a.height == b.height; }
+// Lets threads in one by one, in the order in which they came: with a plain mutex a thread that presents in a
+// loop takes it again before any other has woken up.
+class FairMutex {
+ public:
+    void lock() {
+        std::unique_lock<std::mutex> held(mutex);
+        turnCame.wait(held, [this, ticket = nextTicket++] { return turn == ticket; });
+    }
+    void unlock() {
+        const std::lock_guard<std::mutex> held(mutex);
+        ++turn;
+        turnCame.notify_all();
+    }
+
+ private:
+    std::mutex mutex;  // never held for long
+    std::condition_variable turnCame;
+    std::uint64_t nextTicket = 0;
+    std::uint64_t turn = 0;  // the ticket of the thread that is in, or may come in
+};
+
+// The lock of a device, for clang to check: one for all devices, because a thread holds one at a time.
+class KIVGLES_THREAD_ANNOTATION(capability("role")) DeviceRole {};
+inline constexpr DeviceRole DEVICE_LOCK;
+
+// Holds the lock of a device for one operation, which names the errors that are thrown under it.
+class KIVGLES_THREAD_ANNOTATION(scoped_lockable) DeviceLock {
+ public:
+    DeviceLock(Device& device, const char* operation)
+        KIVGLES_THREAD_ANNOTATION(acquire_capability(DEVICE_LOCK));
+    ~DeviceLock() KIVGLES_THREAD_ANNOTATION(release_capability()) = default;
+
+ private:
+    const std::lock_guard<FairMutex> lock;
+};
 
 // As the core takes what has been cut off at the edges, where no number is negative.
 TagKivRectInfo Unsigned(const PixelRect& rect);
@@ -28,13 +61,18 @@ TagKivRectInfo Unsigned(const PixelRect& rect);
 struct SpareLayer {
     unsigned int handle = 0;  // 0: there is none
     Size size;
-    bool isCurrent = false;  // holds all that the frame's copy does
+    bool isCurrent = false;  // holds all that the copy does
 };
 
 // What each of them is for. One that is made may take the place of those named after it.
 enum Spare : std::size_t { PART, SCALED, PICTURE, SPARE_NUM };
 
-// The surface of the core with what has to be set up again on a new one: window and layers.
+// The surface of the core with what has to be set up again on a new one: window, layers and what is shown.
+//
+// Of a canvas that is shown a copy is kept, in the core's order of bytes, so that it can be shown again when
+// the canvas has been painted since or is gone. What has changed goes into a spare layer of the window's
+// size, and that onto the window; where much changes every time, or the size is another one, all of it goes
+// straight onto the window.
 //
 // Owner:  a Screen and its layers together, so that they may go in any order. After Close, or while a window
 //         could not be connected, there is no surface, and what needs one throws NOT_CONNECTED.
@@ -68,14 +106,17 @@ class Device {
     void Remove(LayerState& layer) KIVGLES_REQUIRES(DEVICE_LOCK);
     // A layer of exactly this size for the kit's own use, with what was drawn into it last.
     SpareLayer& Provide(Spare spare, const Size& size) KIVGLES_REQUIRES(DEVICE_LOCK);
-    bool IsFull() const KIVGLES_REQUIRES(DEVICE_LOCK);  // has as many layers as there can be
+
+    // Puts it on the window and asks for its refresh. After an error everything is handed over.
+    void Show(CanvasState& canvas) KIVGLES_REQUIRES(DEVICE_LOCK);
+    void Show(const LayerState& layer) KIVGLES_REQUIRES(DEVICE_LOCK);
+    // What was shown last, a layer as it is now; false if there is nothing.
+    bool ShowAgain() KIVGLES_REQUIRES(DEVICE_LOCK);
 
     const int maxSide;                                              // of a layer
     Size windowSize KIVGLES_GUARDED_BY(DEVICE_LOCK);                // 0 by 0 without a window
     const char* operation KIVGLES_GUARDED_BY(DEVICE_LOCK) = "";     // of the DeviceLock
-    Frame frame KIVGLES_GUARDED_BY(DEVICE_LOCK){*this};             // what the window shows
     std::function<void()> repaint KIVGLES_GUARDED_BY(DEVICE_LOCK);  // the client's, on a new surface
-    std::array<SpareLayer, SPARE_NUM> spares KIVGLES_GUARDED_BY(DEVICE_LOCK);
 
  private:
     friend DeviceLock;
@@ -85,6 +126,11 @@ class Device {
     // if that does not help.
     void MakePlace(std::size_t first) KIVGLES_REQUIRES(DEVICE_LOCK);
     void Drop(SpareLayer& spare) KIVGLES_REQUIRES(DEVICE_LOCK);
+    bool IsFull() const KIVGLES_REQUIRES(DEVICE_LOCK);  // has as many layers as there can be
+    // Of the copy, whole or where it has changed.
+    void ShowCopy(std::vector<PixelRect> changed) KIVGLES_REQUIRES(DEVICE_LOCK);
+    void HandOver(unsigned int target, const PixelRect& part, const PixelRect& to)
+        KIVGLES_REQUIRES(DEVICE_LOCK);
 
     const TagKivDisplayInfo display;
     FairMutex mutex;          // for DeviceLock
@@ -95,7 +141,36 @@ class Device {
     ANativeWindow* window KIVGLES_GUARDED_BY(DEVICE_LOCK) = nullptr;  // the client's
     bool wasConnected KIVGLES_GUARDED_BY(DEVICE_LOCK) = false;
     std::set<LayerState*> layers KIVGLES_GUARDED_BY(DEVICE_LOCK);  // they take themselves out
-    int queued KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;                // requests since the last wait, at most
+    std::array<SpareLayer, SPARE_NUM> spares KIVGLES_GUARDED_BY(DEVICE_LOCK);
+    int queued KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;  // requests since the last wait, at most
+
+    const LayerState* shown KIVGLES_GUARDED_BY(DEVICE_LOCK) = nullptr;
+    bool showsCopy KIVGLES_GUARDED_BY(DEVICE_LOCK) = false;
+    CanvasState::Receiver receiver KIVGLES_GUARDED_BY(DEVICE_LOCK);  // has what is in the copy
+    Size copySize KIVGLES_GUARDED_BY(DEVICE_LOCK);
+    std::vector<std::uint8_t> copy KIVGLES_GUARDED_BY(DEVICE_LOCK);
+    std::vector<std::uint8_t> room KIVGLES_GUARDED_BY(DEVICE_LOCK);  // for rows of a part of it
+    // Changes of more than a quarter; the first picture counts as the second.
+    int largeInARow KIVGLES_GUARDED_BY(DEVICE_LOCK) = 1;
+};
+
+// A layer of the core, with the size that is needed to make it anew.
+//
+// Owner:  a Layer. It stays where it is when the Layer is moved: the device knows it by its address.
+// Thread: any; construction and destruction take the device's lock.
+struct LayerState {
+    LayerState(const std::shared_ptr<Device>& layerDevice, const Size& pixels);
+    ~LayerState();
+    LayerState(const LayerState&) = delete;
+    LayerState& operator=(const LayerState&) = delete;
+
+    // Throws for `operation` if the layer, "the layer" or "the source", was moved away.
+    static LayerState& Of(const std::unique_ptr<LayerState>& state, const char* operation,
+                          const char* name = "the layer");
+
+    const std::shared_ptr<Device> device;
+    const Size size;
+    unsigned int handle KIVGLES_GUARDED_BY(DEVICE_LOCK) = 0;  // changes with the surface
 };
 
 }  // namespace kivgles::kit

@@ -27,12 +27,9 @@ struct AddedFonts {
 };
 
 // Never destroyed: threads may write texts until the very end of the process.
-AddedFonts& Added() {
-    static AddedFonts* const fonts = new AddedFonts;
-    return *fonts;
-}
+AddedFonts& added = *new AddedFonts;
 
-// Not GLib's: a thread that draws from a destructor of the process' end still has it.
+// Not C++'s: a thread that draws from a destructor of the process' end still has it.
 GPrivate threadsFonts = G_PRIVATE_INIT([](void* fonts) { delete static_cast<Fonts*>(fonts); });
 
 // What the desktop has been set to is replaced, so that the same fonts give the same picture everywhere.
@@ -53,6 +50,10 @@ bool HasAny(FcConfig* config, FcSetName name) {
     return fonts != nullptr && fonts->nfont > 0;
 }
 
+bool Load(FcConfig* config, const std::string& path) {
+    return FcConfigAppFontAddFile(config, reinterpret_cast<const FcChar8*>(path.c_str())) != FcFalse;
+}
+
 PangoRectangle Extents(PangoLayout* layout, const char* text, PangoRectangle* ink) {
     PangoRectangle logical;
     pango_layout_set_text(layout, text, -1);
@@ -61,12 +62,11 @@ PangoRectangle Extents(PangoLayout* layout, const char* text, PangoRectangle* in
 }
 
 FontMetrics Measure(PangoLayout* layout) {
-    FontMetrics metrics;
     PangoRectangle ink;
     const PangoRectangle capital = Extents(layout, "H", &ink);
-    metrics.ascent = pango_layout_get_baseline(layout);
-    metrics.descent = capital.height - metrics.ascent;
-    metrics.capHeight = metrics.ascent - ink.y;
+    const int baseline = pango_layout_get_baseline(layout);
+    FontMetrics metrics = {pango_units_to_double(baseline), pango_units_to_double(capital.height - baseline),
+                           pango_units_to_double(baseline - ink.y)};
     std::array<int, 10>& digits = metrics.digitSpace;
     for (std::size_t i = 0; i < digits.size(); ++i) {
         digits[i] = Extents(layout, std::to_string(i).c_str(), nullptr).width;
@@ -84,18 +84,15 @@ void Fonts::Add(const std::string& path, const char* operation) {
     if (!std::filesystem::is_regular_file(path, ignored) || !std::ifstream(path).good()) {
         throw Error(operation, Error::BAD_FILE, path + " cannot be read");
     }
-    AddedFonts& added = Added();
     const std::lock_guard<std::mutex> lock(added.mutex);
     if (std::find(added.paths.begin(), added.paths.end(), path) != added.paths.end()) {
         return;
     }
     Handle<FcConfig> config(FcInitLoadConfigAndFonts());
-    const auto add = [&config](const std::string& file) {
-        return FcConfigAppFontAddFile(config.get(), reinterpret_cast<const FcChar8*>(file.c_str())) !=
-               FcFalse;
-    };
-    (void)std::count_if(added.paths.begin(), added.paths.end(), add);  // those that are still there
-    if (!add(path)) {
+    for (const std::string& former : added.paths) {
+        (void)Load(config.get(), former);  // unless it is gone
+    }
+    if (!Load(config.get(), path)) {
         throw Error(operation, Error::BAD_FILE, path + " is no font");
     }
     added.paths.push_back(path);
@@ -110,7 +107,6 @@ Fonts& Fonts::OfThread(const char* operation) {
         g_private_set(&threadsFonts, fonts);
     }
     auto* const map = PANGO_FC_FONT_MAP(fonts->map.get());
-    AddedFonts& added = Added();
     if (fonts->generation != added.generation) {
         const std::lock_guard<std::mutex> lock(added.mutex);
         pango_fc_font_map_set_config(map, added.config.get());
@@ -120,7 +116,7 @@ Fonts& Fonts::OfThread(const char* operation) {
     // Pango ends the process where there is none.
     FcConfig* const config = pango_fc_font_map_get_config(map);
     if (!HasAny(config, FcSetSystem) && !HasAny(config, FcSetApplication)) {
-        throw Error(operation, Error::NO_FONT);
+        throw Error(operation, Error::NO_FONT, "no font is installed");
     }
     return *fonts;
 }
@@ -130,10 +126,7 @@ Fonts::Fonts()
       context(pango_font_map_create_context(map.get())) {
     pango_fc_font_map_set_default_substitute(PANGO_FC_FONT_MAP(map.get()), SetHinting, nullptr, nullptr);
     const Handle<cairo_font_options_t> options(cairo_font_options_create());
-    cairo_font_options_set_antialias(options.get(), CAIRO_ANTIALIAS_GRAY);
-    cairo_font_options_set_hint_style(options.get(), CAIRO_HINT_STYLE_SLIGHT);
     cairo_font_options_set_hint_metrics(options.get(), CAIRO_HINT_METRICS_OFF);
-    cairo_font_options_set_subpixel_order(options.get(), CAIRO_SUBPIXEL_ORDER_DEFAULT);
     pango_cairo_context_set_font_options(context.get(), options.get());
 }
 
@@ -147,14 +140,14 @@ Handle<PangoLayout> Fonts::NewLayout(const PangoFontDescription* font, const std
 FontMetrics Fonts::Metrics(const PangoFontDescription* font, const std::string& language) {
     const Handle<char> description(pango_font_description_to_string(font));
     const std::string key = language + '\n' + description.get();
-    const auto known = metrics.find(key);
-    if (known != metrics.end()) {
-        return known->second;
-    }
     if (metrics.size() >= MAX_METRICS) {
         metrics.clear();
     }
-    return metrics[key] = Measure(NewLayout(font, language).get());
+    const auto [known, isNew] = metrics.try_emplace(key);
+    if (isNew) {
+        known->second = Measure(NewLayout(font, language).get());
+    }
+    return known->second;
 }
 
 }  // namespace kivgles::kit

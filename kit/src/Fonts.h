@@ -10,12 +10,12 @@
 
 namespace kivgles::kit {
 
-// Of the font that a description has for Latin letters, in Pango's units.
+// Of the font that a description has for Latin letters, in pixels.
 struct FontMetrics {
-    int ascent = 0;
-    int descent = 0;
-    int capHeight = 0;
-    std::array<int, 10> digitSpace{};  // what each digit takes less than the widest
+    double ascent = 0;
+    double descent = 0;
+    double capHeight = 0;
+    std::array<int, 10> digitSpace{};  // what each digit takes less than the widest, in Pango's units
 };
 
 // What is installed and what the client has added, as one thread has it.

@@ -1,42 +1,41 @@
-#include "Frame.h"
+// What a device shows.
 
 #include <utility>
 
-#include "Bitmap.h"
-#include "LayerState.h"
-#include "Words.h"
+#include "Device.h"
+#include "Pixels.h"
 
 namespace kivgles::kit {
 
-namespace {
-
-bool IsLarge(const std::vector<PixelRect>& parts, const Size& whole) {
+void Device::Show(CanvasState& canvas) {
+    CheckSize(canvas.size, maxSide, operation);
+    (void)Surface();  // without a window everything stays as it is
+    Resize(copy, canvas.size, operation);
+    copySize = canvas.size;
+    const std::vector<PixelRect> changed = canvas.Take(receiver);
+    const PixelView view = ViewOf(canvas);
     std::int64_t area = 0;
-    for (const PixelRect& part : parts) {
-        area += std::int64_t{part.width} * part.height;
+    for (const PixelRect& part : changed) {
+        Convert(view, part, Format::PREMULTIPLIED, &copy[Offset(part.x, part.y, copySize.width)],
+                copySize.width);
+        area += Area(part);
     }
-    return 4 * area > std::int64_t{whole.width} * whole.height;
-}
-
-}  // namespace
-
-void Frame::Show(CanvasState& canvas) {
-    CheckSize(canvas.Size(), device.maxSide, device.operation);
-    (void)device.Surface();  // without a window everything stays as it is
-    std::vector<PixelRect> changed = Take(canvas);
+    if (area > 0) {
+        largeInARow = 4 * area > Area(Whole(copySize)) ? largeInARow + 1 : 0;
+    }
     showsCopy = true;
     shown = nullptr;
-    ShowCopy(std::move(changed));
+    ShowCopy(changed);
 }
 
-void Frame::Show(const LayerState& layer) {
-    device.Blit(layer.handle, Whole(layer.size), FBO_HANDLE_BASE, Whole(device.windowSize));
-    device.Check(device.Surface().KivRefreshOnSrceen());
+void Device::Show(const LayerState& layer) {
+    Blit(layer.handle, Whole(layer.size), FBO_HANDLE_BASE, Whole(windowSize));
+    Check(Surface().KivRefreshOnSrceen());
     showsCopy = false;
     shown = &layer;
 }
 
-bool Frame::ShowAgain() {
+bool Device::ShowAgain() {
     if (shown != nullptr) {
         Show(*shown);
     } else if (showsCopy) {
@@ -45,60 +44,32 @@ bool Frame::ShowAgain() {
     return shown != nullptr || showsCopy;
 }
 
-void Frame::Forget(const LayerState& layer) {
-    if (shown == &layer) {
-        shown = nullptr;
-    }
-}
-
-// Into the copy, only what has changed; tells what that is.
-std::vector<PixelRect> Frame::Take(CanvasState& canvas) {
-    if (identity != canvas.Identity()) {
-        identity = 0;
-        revision = 0;  // which has nothing of it yet
-        Resize(copy, canvas.Size(), device.operation);
-        size = canvas.Size();
-    }
-    std::vector<PixelRect> changed = canvas.ChangesSince(revision);
-    const PixelSource source = SourceOf(canvas);
-    for (const PixelRect& part : changed) {
-        ConvertPart(source, part, copy.data() + Offset(part.x, part.y, size.width), size.width);
-    }
-    identity = canvas.Identity();
-    revision = canvas.Revision();
-    return changed;
-}
-
-void Frame::ShowCopy(std::vector<PixelRect> changed) {
-    if (!changed.empty()) {
-        largeInARow = IsLarge(changed, size) ? largeInARow + 1 : 0;
-    }
-    const Size window = device.windowSize;
-    const bool wasCurrent = std::exchange(device.spares[PICTURE].isCurrent, false);
-    const bool hasPlace = device.spares[PICTURE].handle != 0 || !device.IsFull();
+void Device::ShowCopy(std::vector<PixelRect> changed) {
+    const bool wasCurrent = std::exchange(spares[PICTURE].isCurrent, false);
+    const bool hasPlace = spares[PICTURE].handle != 0 || !IsFull();
     const bool changesMuch = changed.empty() ? !wasCurrent : largeInARow >= 2;
-    if (!AreEqual(size, window) || !hasPlace || changesMuch) {
-        HandOver(FBO_HANDLE_BASE, Whole(size), Whole(window));
+    if (!AreEqual(copySize, windowSize) || !hasPlace || changesMuch) {
+        HandOver(FBO_HANDLE_BASE, Whole(copySize), Whole(windowSize));
     } else {
-        SpareLayer& layer = device.Provide(PICTURE, size);
+        SpareLayer& layer = Provide(PICTURE, copySize);
         if (!wasCurrent) {
-            changed = {Whole(size)};
+            changed = {Whole(copySize)};
         }
         for (const PixelRect& part : changed) {
             HandOver(layer.handle, part, part);
         }
         layer.isCurrent = true;
-        device.Blit(layer.handle, Whole(size), FBO_HANDLE_BASE, Whole(window));
+        Blit(layer.handle, Whole(copySize), FBO_HANDLE_BASE, Whole(windowSize));
     }
-    device.Check(device.Surface().KivRefreshOnSrceen());
+    Check(Surface().KivRefreshOnSrceen());
 }
 
 // A part of the copy into a layer of the window's size, or onto the window.
-void Frame::HandOver(unsigned int target, const PixelRect& part, const PixelRect& to) {
-    const PixelSource source = {copy.data(), size, nullptr};
-    TagKivBitmapInfo bitmap = BitmapOf(source, part, room, device.operation);
+void Device::HandOver(unsigned int target, const PixelRect& part, const PixelRect& to) {
+    const PixelView view = {copy.data(), copySize, Format::PREMULTIPLIED};
+    TagKivBitmapInfo bitmap = BitmapOf(view, part, Format::PREMULTIPLIED, room, operation);
     bitmap.dstRect = Unsigned(to);
-    device.Check(device.Surface().KivDrawBitmap(target, bitmap));
+    Check(Surface().KivDrawBitmap(target, bitmap));
 }
 
 }  // namespace kivgles::kit

@@ -13,9 +13,7 @@ struct Release {
     void operator()(cairo_surface_t* surface) const { cairo_surface_destroy(surface); }
     void operator()(cairo_pattern_t* pattern) const { cairo_pattern_destroy(pattern); }
     void operator()(cairo_region_t* region) const { cairo_region_destroy(region); }
-    void operator()(PangoFontMap* map) const { g_object_unref(map); }
-    void operator()(PangoContext* context) const { g_object_unref(context); }
-    void operator()(PangoLayout* layout) const { g_object_unref(layout); }
+    void operator()(gpointer object) const { g_object_unref(object); }  // a map, context or layout of Pango
     void operator()(PangoAttrList* attributes) const { pango_attr_list_unref(attributes); }
     void operator()(PangoFontDescription* description) const { pango_font_description_free(description); }
     void operator()(cairo_font_options_t* options) const { cairo_font_options_destroy(options); }

@@ -1,8 +1,11 @@
 #include "Pixels.h"
 
-#include <algorithm>
 #include <array>
 #include <cstring>
+#include <new>
+
+#include "Sizes.h"
+#include "kivgles/kit/Canvas.h"
 
 namespace kivgles::kit {
 
@@ -14,45 +17,32 @@ constexpr std::size_t BYTES = 4;  // of a pixel
 // each.
 constexpr std::uint32_t TWO_CHANNELS = 0x00FF00FF;
 
-#if __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__
+static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "Cairo's numbers are bytes B, G, R, A");
+
 // Exchanges R and B, as bytes R, G, B, A have them the other way round.
-std::uint32_t ArgbOrAbgr(std::uint32_t pixel) {
+std::uint32_t Reordered(std::uint32_t pixel) {
     const std::uint32_t redAndBlue = pixel & TWO_CHANNELS;
     return (pixel & ~TWO_CHANNELS) | redAndBlue >> 16 | redAndBlue << 16;
 }
-std::uint32_t FromRgba(std::uint32_t bytes) { return ArgbOrAbgr(bytes); }
-std::uint32_t ToRgba(std::uint32_t pixel) { return ArgbOrAbgr(pixel); }
-#else
-std::uint32_t FromRgba(std::uint32_t bytes) { return bytes >> 8 | bytes << 24; }
-std::uint32_t ToRgba(std::uint32_t pixel) { return pixel << 8 | pixel >> 24; }
-#endif
 
-// Two channels times alpha by 255, to the nearest.
-std::uint32_t MultiplyTwo(std::uint32_t channels, std::uint32_t alpha) {
-    const std::uint32_t product = channels * alpha + 0x00800080;
-    return (product + (product >> 8 & TWO_CHANNELS)) >> 8 & TWO_CHANNELS;
-}
-
+// Channels times alpha by 255, to the nearest.
 std::uint32_t Multiply(std::uint32_t pixel) {
     const std::uint32_t alpha = pixel >> 24;
     const std::uint32_t green = (pixel >> 8 & 0xFF) * alpha + 0x80;
+    const std::uint32_t others = (pixel & TWO_CHANNELS) * alpha + 0x00800080;
     return (pixel & 0xFF000000) | ((green + (green >> 8)) & 0xFF00) |
-           MultiplyTwo(pixel & TWO_CHANNELS, alpha);
-}
-
-constexpr std::array<float, 256> MakeReciprocals() {
-    std::array<float, 256> reciprocals{};
-    for (int alpha = 1; alpha < 256; ++alpha) {
-        reciprocals[static_cast<std::size_t>(alpha)] = 255.0003F / static_cast<float>(alpha);
-    }
-    return reciprocals;
+           ((others + (others >> 8 & TWO_CHANNELS)) >> 8 & TWO_CHANNELS);
 }
 
 // 255 by alpha, a little more so that halves are rounded up; 0 for 0. As floating point numbers, because
 // compilers make vectors of those even where the machine is not known to multiply vectors of integers.
-constexpr std::array<float, 256> RECIPROCALS = MakeReciprocals();
-
-constexpr float HALF = 0.5F;  // rounds what is not negative, in a way that vectors can
+constexpr std::array<float, 256> RECIPROCALS = [] {
+    std::array<float, 256> reciprocals{};
+    for (std::size_t alpha = 1; alpha < reciprocals.size(); ++alpha) {
+        reciprocals[alpha] = 255.0003F / static_cast<float>(alpha);
+    }
+    return reciprocals;
+}();
 
 std::uint32_t Divide(std::uint32_t pixel) {
     const int alpha = static_cast<int>(pixel >> 24);
@@ -60,50 +50,87 @@ std::uint32_t Divide(std::uint32_t pixel) {
     // A channel above alpha is no colour, but must not reach into another channel.
     const auto divide = [&](unsigned int shift) {
         const int channel = std::min(static_cast<int>(pixel >> shift & 0xFF), alpha);
-        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + HALF))
+        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + 0.5F))
                << shift;
     };
     return (pixel & 0xFF000000) | divide(16) | divide(8) | divide(0);
 }
 
-template <typename Function>
-void Convert(const std::uint8_t* from, std::uint8_t* to, std::size_t pixelNum, Function convert) {
+template <Format FROM, Format TO>
+void ConvertRow(const std::uint8_t* from, std::uint8_t* to, std::size_t pixelNum) {
+    constexpr bool WAS_STRAIGHT = FROM == Format::STRAIGHT;
+    constexpr bool BECOMES_STRAIGHT = TO == Format::STRAIGHT;
     for (std::size_t i = 0; i < pixelNum; ++i) {
         std::uint32_t pixel = 0;
         std::memcpy(&pixel, from + BYTES * i, BYTES);  // bytes need not be aligned
-        pixel = convert(pixel);
+        pixel = FROM == Format::CAIRO ? pixel : Reordered(pixel);
+        pixel = WAS_STRAIGHT && !BECOMES_STRAIGHT ? Multiply(pixel) : pixel;
+        pixel = BECOMES_STRAIGHT && !WAS_STRAIGHT ? Divide(pixel) : pixel;
+        pixel = TO == Format::CAIRO ? pixel : Reordered(pixel);
         std::memcpy(to + BYTES * i, &pixel, BYTES);
     }
 }
 
+using Row = void (*)(const std::uint8_t* from, std::uint8_t* to, std::size_t pixelNum);
+
+// By the formats' order.
+template <Format FROM>
+constexpr Row ROWS_FROM[] = {ConvertRow<FROM, Format::CAIRO>, ConvertRow<FROM, Format::PREMULTIPLIED>,
+                             ConvertRow<FROM, Format::STRAIGHT>};
+constexpr const Row* ROWS[] = {ROWS_FROM<Format::CAIRO>, ROWS_FROM<Format::PREMULTIPLIED>,
+                               ROWS_FROM<Format::STRAIGHT>};
+
 }  // namespace
 
-void CairoFromStraight(const std::uint8_t* rgba, std::uint8_t* cairo, std::size_t pixelNum) {
-    Convert(rgba, cairo, pixelNum, [](std::uint32_t pixel) { return Multiply(FromRgba(pixel)); });
+PixelView ViewOf(CanvasState& canvas) { return {canvas.Pixels(), canvas.size, Format::CAIRO}; }
+
+PixelView ViewOf(const Canvas& canvas, const char* operation) {
+    return ViewOf(CanvasState::Of(canvas, operation));
 }
 
-void CairoFromPremultiplied(const std::uint8_t* rgba, std::uint8_t* cairo, std::size_t pixelNum) {
-    Convert(rgba, cairo, pixelNum, [](std::uint32_t pixel) { return FromRgba(pixel); });
+PixelView ViewOf(const Image& image, const char* operation) {
+    if (image.pixels == nullptr) {
+        throw Error(operation, Error::INVALID_ARGUMENT, "the image has no pixels");
+    }
+    CheckSize(image.size, Canvas::MAX_SIDE, operation, "the image: ");
+    return {image.pixels, image.size, image.premultiplied ? Format::PREMULTIPLIED : Format::STRAIGHT};
 }
 
-void PremultipliedFromCairo(const std::uint8_t* cairo, std::uint8_t* rgba, std::size_t pixelNum) {
-    Convert(cairo, rgba, pixelNum, [](std::uint32_t pixel) { return ToRgba(pixel); });
+std::size_t Offset(int x, int y, int width) {
+    return BYTES *
+           (static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x));
 }
 
-void PremultipliedFromStraight(const std::uint8_t* straight, std::uint8_t* premultiplied,
-                               std::size_t pixelNum) {
-    Convert(straight, premultiplied, pixelNum,
-            [](std::uint32_t pixel) { return ToRgba(Multiply(FromRgba(pixel))); });
+void Resize(std::vector<std::uint8_t>& room, const Size& size, const char* operation) {
+    try {
+        room.resize(Offset(0, size.height, size.width));
+    } catch (const std::bad_alloc&) {
+        throw Error(operation, Error::OUT_OF_MEMORY, "out of memory");
+    }
 }
 
-void StraightFromPremultiplied(const std::uint8_t* premultiplied, std::uint8_t* straight,
-                               std::size_t pixelNum) {
-    Convert(premultiplied, straight, pixelNum,
-            [](std::uint32_t pixel) { return ToRgba(Divide(FromRgba(pixel))); });
+void Convert(const PixelView& from, const PixelRect& part, Format format, std::uint8_t* to, int width) {
+    const Row convert = ROWS[static_cast<std::size_t>(from.format)][static_cast<std::size_t>(format)];
+    for (int y = 0; y < part.height; ++y) {
+        convert(from.pixels + Offset(part.x, part.y + y, from.size.width), to + Offset(0, y, width),
+                static_cast<std::size_t>(part.width));
+    }
 }
 
-void StraightFromCairo(const std::uint8_t* cairo, std::uint8_t* straight, std::size_t pixelNum) {
-    Convert(cairo, straight, pixelNum, [](std::uint32_t pixel) { return ToRgba(Divide(pixel)); });
+TagKivBitmapInfo BitmapOf(const PixelView& from, const PixelRect& part, Format format,
+                          std::vector<std::uint8_t>& room, const char* operation) {
+    TagKivBitmapInfo bitmap{};
+    bitmap.format = KIV_COLOR_FORMAT_RGBA8888;
+    bitmap.width = static_cast<std::uint32_t>(part.width);
+    bitmap.height = static_cast<std::uint32_t>(part.height);
+    if (from.format == format && part.width == from.size.width) {
+        bitmap.data = from.pixels + Offset(0, part.y, part.width);
+    } else {
+        Resize(room, {part.width, part.height}, operation);
+        Convert(from, part, format, room.data(), part.width);
+        bitmap.data = room.data();
+    }
+    return bitmap;
 }
 
 TagKivColorRGBA Premultiplied(const Color& color) {

@@ -1,31 +1,43 @@
 #ifndef KIVGLES_KIT_PIXELS_H
 #define KIVGLES_KIT_PIXELS_H
 
-#include <cstddef>
-#include <cstdint>
+#include <vector>
 
+#include "CanvasState.h"
 #include "kivgles/KivRecords.h"
-#include "kivgles/kit/Geometry.h"
 
-// Pixels between clients and the core, which have bytes R, G, B, A, and Cairo, which has numbers 0xAARRGGBB
-// in the machine's order of bytes and premultiplied. The two may be the same memory, but must not overlap
-// otherwise.
+// Pixels of canvases and images, and how they are handed over to the core.
 
 namespace kivgles::kit {
 
-// Cairo's pixels from bytes that are not premultiplied.
-void CairoFromStraight(const std::uint8_t* rgba, std::uint8_t* cairo, std::size_t pixelNum);
-// Cairo's pixels from premultiplied bytes.
-void CairoFromPremultiplied(const std::uint8_t* rgba, std::uint8_t* cairo, std::size_t pixelNum);
-// Premultiplied bytes from Cairo's pixels.
-void PremultipliedFromCairo(const std::uint8_t* cairo, std::uint8_t* rgba, std::size_t pixelNum);
-// Premultiplied bytes from bytes that are not.
-void PremultipliedFromStraight(const std::uint8_t* straight, std::uint8_t* premultiplied,
-                               std::size_t pixelNum);
-// Bytes that are not premultiplied from premultiplied ones, and from Cairo's pixels.
-void StraightFromPremultiplied(const std::uint8_t* premultiplied, std::uint8_t* straight,
-                               std::size_t pixelNum);
-void StraightFromCairo(const std::uint8_t* cairo, std::uint8_t* straight, std::size_t pixelNum);
+// Cairo has numbers 0xAARRGGBB, premultiplied; clients and the core have bytes R, G, B, A, premultiplied or
+// straight.
+enum class Format { CAIRO, PREMULTIPLIED, STRAIGHT };
+
+// Pixels that somebody else owns, rows without anything between them.
+struct PixelView {
+    const std::uint8_t* pixels;
+    Size size;
+    Format format;
+};
+
+// Of what `operation` was given; throws for a canvas that was moved away and an image that is none.
+PixelView ViewOf(CanvasState& canvas);
+PixelView ViewOf(const Canvas& canvas, const char* operation);
+PixelView ViewOf(const Image& image, const char* operation);
+
+// Of a pixel in a picture of this width, in bytes.
+std::size_t Offset(int x, int y, int width);
+
+// Room for a picture; throws for `operation` if there is none.
+void Resize(std::vector<std::uint8_t>& room, const Size& size, const char* operation);
+
+// A part of a picture, to where it begins in another one of this width. The two must not overlap.
+void Convert(const PixelView& from, const PixelRect& part, Format format, std::uint8_t* to, int width);
+
+// A part of a picture for the core. Its pixels are in `room` if they could not stay where they are.
+TagKivBitmapInfo BitmapOf(const PixelView& from, const PixelRect& part, Format format,
+                          std::vector<std::uint8_t>& room, const char* operation);
 
 // A colour as a layer holds it, in the core's terms: to those a component of 1 is the full intensity, so it
 // gets 2.

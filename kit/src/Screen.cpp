@@ -1,7 +1,6 @@
 #include "kivgles/kit/Screen.h"
 
-#include "CanvasState.h"
-#include "LayerState.h"
+#include "Device.h"
 #include "kivgles/kit/Layer.h"
 
 namespace kivgles::kit {
@@ -22,9 +21,18 @@ void Connect(Device& device, ANativeWindow* window, bool isNew, const char* oper
     }
 }
 
-}  // namespace
+constexpr char PRESENT[] = "Screen::Present";
 
-Screen::Screen(int maxLayerSide) : Screen(TagKivDisplayInfo(), maxLayerSide) {}
+// A canvas or a layer.
+template <typename Picture>
+void Present(const std::shared_ptr<Device>& device, Picture& picture) {
+    const std::shared_ptr<Device> kept = device;  // the screen may go while this waits
+    kept->Wait(PRESENT);
+    const DeviceLock lock(*kept, PRESENT);
+    kept->Show(picture);
+}
+
+}  // namespace
 
 Screen::Screen(const TagKivDisplayInfo& display, int maxLayerSide)
     : device(std::make_shared<Device>(display, maxLayerSide)) {}
@@ -44,38 +52,24 @@ void Screen::OnReconnect(std::function<void()> paint) {
     device->repaint.swap(paint);  // the former one goes without the lock, which a layer that it holds takes
 }
 
-void Screen::Present(const Canvas& canvas) {
-    constexpr const char* OPERATION = "Screen::Present";
-    CanvasState& picture = CanvasState::Of(canvas, OPERATION);
-    const std::shared_ptr<Device> kept = device;  // the screen may go while this waits
-    kept->Wait(OPERATION);
-    const DeviceLock lock(*kept, OPERATION);
-    kept->frame.Show(picture);
-}
+void Screen::Present(const Canvas& canvas) { kit::Present(device, CanvasState::Of(canvas, PRESENT)); }
 
 void Screen::Present(const Layer& layer) {
-    constexpr const char* OPERATION = "Screen::Present";
-    const LayerState& picture = StateOf(layer.state, OPERATION);
-    const std::shared_ptr<Device> kept = device;
-    if (picture.device != kept) {
-        throw Error(OPERATION, Error::INVALID_ARGUMENT, "the layer is another screen's");
+    const LayerState& picture = LayerState::Of(layer.state, PRESENT);
+    if (picture.device != device) {
+        throw Error(PRESENT, Error::INVALID_ARGUMENT, "the layer is another screen's");
     }
-    kept->Wait(OPERATION);
-    const DeviceLock lock(*kept, OPERATION);
-    kept->frame.Show(picture);
+    kit::Present(device, picture);
 }
 
 bool Screen::Refresh() {
     const std::shared_ptr<Device> kept = device;
     kept->Wait("Screen::Refresh");
     const DeviceLock lock(*kept, "Screen::Refresh");
-    return kept->frame.ShowAgain();
+    return kept->ShowAgain();
 }
 
-void Screen::Finish() {
-    const std::shared_ptr<Device> kept = device;
-    kept->Wait("Screen::Finish");
-}
+void Screen::Finish() { std::shared_ptr<Device>(device)->Wait("Screen::Finish"); }
 
 kit::Size Screen::Size() const {
     const DeviceLock lock(*device, "Screen::Size");

@@ -1,13 +1,11 @@
 #ifndef KIVGLES_KIT_ERROR_H
 #define KIVGLES_KIT_ERROR_H
 
-/// @file
-/// The one exception of the kit.
-
 #include <stdexcept>
 #include <string>
 
-#include "kivgles/kit/Export.h"
+/// A class or function that clients use.
+#define KIVGLES_KIT_EXPORT __attribute__((visibility("default")))
 
 namespace kivgles::kit {
 
@@ -20,38 +18,27 @@ namespace kivgles::kit {
 /// try {
 ///     screen.Reconnect(window.Native());
 /// } catch (const kivgles::kit::Error& error) {
-///     std::fprintf(stderr, "%s\n", error.what());  // "Screen::Reconnect: failed with code 5"
+///     std::fprintf(stderr, "%s\n", error.what());  // "Screen::Reconnect: failed with code 5, ..."
 /// }
 /// @endcode
 class KIVGLES_KIT_EXPORT Error : public std::runtime_error {
  public:
     /// An argument without meaning: a size of 0, a window or an image that is null, what was moved away.
     static constexpr int INVALID_ARGUMENT = -1;
-    /// A canvas, a layer or an image with a longer side than there can be.
-    static constexpr int TOO_LARGE = -2;
-    /// No window is connected: before Screen::Connect, or after it failed.
-    static constexpr int NOT_CONNECTED = -3;
-    /// No font is installed, and none was added.
-    static constexpr int NO_FONT = -4;
-    /// A file that cannot be read or written, or is not of the kind that it should be.
-    static constexpr int BAD_FILE = -5;
-    /// There is no memory left for what was to be made or painted.
-    static constexpr int OUT_OF_MEMORY = -6;
+    static constexpr int TOO_LARGE = -2;  ///< A canvas, layer or image with a longer side than there can be.
+    static constexpr int NOT_CONNECTED = -3;  ///< Before Screen::Connect, or after it failed.
+    static constexpr int NO_FONT = -4;        ///< No font is installed, and none was added.
+    static constexpr int BAD_FILE = -5;       ///< It cannot be read or written, or is of another kind.
+    static constexpr int OUT_OF_MEMORY = -6;  ///< For what was to be made or painted.
 
     /// @param failedOperation What failed, as a client knows it: "Screen::Present".
-    /// @param resultCode A result code of the core, or one of the constants above.
-    Error(const std::string& failedOperation, int resultCode);
-
-    /// @param failedOperation As above.
-    /// @param resultCode As above.
+    /// @param resultCode A result code of the core (positive), or one of the constants above.
     /// @param reason Which argument was wrong, and how: "0 by 40 pixels hold nothing".
-    Error(const std::string& failedOperation, int resultCode, const std::string& reason);
+    Error(const std::string& failedOperation, int resultCode, const std::string& reason)
+        : std::runtime_error(failedOperation + ": " + reason), operation(failedOperation), code(resultCode) {}
 
-    /// @return What failed: "Canvas::FromPng".
-    const std::string& Operation() const noexcept { return operation; }
-
-    /// @return A result code of KivGLDrawSurface (positive), or one of the constants above (negative).
-    int Code() const noexcept { return code; }
+    const std::string& Operation() const noexcept { return operation; }  ///< @return As it was given.
+    int Code() const noexcept { return code; }                           ///< @return As it was given.
 
  private:
     std::string operation;

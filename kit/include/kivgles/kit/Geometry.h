@@ -27,12 +27,9 @@ struct Point {
     double x = 0;  ///< From the left edge, in pixels.
     double y = 0;  ///< From the top edge, in pixels.
 
-    /// The top-left corner.
-    constexpr Point() = default;
-    /// A place from its coordinates.
-    /// @param fromLeft From the left edge, in pixels.
-    /// @param fromTop From the top edge, in pixels.
-    constexpr Point(Number fromLeft, Number fromTop) : x(fromLeft.value), y(fromTop.value) {}
+    constexpr Point() = default;  ///< The top-left corner.
+    /// @param left,top Its coordinates.
+    constexpr Point(Number left, Number top) : x(left.value), y(top.value) {}
 };
 
 /// A width and a height in pixels.
@@ -49,25 +46,18 @@ struct PixelRect {
     int height = 0;  ///< Extent downwards.
 };
 
-/// A rectangle, with edges between pixels where it has fractions. One without width or height, or with a
-/// negative one, is empty.
+/// As PixelRect, with edges between pixels where it has fractions.
 struct Rect {
     double x = 0;       ///< Left edge.
     double y = 0;       ///< Top edge.
     double width = 0;   ///< Extent to the right.
     double height = 0;  ///< Extent downwards.
 
-    /// An empty one.
-    constexpr Rect() = default;
-    /// A rectangle from its left and top edge and its extents.
-    /// @param left Its left edge.
-    /// @param top Its top edge.
-    /// @param toTheRight Its width.
-    /// @param downwards Its height.
-    constexpr Rect(Number left, Number top, Number toTheRight, Number downwards)
-        : x(left.value), y(top.value), width(toTheRight.value), height(downwards.value) {}
-    /// One of whole pixels.
-    /// @param pixels Its edges.
+    constexpr Rect() = default;  ///< An empty one.
+    /// @param left,top,right,down Its edges, and how far it goes from there to the right and downwards.
+    constexpr Rect(Number left, Number top, Number right, Number down)
+        : x(left.value), y(top.value), width(right.value), height(down.value) {}
+    /// @param pixels Whole ones.
     // NOLINTNEXTLINE(google-explicit-constructor): as good as any other
     constexpr Rect(const PixelRect& pixels) : Rect(pixels.x, pixels.y, pixels.width, pixels.height) {}
 };
@@ -79,13 +69,8 @@ struct Color {
     std::uint8_t b = 0;    ///< Blue.
     std::uint8_t a = 255;  ///< Opacity: 0 shows what is below.
 
-    /// Opaque black.
-    constexpr Color() = default;
-    /// A colour from its components. Less than 0 counts as 0, more than 255 as 255.
-    /// @param red Red.
-    /// @param green Green.
-    /// @param blue Blue.
-    /// @param opacity Opaque unless said otherwise.
+    constexpr Color() = default;  ///< Opaque black.
+    /// @param red,green,blue,opacity Less than 0 counts as 0, more than 255 as 255.
     constexpr Color(Number red, Number green, Number blue, Number opacity = 255)
         : r(Component(red)), g(Component(green)), b(Component(blue)), a(Component(opacity)) {}
 
@@ -95,8 +80,7 @@ struct Color {
     }
 };
 
-/// Nothing but what is below.
-constexpr Color TRANSPARENT = {0, 0, 0, 0};
+constexpr Color TRANSPARENT = {0, 0, 0, 0};  ///< Nothing but what is below.
 
 /// What a shape is filled with: one colour, or a gradient between two.
 ///
@@ -106,57 +90,35 @@ constexpr Color TRANSPARENT = {0, 0, 0, 0};
 /// @endcode
 class Fill {
  public:
-    /// One colour.
-    /// @param everywhere It.
+    /// @param everywhere One colour.
     // NOLINTNEXTLINE(google-explicit-constructor): so that shapes take colours
-    constexpr Fill(const Color& everywhere) : first(everywhere), last(everywhere) {}
-    /// One colour, from its components; see Color.
-    /// @param red Red.
-    /// @param green Green.
-    /// @param blue Blue.
-    /// @param opacity Opaque unless said otherwise.
+    constexpr Fill(const Color& everywhere) : Fill({}, everywhere, {}, everywhere, false) {}
+    /// @param red,green,blue,opacity One colour, as Color has it.
     constexpr Fill(Number red, Number green, Number blue, Number opacity = 255)
         : Fill(Color(red, green, blue, opacity)) {}
 
     /// A gradient along a line, of one colour each beyond its ends. A colour of opacity 0 takes its hue from
     /// the other one. Between two equal places, or ones that are no numbers, it fills nothing.
-    /// @param from Where the line begins, in the canvas.
-    /// @param first The colour there.
-    /// @param to Where the line ends, in the canvas.
-    /// @param last The colour there.
+    /// @param from,first Where the line begins, in the canvas, and the colour there.
+    /// @param to,last Where it ends, and the colour there.
     /// @return The fill.
     static constexpr Fill Gradient(const Point& from, const Color& first, const Point& to,
                                    const Color& last) {
-        Fill fill(first);
-        fill.last = last;
-        fill.from = from;
-        fill.to = to;
-        fill.gradient = true;
-        return fill;
+        return {from, first, to, last, true};
     }
 
-    /// Whether there are two colours.
-    /// @return False: First is everywhere.
-    constexpr bool IsGradient() const { return gradient; }
-    /// Of a gradient.
-    /// @return The colour where the gradient begins.
-    constexpr const Color& First() const { return first; }
-    /// Of a gradient.
-    /// @return The colour where the gradient ends.
-    constexpr const Color& Last() const { return last; }
-    /// Of a gradient.
-    /// @return Where the gradient begins.
-    constexpr const Point& From() const { return from; }
-    /// Of a gradient.
-    /// @return Where the gradient ends.
-    constexpr const Point& To() const { return to; }
-
  private:
-    Color first;
-    Color last;
+    friend class CanvasState;
+
+    constexpr Fill(const Point& begin, const Color& atBegin, const Point& end, const Color& atEnd,
+                   bool varies)
+        : from(begin), first(atBegin), to(end), last(atEnd), isGradient(varies) {}
+
     Point from;
+    Color first;
     Point to;
-    bool gradient = false;
+    Color last;
+    bool isGradient;
 };
 
 }  // namespace kivgles::kit

@@ -1,26 +1,21 @@
 #ifndef KIVGLES_KIT_LAYER_H
 #define KIVGLES_KIT_LAYER_H
 
-/// @file
-/// A picture in the memory of GL.
-
 #include <memory>
 
-#include "kivgles/kit/Export.h"
+#include "kivgles/kit/Error.h"
 #include "kivgles/kit/Geometry.h"
-#include "kivgles/kit/Image.h"
 
 namespace kivgles::kit {
 
 class Canvas;
-class LayerState;
+struct LayerState;
 class Screen;
+struct Image;
 
 /// A picture in the memory of GL, for what GL is good at: filling, copying, scaling and showing. What needs
-/// more is painted into a Canvas, and drawn into a layer as it is.
-///
-/// It belongs to a screen, of which at most 15 exist at a time, and goes with this object. Its pixels are
-/// premultiplied. All operations but Blend replace what is there, opacity included.
+/// more is painted into a Canvas, and drawn into a layer as it is. It belongs to a screen, which has at most
+/// 15. Its pixels are premultiplied. All operations but Blend replace what is there, opacity included.
 ///
 /// Places are whole pixels: edges between pixels go to the nearer one. What lies outside is cut off, however
 /// far it reaches; what is empty, or has a place or length that is no number, draws nothing. Each operation
@@ -36,40 +31,28 @@ class Screen;
 ///
 /// Threads: as for Screen. All operations but Draw and Blend are queued, so most failures are only logged.
 ///
-/// Every operation throws Error: with the code of the operations of the core that it names, NOT_CONNECTED
-/// without a window, INVALID_ARGUMENT on a layer that was moved away.
+/// Every operation throws Error: with the code of the core's operations that it names, NOT_CONNECTED without
+/// a window, INVALID_ARGUMENT on a layer that was moved away, which can only be assigned to or destroyed.
 class KIVGLES_KIT_EXPORT Layer {
  public:
     /// Makes a transparent layer. Waits. What GL refuses is only logged.
-    /// @param screen The screen it belongs to.
-    /// @param size Pixels.
+    /// @param screen,size The screen it belongs to, and pixels.
     /// @throws Error With the code of KivCreateGLFBO: 15 if the screen has 15 layers. INVALID_ARGUMENT for a
     /// size of 0 or less, TOO_LARGE above the screen's limit.
     Layer(Screen& screen, kit::Size size);
 
-    /// Frees the layer. Waits.
-    ~Layer();
+    ~Layer();                            ///< Frees the layer. Waits.
+    Layer(Layer&&) noexcept;             ///< The layer stays the same for the screen that shows it.
+    Layer& operator=(Layer&&) noexcept;  ///< What it was is freed. @return This layer.
 
-    /// @param other Can only be assigned to or destroyed afterwards.
-    Layer(Layer&& other) noexcept;
+    kit::Size Size() const;  ///< @return Its size in pixels.
 
-    /// @param other Can only be assigned to or destroyed afterwards.
-    /// @return This layer; what it was is freed.
-    Layer& operator=(Layer&& other) noexcept;
-
-    /// @return Its size in pixels.
-    kit::Size Size() const;
-
-    /// @param color The colour of every pixel.
-    void Clear(const Color& color = TRANSPARENT);
-
-    /// @param rect What is filled.
-    /// @param color The colour.
-    void Rectangle(const Rect& rect, const Color& color);
+    void Clear(const Color& color = TRANSPARENT);          ///< @param color Of every pixel.
+    void Rectangle(const Rect& rect, const Color& color);  ///< @param rect,color What is filled, with what.
 
     /// @name Pictures of the client's
-    /// Unless scaled they arrive as they are; they are scaled by Cairo, on the caller's thread. Each waits
-    /// until its pixels have been read.
+    /// Unless scaled they arrive as they are; they are scaled by Cairo, on the caller's thread. Each is only
+    /// read, and waits until its pixels have been.
     ///
     /// The core can place a picture to the pixel in layers of the window's size, and wherever places come out
     /// even as parts of it. Elsewhere it goes by way of a layer of the kit's own.
@@ -82,31 +65,17 @@ class KIVGLES_KIT_EXPORT Layer {
     /// above Canvas::MAX_SIDE; OUT_OF_MEMORY.
     /// @{
 
-    /// @param canvas It is only read.
-    /// @param x,y Where its top-left corner goes.
-    void Draw(const Canvas& canvas, int x, int y);
-    /// @param canvas It is only read.
-    /// @param to What it is scaled to fill.
-    void Draw(const Canvas& canvas, const Rect& to);
-    /// @param image Its pixels are read until the call returns.
-    /// @param to What it is scaled to fill.
-    void Draw(const Image& image, const Rect& to);
-
-    /// @param canvas It is only read.
-    /// @param x,y Where its top-left corner goes.
-    void Blend(const Canvas& canvas, int x, int y);
-    /// @param canvas It is only read.
-    /// @param to What it is scaled to fill.
-    void Blend(const Canvas& canvas, const Rect& to);
-    /// @param image Its pixels are read until the call returns.
-    /// @param to What it is scaled to fill.
-    void Blend(const Image& image, const Rect& to);
+    void Draw(const Canvas& canvas, int x, int y);     ///< @param canvas,x,y What, and its top-left corner.
+    void Draw(const Canvas& canvas, const Rect& to);   ///< @param canvas,to What, scaled to fill that.
+    void Draw(const Image& image, const Rect& to);     ///< @param image,to What, scaled to fill that.
+    void Blend(const Canvas& canvas, int x, int y);    ///< @param canvas,x,y What, and its top-left corner.
+    void Blend(const Canvas& canvas, const Rect& to);  ///< @param canvas,to What, scaled to fill that.
+    void Blend(const Image& image, const Rect& to);    ///< @param image,to What, scaled to fill that.
     /// @}
 
     /// Copies a part of another layer. Scaled up, it takes no colour from beside the part, which needs a
     /// layer of the kit's own; beyond the left and upper edge, it needs one more.
-    /// @param source Another layer of the same screen.
-    /// @param from The part of `source`.
+    /// @param source,from Another layer of the same screen, and the part of it.
     /// @param to What it is scaled to fill.
     /// @throws Error With the code of KivBlit; 15 if there is no room for these layers; TOO_LARGE if one
     /// pixel is scaled beyond the screen's limit across the left or upper edge; INVALID_ARGUMENT for another
@@ -114,8 +83,7 @@ class KIVGLES_KIT_EXPORT Layer {
     void Copy(const Layer& source, const Rect& from, const Rect& to);
 
     /// Copies the whole of another layer, unscaled; throws as above.
-    /// @param source Another layer of the same screen.
-    /// @param x,y Where its top-left corner goes.
+    /// @param source,x,y Another layer of the same screen, and where its top-left corner goes.
     void Copy(const Layer& source, int x, int y);
 
  private:

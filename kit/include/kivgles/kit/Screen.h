@@ -1,14 +1,11 @@
 #ifndef KIVGLES_KIT_SCREEN_H
 #define KIVGLES_KIT_SCREEN_H
 
-/// @file
-/// A window that canvases and layers are shown on.
-
 #include <functional>
 #include <memory>
 
 #include "kivgles/KivDisplay.h"
-#include "kivgles/kit/Export.h"
+#include "kivgles/kit/Error.h"
 #include "kivgles/kit/Geometry.h"
 
 struct ANativeWindow;
@@ -37,22 +34,20 @@ class Layer;
 /// Pictures are premultiplied, and shown as they are: an overlay shows what is behind it wherever the picture
 /// is transparent.
 ///
-/// Every operation throws Error: with the code of the operations of the core that it names, and NOT_CONNECTED
-/// without a window.
+/// Every operation throws Error: with the code of the operations of the core that it names (Present, Refresh
+/// and Finish also that of Init), and NOT_CONNECTED without a window.
 class KIVGLES_KIT_EXPORT Screen {
  public:
-    /// The longest side of a layer, and of a canvas that is presented, in pixels. Every GL that runs OpenGL
-    /// ES 2.0 these days takes it, and what GL does not take it ignores without an answer.
+    /// Pixels of the longest side of a layer, and of a canvas that is presented: what every GL of these days
+    /// takes. What GL does not take it ignores without an answer.
     static constexpr int MAX_LAYER_SIDE = 4096;
 
-    /// On EGL's default display. There is no window, and neither a thread nor GL is used yet.
+    /// There is no window, and neither a thread nor GL is used yet.
+    /// @param display An X11 or Wayland connection of the client's, which several screens may share, and
+    /// which has to outlive the screen's windows; KivDisplay.h says more. As it comes it is EGL's default
+    /// display.
     /// @param maxLayerSide Another limit, at most what GL gives for GL_MAX_TEXTURE_SIZE.
-    explicit Screen(int maxLayerSide = MAX_LAYER_SIDE);
-
-    /// On a display of the client's: an X11 or Wayland connection, which several screens may share.
-    /// @param display It has to outlive the screen's windows. KivDisplay.h says what each platform asks for.
-    /// @param maxLayerSide As above.
-    explicit Screen(const TagKivDisplayInfo& display, int maxLayerSide = MAX_LAYER_SIDE);
+    explicit Screen(const TagKivDisplayInfo& display = {}, int maxLayerSide = MAX_LAYER_SIDE);
 
     /// Executes what is queued, and lets go of the window. Layers of this screen that are still there may be
     /// destroyed later, but not be drawn into.
@@ -87,19 +82,16 @@ class KIVGLES_KIT_EXPORT Screen {
     /// Shows a canvas, scaled to fill the window: waits for the frame before it to be shown, hands over what
     /// has changed in the canvas since it was last shown here, queues this frame, and returns. So one frame
     /// is in flight, and no client can outrun the screen. The canvas may be painted again, or go, at once:
-    /// the screen remembers the picture, which takes as much memory again.
-    ///
-    /// A canvas of the window's size with small changes takes one of the screen's 15 layers, unless the
-    /// client has all of them: then all of the canvas is handed over each time.
+    /// the screen remembers the picture, which takes as much memory again. With small changes one of the
+    /// window's size takes one of the screen's 15 layers; if there is none it is handed over whole each time.
     /// @param canvas It is only read.
-    /// @throws Error With the code of KivDrawBitmap, KivBlit, KivRefreshOnSrceen or Init; TOO_LARGE above the
+    /// @throws Error With the code of KivDrawBitmap, KivBlit or KivRefreshOnSrceen; TOO_LARGE above the
     /// screen's limit; OUT_OF_MEMORY; INVALID_ARGUMENT on a canvas that was moved away.
     void Present(const Canvas& canvas);
 
-    /// Shows a layer, scaled to fill the window, as it is when this frame's turn comes. Waits for the frame
-    /// before it to be shown, queues this frame, and returns.
-    /// @param layer A layer of this screen.
-    /// @throws Error With the code of KivBlit, KivRefreshOnSrceen or Init; INVALID_ARGUMENT if the layer is
+    /// Shows a layer in the same way, as it is when this frame's turn comes.
+    /// @param layer One of this screen.
+    /// @throws Error With the code of KivBlit or KivRefreshOnSrceen; INVALID_ARGUMENT if the layer is
     /// another screen's or was moved away.
     void Present(const Layer& layer);
 
@@ -109,12 +101,8 @@ class KIVGLES_KIT_EXPORT Screen {
     /// lost by Reconnect.
     bool Refresh();
 
-    /// Waits until everything asked for so far is done, the last frame included. Throws with the code of
-    /// Init.
-    void Finish();
-
-    /// @return The window's size in pixels, as of its connection; 0 by 0 while no window is connected.
-    kit::Size Size() const;
+    void Finish();           ///< Waits until everything asked for so far is done, the last frame included.
+    kit::Size Size() const;  ///< @return The window's, in pixels, as of its connection; 0 by 0 without one.
 
  private:
     friend class Layer;

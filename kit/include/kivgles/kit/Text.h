@@ -1,15 +1,12 @@
 #ifndef KIVGLES_KIT_TEXT_H
 #define KIVGLES_KIT_TEXT_H
 
-/// @file
-/// Text in any script, in boxes: aligned, wrapped, shortened.
-
 #include <algorithm>
 #include <cmath>
 #include <string>
 #include <string_view>
 
-#include "kivgles/kit/Export.h"
+#include "kivgles/kit/Error.h"
 #include "kivgles/kit/Geometry.h"
 
 namespace kivgles::kit {
@@ -60,10 +57,8 @@ struct TextExtent {
 /// is shortened if there is more. A box without width or height shows nothing. Only the ink of slanted
 /// characters, outlines, and marks above and below may reach over the edges.
 ///
-/// Measured is drawn: both are of the same layout.
-///
-/// What cannot fit the box is not even looked at, so a text of any length takes no longer than what is seen
-/// of it. Measured without a box it takes about a second for each megabyte.
+/// What cannot fit the box is not even looked at; measured without one a text takes a second for each
+/// megabyte.
 ///
 /// Threads: any, as many as one likes; the object itself is a value, and one may be used by several threads.
 /// The first text of a thread takes a few milliseconds more: each has fonts of its own, which go with it.
@@ -71,50 +66,33 @@ class KIVGLES_KIT_EXPORT Text {
  public:
     /// White, 40 pixels high, upright and regular, one line, in the top-left corner of its box.
     Text() = default;
-
-    /// As above, in another size and colour.
-    /// @param pixels See Sized.
-    /// @param foreground Not premultiplied.
+    /// @param pixels,foreground As Sized and Colored have them; all else as above.
     Text(double pixels, const Color& foreground) { *this = Sized(pixels).Colored(foreground); }
 
     /// @name How it looks
     /// @{
 
-    /// @param pixels From 1 to 1000; less counts as 1, as what is no number does, more as 1000.
-    /// @return A copy in another size.
+    /// @param pixels From 1 to 1000; less counts as 1, as what is no number does, more as 1000. @return A
+    /// copy.
     Text Sized(double pixels) const { return With(&Text::size, pixels > 1 ? std::min(pixels, 1000.0) : 1); }
-
-    /// @param foreground Of all but emoji, not premultiplied; its opacity is theirs, too.
-    /// @return A copy in another colour.
+    /// @param foreground Of all but emoji, not premultiplied; its opacity is theirs, too. @return A copy.
     Text Colored(const Color& foreground) const { return With(&Text::color, foreground); }
-
     /// @param names Families, the first one that is installed or was added: "Noto Sans, DejaVu Sans". At
-    /// first, and for what they lack, it is the system's "sans-serif".
-    /// @return A copy in another font.
+    /// first, and for what they lack, it is the system's "sans-serif". @return A copy.
     Text Family(const std::string& names) const { return With(&Text::family, names); }
-
     /// @param tag As in "ja" or "zh-Hant", at first "en": decides between forms of the same characters, and
-    /// where lines are broken.
-    /// @return A copy in another language.
+    /// where lines are broken. @return A copy.
     Text Language(const std::string& tag) const { return With(&Text::language, tag); }
-
-    /// @param backdrop TRANSPARENT, as at first, draws none.
-    /// @return A copy on a background as wide as each line and as high as its line height.
+    /// @param backdrop As wide as each line and as high as its line height; at first none. @return A copy.
     Text On(const Color& backdrop) const { return With(&Text::background, backdrop); }
-
-    /// @param edge TRANSPARENT, as at first, draws none.
-    /// @param pixels How far it reaches beyond the characters, at most 100.
-    /// @return A copy with an outline, so that it can be read on whatever is below.
+    /// @param edge,pixels An outline's colour, and how far it reaches beyond the characters, at most 100; at
+    /// first there is none. @return A copy that can be read on whatever is below.
     Text Outlined(const Color& edge, double pixels) const {
         return With(&Text::outline, edge).With(&Text::outlineWidth, pixels > 0 ? std::min(pixels, 100.0) : 0);
     }
-
-    Text Bold() const { return With(&Text::bold, true); }  ///< @return A copy in bold.
-    /// @return A copy in italic, or slanted where the font has no italic.
-    Text Italic() const { return With(&Text::italic, true); }
-
-    /// @return A copy with a line below the baseline.
-    Text Underlined() const { return With(&Text::underlined, true); }
+    Text Bold() const { return With(&Text::bold, true); }      ///< @return A copy in bold.
+    Text Italic() const { return With(&Text::italic, true); }  ///< @return A copy in italic, or slanted.
+    Text Underlined() const { return With(&Text::underlined, true); }  ///< @return An underlined copy.
 
     /// @return A copy with digits 0 to 9 that are all as wide as the widest, in every font, so that a clock
     /// does not tremble and columns of numbers stand below each other.
@@ -124,50 +102,38 @@ class KIVGLES_KIT_EXPORT Text {
     /// @name Where it stands
     /// @{
 
-    /// @param horizontal Where between left and right.
-    /// @return A copy there.
+    /// @param horizontal Between left and right. @return A copy there.
     Text Aligned(Align horizontal) const { return With(&Text::align, horizontal); }
-
-    /// @param vertical Where between top and bottom.
-    /// @return A copy there.
+    /// @param vertical Between top and bottom. @return A copy there.
     Text Aligned(VerticalAlign vertical) const { return With(&Text::verticalAlign, vertical); }
-
-    /// @return A copy in the middle between left and right.
-    Text Center() const { return Aligned(Align::CENTER); }
-
-    Text Right() const { return Aligned(Align::RIGHT); }  ///< @return A copy at the right edge.
-    /// @return A copy in the middle between top and bottom.
-    Text Middle() const { return Aligned(VerticalAlign::MIDDLE); }
+    Text Center() const { return Aligned(Align::CENTER); }          ///< @return A copy there.
+    Text Right() const { return Aligned(Align::RIGHT); }            ///< @return A copy there.
+    Text Middle() const { return Aligned(VerticalAlign::MIDDLE); }  ///< @return A copy there.
 
     /// @return A copy that is wrapped where its language breaks lines, and wherever the line ends in a word
     /// that is longer.
     Text Wrapped() const { return With(&Text::wrapped, true); }
 
-    /// @param pixels From baseline to baseline; 0, as at first, means five quarters of the text's size.
-    /// @return A copy with lines of another height.
+    /// @param pixels From baseline to baseline; 0, as at first: five quarters of its size. @return A copy.
     Text Spaced(int pixels) const { return With(&Text::lineHeight, std::min(pixels, 1 << 20)); }
     /// @}
 
     /// @return Pixels from baseline to baseline.
     int LineHeight() const { return lineHeight > 0 ? lineHeight : static_cast<int>(std::ceil(size * 5 / 4)); }
 
-    /// Draws a text.
-    /// @param canvas Where to.
-    /// @param utf8 The text, read until the call returns.
-    /// @param box Where it stands. Baselines and the beginnings of lines are at whole pixels.
+    /// Draws a text. Baselines and the beginnings of lines are at whole pixels.
+    /// @param canvas,utf8,box Where to, what, and where it stands.
     /// @return What it takes in the box.
     /// @throws Error INVALID_ARGUMENT on a canvas that was moved away, NO_FONT, OUT_OF_MEMORY.
     TextExtent Draw(Canvas& canvas, std::string_view utf8, const Rect& box) const;
 
-    /// Measures a text as it would be drawn.
-    /// @param utf8 The text, read until the call returns.
-    /// @param box Width and height of the box. Without one there is no limit.
+    static constexpr Size UNLIMITED = {1 << 24, 1 << 24};  ///< A box that everything fits into.
+
+    /// Measures a text as it would be drawn: it is laid out in the same way.
+    /// @param utf8,box What, and width and height of its box.
     /// @return What it takes.
     /// @throws Error NO_FONT.
     TextExtent Measure(std::string_view utf8, const Size& box = UNLIMITED) const;
-
-    /// The size of a box that everything fits into.
-    static constexpr Size UNLIMITED = {1 << 24, 1 << 24};
 
     /// Makes the fonts of a file known, for all texts of the process from now on, as if they were installed.
     /// Takes tens of milliseconds, and makes each thread look its fonts up anew.
@@ -184,7 +150,6 @@ class KIVGLES_KIT_EXPORT Text {
         copy.*member = value;
         return copy;
     }
-    double LeftOf(int lineWidth, const Rect& box) const;
 
     double size = 40;
     Color color = {255, 255, 255};

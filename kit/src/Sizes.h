@@ -1,15 +1,23 @@
-#ifndef KIVGLES_KIT_WORDS_H
-#define KIVGLES_KIT_WORDS_H
+#ifndef KIVGLES_KIT_SIZES_H
+#define KIVGLES_KIT_SIZES_H
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 
 #include "kivgles/kit/Error.h"
 #include "kivgles/kit/Geometry.h"
 
+// Sizes and rectangles of whole pixels.
+
 namespace kivgles::kit {
 
-// A size for an Error.
+inline PixelRect Whole(const Size& size) { return {0, 0, size.width, size.height}; }
+inline bool AreEqual(const Size& a, const Size& b) { return a.width == b.width && a.height == b.height; }
+inline bool IsEmpty(const PixelRect& rect) { return rect.width <= 0 || rect.height <= 0; }
+inline std::int64_t Area(const PixelRect& rect) { return std::int64_t{rect.width} * rect.height; }
+
+// For an Error.
 inline std::string InWords(const Size& size) {
     return std::to_string(size.width) + " by " + std::to_string(size.height) + " pixels";
 }
@@ -27,4 +35,4 @@ inline void CheckSize(const Size& size, int longest, const char* operation, cons
 
 }  // namespace kivgles::kit
 
-#endif  // KIVGLES_KIT_WORDS_H
+#endif  // KIVGLES_KIT_SIZES_H
