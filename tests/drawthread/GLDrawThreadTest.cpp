@@ -15,7 +15,6 @@
 #include "drawthread/GLDrawThread.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
-#include "text/OSDText.h"
 
 // What runs whenever a load looks at an outline.
 static std::function<void()> onOutline;
@@ -86,17 +85,6 @@ TEST(Handlers, RefuseCommandsWithoutTheirPayloadAndOfNoKindAndSayWhy) {
     EXPECT_EQ(refusal(CMD_DRAW_ROUND), "102 roundInfo is null\n");
     EXPECT_EQ(refusal(CMD_CONNECT_WINDOW_SURFACE), "102 native window is NULL\n");
     EXPECT_EQ(refusal(INT32_MAX), "100 unknown cmd is 2147483647\n");
-}
-
-TEST(OSDText, WithoutItsProgramHasNoFontAndDrawsNothing) {
-    OSDText text;
-    const TagGLTextInfo request{u"A", 1, {}, {}, 0, 20, 0, 0, 0};
-    unsigned int width = 0;
-    unsigned int height = 0;
-    EXPECT_EQ(text.LoadFont("any.ttf", 40), 101);
-    EXPECT_EQ(text.GetTextSize(request, width, height), 0);
-    EXPECT_EQ(width, 30U);
-    EXPECT_EQ(text.DrawText({FBO_HANDLE_BASE, 0, 0, 64, 32}, request, 0, 0), 101);
 }
 
 // Before those whose draw threads may still be saying that they end.

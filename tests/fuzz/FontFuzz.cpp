@@ -5,18 +5,19 @@
 #include <cstdint>
 #include <string>
 
+#include <EGL/egl.h>
 #include <android/log.h>
 #include <fuzzer/FuzzedDataProvider.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
-#include "support/StubGL.h"
+#include "support/Recorder.h"
 #include "text/OSDText.h"
 
 namespace {
 
 using namespace kivgles;
-using stubgl::Expect;
+using recorder::Expect;
 
 constexpr TagFrameBuffObject TARGET{FBO_HANDLE_BASE + 1, 1, 1, 640, 360};
 constexpr char16_t COMMON_UNITS[] = u"AB f\u2014\u4E2D\xA0";
@@ -37,8 +38,8 @@ std::string WriteFont(const std::vector<std::uint8_t>& bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     __android_log_set_logger([](const __android_log_message*) {});
     FuzzedDataProvider data(bytes, size);
-    stubgl::Reset(data.PickValueInArray({16384, 2048, 1024, 256, 64}));
-    stubgl::MakeCurrent();
+    recorder::StandAlone(data.PickValueInArray({16384, 2048, 1024, 256, 64}));
+    eglMakeCurrent(nullptr, nullptr, nullptr, nullptr);  // this thread has a context
 
     const auto standardSize = data.ConsumeIntegralInRange<std::uint32_t>(0, 128);
     TagGLTextInfo requests[STYLES]{};
@@ -68,6 +69,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
             (void)text.DrawText(TARGET, request, -0.5F, 0.0F);
         }
     }
-    Expect(stubgl::LiveNum() == 0, "GL objects are left behind");
+    Expect(recorder::LiveNum() == 0, "GL objects are left behind");
     return 0;
 }

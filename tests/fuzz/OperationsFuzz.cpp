@@ -14,12 +14,12 @@
 #include <fuzzer/FuzzedDataProvider.h>
 
 #include "kivgles/KivGLDrawSurface.h"
-#include "support/StubGL.h"
+#include "support/Recorder.h"
 
 namespace {
 
 using namespace kivgles;
-using stubgl::Expect;
+using recorder::Expect;
 
 constexpr std::size_t LAYERS = 15;
 constexpr std::size_t LARGEST_TEXT = 140;     // units
@@ -130,7 +130,7 @@ struct FuzzedClient {
         if (HasContext()) {
             drawThread.join();
         }
-        Expect(stubgl::LiveNum() == 0, "EGL or GL objects are left behind");
+        Expect(recorder::LiveNum() == 0, "EGL or GL objects are left behind");
         layers.clear();
         return NO_CONTEXT;  // from now on
     }
@@ -170,7 +170,7 @@ void std::thread::detach() { drawThread.swap(*this); }
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
     __android_log_set_logger([](const __android_log_message*) {});
     Input input(bytes, size);
-    stubgl::Reset(2048);
+    recorder::StandAlone(2048);
     const std::uint8_t nth = input.Byte();
     if (nth < 0x80) {
         recorder::Fail(input.PickValueInArray(FAILING), nth / 8 + 1);

@@ -9,6 +9,7 @@
 #include <thread>
 #include <utility>
 
+#include <GLES2/gl2.h>
 #include <android/log.h>
 #include <gtest/gtest.h>
 #include <unistd.h>
@@ -17,7 +18,7 @@
 #include "races/BusyClient.h"
 #include "soak/Watch.h"
 #include "support/Process.h"
-#include "support/StubGL.h"
+#include "support/Recorder.h"
 
 namespace kivgles {
 namespace {
@@ -32,7 +33,7 @@ Drawn drawn;
 
 void Reset() {
     __android_log_set_logger([](const __android_log_message*) {});
-    stubgl::Reset(2048);
+    recorder::StandAlone(2048);
     drawn = Drawn();
 }
 
@@ -74,7 +75,7 @@ TEST(Races, CommandsOfEightClientsAreExecutedInTheOrderOfEachLifeAfterLife) {
             EXPECT_EQ(drawn.executed[client.number], client.coloured);
         }
         EXPECT_EQ(drawn.misplaced, 0U);
-        EXPECT_EQ(stubgl::LiveNum(), 0U);
+        EXPECT_EQ(recorder::LiveNum(), 0U);
     }
     AwaitThreadNum(threads);  // a draw thread that is still ending holds memory
     if (!HasFailure()) {

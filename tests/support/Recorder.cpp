@@ -4,6 +4,7 @@
 #include <cstdarg>
 #include <iterator>
 #include <mutex>
+#include <numeric>
 #include <set>
 
 #include <android/log.h>
@@ -81,6 +82,7 @@ void Fail(const std::string& function, int nth, bool forGood, unsigned int resul
 }
 
 void StandAlone(int size) {
+    Reset();
     maxTextureSize = size;
     lastAnswer = 0;
     Locked([](State& state) { state.objects.clear(); });
@@ -101,6 +103,12 @@ std::map<std::string, std::size_t> Live() {
         }
         return live;
     });
+}
+
+std::size_t LiveNum() {
+    const auto live = Live();
+    return std::accumulate(live.begin(), live.end(), std::size_t{0},
+                           [](std::size_t sum, const auto& kind) { return sum + kind.second; });
 }
 
 std::vector<std::string> Log(const std::string& beginning) {

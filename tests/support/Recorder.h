@@ -41,8 +41,8 @@ void Fail(const std::string& function, int nth = 1, bool forGood = false, unsign
 // --- Without a driver ---
 // From now on, which is before any call, those of EGL and GL are not forwarded and come out well. What GL
 // would read from the caller is read in full, so that a sanitizer sees it; what would read or write where it
-// must not ends the process: an upload outside a texture, vertices behind the end of their buffer. Forgets
-// what is alive.
+// must not ends the process: an upload outside a texture, vertices behind the end of their buffer. Resets,
+// and forgets what is alive.
 void StandAlone(int maxTextureSize);
 // Ends the process as a finding, and says which, unless `holds`.
 void Expect(bool holds, const char* finding);
@@ -51,6 +51,7 @@ void Expect(bool holds, const char* finding);
 // Of "texture", "buffer", "framebuffer", "shader" and "program", of which one context has all, and which no
 // thread makes or deletes that never had a context; of "context", "surface", "face" and "library".
 std::map<std::string, std::size_t> Live();
+std::size_t LiveNum();
 
 // --- Log lines, "E FBOManager: Create texture fail\n", that begin as said ---
 std::vector<std::string> Log(const std::string& beginning = "");
