@@ -92,7 +92,7 @@ void Device::Close() {
 }
 
 void Device::Add(LayerState& layer) {
-    CheckSize(layer.size, maxSide, operation);
+    CheckLayerSize(layer.size, maxSide, operation);
     (void)Surface();  // without a window no spare layer goes
     MakePlace(0);
     layer.handle = Create(layer.size);
@@ -110,7 +110,7 @@ void Device::Remove(LayerState& layer) {
 SpareLayer& Device::Provide(Spare spare, const Size& size) {
     SpareLayer& layer = spares[spare];
     if (layer.handle == 0 || !AreEqual(layer.size, size)) {
-        CheckSize(size, maxSide, operation);
+        CheckLayerSize(size, maxSide, operation);
         Drop(layer);
         MakePlace(spare + 1);
         layer = {Create(size), size};

@@ -8,7 +8,7 @@
 namespace kivgles::kit {
 
 void Device::Show(CanvasState& canvas) {
-    CheckSize(canvas.size, maxSide, operation);
+    CheckLayerSize(canvas.size, maxSide, operation);
     (void)Surface();  // without a window everything stays as it is
     Resize(copy, canvas.size, operation);
     copySize = canvas.size;

@@ -8,8 +8,6 @@
 #include "kivgles/kit/Error.h"
 #include "kivgles/kit/Geometry.h"
 
-// Sizes and rectangles of whole pixels.
-
 namespace kivgles::kit {
 
 inline PixelRect Whole(const Size& size) { return {0, 0, size.width, size.height}; }
@@ -17,20 +15,24 @@ inline bool AreEqual(const Size& a, const Size& b) { return a.width == b.width &
 inline bool IsEmpty(const PixelRect& rect) { return rect.width <= 0 || rect.height <= 0; }
 inline std::int64_t Area(const PixelRect& rect) { return std::int64_t{rect.width} * rect.height; }
 
-// For an Error.
 inline std::string InWords(const Size& size) {
     return std::to_string(size.width) + " by " + std::to_string(size.height) + " pixels";
 }
 
 // Throws for `operation` unless there can be such a picture; `what` it is precedes the words: "the image: ".
-inline void CheckSize(const Size& size, int longest, const char* operation, const std::string& what = "") {
+// `remedy` follows them where a client can have more.
+inline void CheckSize(const Size& size, int longest, const char* operation, const std::string& what = "",
+                      const std::string& remedy = "") {
     if (size.width <= 0 || size.height <= 0) {
         throw Error(operation, Error::INVALID_ARGUMENT, what + InWords(size) + " hold nothing");
     }
     if (std::max(size.width, size.height) > longest) {
-        throw Error(operation, Error::TOO_LARGE,
-                    what + InWords(size) + " are more than " + std::to_string(longest) + " on a side");
+        const std::string limit = std::to_string(longest) + " on a side" + remedy;
+        throw Error(operation, Error::TOO_LARGE, what + InWords(size) + " are more than " + limit);
     }
+}
+inline void CheckLayerSize(const Size& size, int longest, const char* operation) {
+    CheckSize(size, longest, operation, "", ": make the Screen with a larger maxLayerSide");
 }
 
 }  // namespace kivgles::kit

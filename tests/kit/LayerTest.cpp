@@ -112,7 +112,9 @@ TEST(Layer, RefusesWhatHasNoMeaning) {
     const auto make = [&](Size size) { return ErrorOf([&] { Layer(stage->screen, size); }); };
     const auto copy = [&](Layer& from) { return ErrorOf([&] { layer.Copy(from, 0, 0); }); };
     EXPECT_EQ(make({10, 0}), "-1 Layer: 10 by 0 pixels hold nothing");
-    EXPECT_EQ(make({257, 10}), "-2 Layer: 257 by 10 pixels are more than 256 on a side");
+    EXPECT_EQ(
+        make({257, 10}),
+        "-2 Layer: 257 by 10 pixels are more than 256 on a side: make the Screen with a larger maxLayerSide");
     EXPECT_EQ(make({256, 10}), "");
     EXPECT_EQ(ErrorOf([&] {
                   layer.Blend(Image{}, {0, 0, 2, 2});

@@ -38,8 +38,8 @@ class Layer;
 /// and Finish also that of Init), and NOT_CONNECTED without a window.
 class KIVGLES_KIT_EXPORT Screen {
  public:
-    /// Pixels of the longest side of a layer, and of a canvas that is presented: what every GL of these days
-    /// takes. What GL does not take it ignores without an answer.
+    /// Pixels of the longest side of a layer, and of a canvas that is presented: what every GL takes today.
+    /// What GL does not take it ignores without an answer.
     static constexpr int MAX_LAYER_SIDE = 4096;
 
     /// There is no window, and neither a thread nor GL is used yet.
