@@ -122,8 +122,7 @@ class Device {
     friend DeviceLock;
 
     unsigned int Create(const Size& size) KIVGLES_REQUIRES(DEVICE_LOCK);
-    // Gives spare layers back, the last first and none before `first`, until there is a place. Throws with 15
-    // if that does not help.
+    // Gives spare layers back, the last first and none before `first`, until there is a place, or throws 15.
     void MakePlace(std::size_t first) KIVGLES_REQUIRES(DEVICE_LOCK);
     void Drop(SpareLayer& spare) KIVGLES_REQUIRES(DEVICE_LOCK);
     bool IsFull() const KIVGLES_REQUIRES(DEVICE_LOCK);  // has as many layers as there can be
@@ -136,9 +135,8 @@ class Device {
     FairMutex mutex;          // for DeviceLock
     std::shared_mutex inUse;  // shared by those who wait: taken with the DeviceLock, released without
 
-    // With a window connected, or null.
-    std::unique_ptr<KivGLDrawSurface> surface KIVGLES_GUARDED_BY(DEVICE_LOCK);
-    ANativeWindow* window KIVGLES_GUARDED_BY(DEVICE_LOCK) = nullptr;  // the client's
+    std::unique_ptr<KivGLDrawSurface> surface KIVGLES_GUARDED_BY(DEVICE_LOCK);  // on a window, or null
+    ANativeWindow* window KIVGLES_GUARDED_BY(DEVICE_LOCK) = nullptr;            // the client's
     bool wasConnected KIVGLES_GUARDED_BY(DEVICE_LOCK) = false;
     std::set<LayerState*> layers KIVGLES_GUARDED_BY(DEVICE_LOCK);  // they take themselves out
     std::array<SpareLayer, SPARE_NUM> spares KIVGLES_GUARDED_BY(DEVICE_LOCK);

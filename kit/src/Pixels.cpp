@@ -36,13 +36,15 @@ std::uint32_t Multiply(std::uint32_t pixel) {
 
 // 255 by alpha, a little more so that halves are rounded up; 0 for 0. As floating point numbers, because
 // compilers make vectors of those even where the machine is not known to multiply vectors of integers.
-constexpr std::array<float, 256> RECIPROCALS = [] {
+constexpr std::array<float, 256> Reciprocals() {
     std::array<float, 256> reciprocals{};
     for (std::size_t alpha = 1; alpha < reciprocals.size(); ++alpha) {
         reciprocals[alpha] = 255.0003F / static_cast<float>(alpha);
     }
     return reciprocals;
-}();
+}
+constexpr std::array<float, 256> RECIPROCALS = Reciprocals();
+constexpr float HALF = 0.5F;  // rounds what is not negative, in a way that vectors can
 
 std::uint32_t Divide(std::uint32_t pixel) {
     const int alpha = static_cast<int>(pixel >> 24);
@@ -50,7 +52,7 @@ std::uint32_t Divide(std::uint32_t pixel) {
     // A channel above alpha is no colour, but must not reach into another channel.
     const auto divide = [&](unsigned int shift) {
         const int channel = std::min(static_cast<int>(pixel >> shift & 0xFF), alpha);
-        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + 0.5F))
+        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + HALF))
                << shift;
     };
     return (pixel & 0xFF000000) | divide(16) | divide(8) | divide(0);

@@ -23,10 +23,9 @@ void Connect(Device& device, ANativeWindow* window, bool isNew, const char* oper
 
 constexpr char PRESENT[] = "Screen::Present";
 
-// A canvas or a layer.
+// A canvas or a layer, on a device that is kept: the screen may go while this waits.
 template <typename Picture>
-void Present(const std::shared_ptr<Device>& device, Picture& picture) {
-    const std::shared_ptr<Device> kept = device;  // the screen may go while this waits
+void Present(const std::shared_ptr<Device>& kept, Picture& picture) {
     kept->Wait(PRESENT);
     const DeviceLock lock(*kept, PRESENT);
     kept->Show(picture);
@@ -52,14 +51,16 @@ void Screen::OnReconnect(std::function<void()> paint) {
     device->repaint.swap(paint);  // the former one goes without the lock, which a layer that it holds takes
 }
 
-void Screen::Present(const Canvas& canvas) { kit::Present(device, CanvasState::Of(canvas, PRESENT)); }
+void Screen::Present(const Canvas& canvas) {
+    kit::Present(std::shared_ptr<Device>(device), CanvasState::Of(canvas, PRESENT));
+}
 
 void Screen::Present(const Layer& layer) {
     const LayerState& picture = LayerState::Of(layer.state, PRESENT);
     if (picture.device != device) {
         throw Error(PRESENT, Error::INVALID_ARGUMENT, "the layer is another screen's");
     }
-    kit::Present(device, picture);
+    kit::Present(std::shared_ptr<Device>(device), picture);
 }
 
 bool Screen::Refresh() {

@@ -39,7 +39,6 @@ class Layer;
 class KIVGLES_KIT_EXPORT Screen {
  public:
     /// Pixels of the longest side of a layer, and of a canvas that is presented: what every GL takes today.
-    /// What GL does not take it ignores without an answer.
     static constexpr int MAX_LAYER_SIDE = 4096;
 
     /// There is no window, and neither a thread nor GL is used yet.
