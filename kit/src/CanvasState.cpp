@@ -85,7 +85,7 @@ PixelRect CanvasState::Touched(const Rect& area) const {
             cut(std::ceil(area.y + area.height), size.height) - y};
 }
 
-// Beyond so many parts, one around all of them costs no more.
+// Too many parts become one around all of them, which costs little more.
 void CanvasState::Changed(const PixelRect& rect) {
     const cairo_rectangle_int_t part = {rect.x, rect.y, rect.width, rect.height};
     for (const auto& [receiver, region] : missing) {
@@ -245,7 +245,7 @@ void CanvasState::Draw(cairo_surface_t* picture, const Size& pictureSize, const 
         cairo_set_source_surface(clipped, picture, 0, 0);
         cairo_pattern_set_matrix(cairo_get_source(clipped), &matrix);
         cairo_pattern_set_extend(cairo_get_source(clipped), CAIRO_EXTEND_PAD);  // its edges do not fade
-        cairo_paint_with_alpha(clipped, std::min(opacity, 1.0));
+        cairo_paint_with_alpha(clipped, opacity);
     });
 }
 
