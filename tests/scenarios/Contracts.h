@@ -205,11 +205,11 @@ inline Calls ClearWindow(const Target& window, Words renderer) {
 }
 // A bitmap has a texture for as long as it is drawn. The alignment is set after the upload, for whoever
 // uploads next: its own rows, of four bytes a pixel, are as good with the 1 that an atlas may have left.
-inline Calls UploadBitmap(int width, int height) {
+inline Calls UploadBitmap(unsigned int width, unsigned int height) {
     return {MakeTexture(0, "bitmap's texture", "GL_RGBA", width, height, "data"),
             "glPixelStorei(GL_UNPACK_ALIGNMENT, 4)", Filter(), Clamp(), "glBindTexture(GL_TEXTURE_2D, 0)"};
 }
-inline Calls QuadOfBitmap(Words edges, int width, int height) {
+inline Calls QuadOfBitmap(Words edges, unsigned int width, unsigned int height) {
     return {
         TexturedQuad("OSDBitmap", "bitmap's texture", "lt rt lb rb", edges, Line("0 0 {} {}", width, height)),
         UnbindVertices("coord")};
@@ -217,11 +217,11 @@ inline Calls QuadOfBitmap(Words edges, int width, int height) {
 inline Calls DeleteBitmap() {
     return "glBindTexture(GL_TEXTURE_2D, 0); glDeleteTextures(1, bitmap's texture)";
 }
-inline Calls DrawBitmap(const Target& target, Words edges, int width = 2, int height = 1) {
+inline Calls DrawBitmap(const Target& target, Words edges, unsigned int width = 2, unsigned int height = 1) {
     return {UploadBitmap(width, height), BindTarget(target), "glUseProgram(OSDBitmap's program)",
             QuadOfBitmap(edges, width, height), DeleteBitmap()};
 }
-inline Calls BlendBitmap(const Target& target, Words edges, int width = 2, int height = 1) {
+inline Calls BlendBitmap(const Target& target, Words edges, unsigned int width = 2, unsigned int height = 1) {
     return {UploadBitmap(width, height),
             BindTarget(target),
             "glEnable(GL_BLEND); glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); glUseProgram(OSDBitmap's "
@@ -230,7 +230,7 @@ inline Calls BlendBitmap(const Target& target, Words edges, int width = 2, int h
             "glDisable(GL_BLEND)",
             DeleteBitmap()};
 }
-inline Calls ShowBitmap(const Target& window, Words edges, int width, int height) {
+inline Calls ShowBitmap(const Target& window, Words edges, unsigned int width, unsigned int height) {
     return {UploadBitmap(width, height), ClearWindow(window, "OSDBitmap"), QuadOfBitmap(edges, width, height),
             "glDisable(GL_BLEND)", DeleteBitmap()};
 }
@@ -253,8 +253,8 @@ constexpr char SWAP[] = "eglSwapBuffers(display, window surface)";
 // of a bitmap each row is told behind a colon, two digits a pixel.
 struct Font {
     std::string file;
-    int width;
-    int height;
+    unsigned int width;
+    unsigned int height;
     std::vector<std::string> glyphs;
     int size = 40;
 };
@@ -276,7 +276,7 @@ inline Calls UploadGlyphs(const std::vector<std::string>& glyphs) {
     return calls;
 }
 // Of one byte a pixel: the alignment is for the glyphs, which follow.
-inline Calls AlphaTexture(int unit, Words name, int width, int height) {
+inline Calls AlphaTexture(int unit, Words name, unsigned int width, unsigned int height) {
     return {MakeTexture(unit, name, "GL_ALPHA", width, height, "null"),
             "glPixelStorei(GL_UNPACK_ALIGNMENT, 1)", Clamp(), Filter()};
 }
@@ -343,7 +343,7 @@ inline Calls MeasureStyled(int size, Words matrix = UPRIGHT) {
     return SetStyle("measuring face", size, matrix);
 }
 // A styled atlas has the characters of one text.
-inline Calls FillStyledAtlas(int width, int height, const Calls& glyphs) {
+inline Calls FillStyledAtlas(unsigned int width, unsigned int height, const Calls& glyphs) {
     return {AlphaTexture(2, "styled atlas", width, height), glyphs, "glBindTexture(GL_TEXTURE_2D, 0)"};
 }
 inline Calls FailToFillStyledAtlas() {
