@@ -17,56 +17,36 @@ using Places = std::vector<std::pair<int, int>>;
 
 // 0xAARRGGBB, premultiplied, row by row.
 inline std::vector<std::uint32_t> PixelsOf(const Canvas& canvas) {
-    CanvasState& state = CanvasState::Of(canvas, "");
-    const auto* const first = reinterpret_cast<const std::uint32_t*>(state.Pixels());
-    return {first, first + Area(Whole(state.size))};
-}
-
-template <typename Test>
-testing::AssertionResult All(const Places& places, Test isRight) {
-    for (const auto& [x, y] : places) {
-        if (!isRight(x, y)) {
-            return testing::AssertionFailure() << "not at " << x << "," << y;
-        }
-    }
-    return testing::AssertionSuccess();
-}
-
-inline testing::AssertionResult Shows(const Canvas& canvas, std::uint32_t color, const Places& places) {
-    return All(places, [&, pixels = PixelsOf(canvas)](int x, int y) {
-        return pixels.at(static_cast<std::size_t>(y * canvas.Size().width + x)) == color;
-    });
+    const auto* const first = reinterpret_cast<std::uint32_t*>(CanvasState::Of(canvas, "").Pixels());
+    return {first, first + Area(Whole(canvas.Size()))};
 }
 
 // The code of the Error that is thrown, and what it says; empty for none.
 template <typename Act>
-std::string ErrorOf(Act act) {
-    try {
-        act();
-        return "";
-    } catch (const Error& error) {
-        return std::to_string(error.Code()) + " " + error.what();
-    }
+std::string ErrorOf(Act act) try {
+    act();
+    return "";
+} catch (const Error& error) {
+    return std::to_string(error.Code()) + " " + error.what();
 }
 
-// A window with a screen on it and a layer of its size. Throws, and so fails the test, when there is no X
-// server. A window that is looked at has more than the 16 KiB that a driver may hold back among its requests.
+// A window, of more than the 16 KiB that a driver may hold back among requests, with a screen and a layer.
 struct Stage {
-    explicit Stage(unsigned int width = 120, unsigned int height = 60, int maxSide = Screen::MAX_LAYER_SIDE)
-        : window(width, height), screen({}, maxSide) {
+    explicit Stage(unsigned int width = 120, unsigned int height = 60) : window(width, height) {
         screen.Connect(window.Native());
         layer = std::make_unique<Layer>(screen, screen.Size());
     }
 
-    // Whether the window has this colour at each of these places, when what was shown last is there.
-    testing::AssertionResult Shows(const Color& color, const Places& places) {
+    // Returns, true, when the window has this colour at each of these places.
+    bool Shows(const Color& color, const Places& places) {
         screen.Finish();
         const auto rgb = static_cast<unsigned long>(color.r << 16 | color.g << 8 | color.b);
-        return All(places, [&](int x, int y) { return window.Shows(rgb, x, y); });
+        return std::all_of(places.begin(), places.end(),
+                           [&](const auto& place) { return window.Shows(rgb, place.first, place.second); });
     }
 
     X11Window window;
-    Screen screen;
+    Screen screen = Screen({}, 4000);  // pixels on a side of a layer, at most
     std::unique_ptr<Layer> layer;
 };
 
