@@ -15,8 +15,7 @@ constexpr int MAX_PARTS = 16;  // each is handed over by itself, which has its p
 constexpr double FAR = 50000;           // pixels
 constexpr double MAX_RADIUS = 30000;    // of circles
 constexpr double MAX_ROUNDING = 15000;  // of corners and ends: out of sight where their shape is cut
-constexpr double MIN_SCALE = 1e-9;      // of pictures that are drawn larger
-constexpr double MAX_SCALE = 32767;     // and smaller
+constexpr double MAX_SCALE = 32767;     // of pictures that are drawn smaller
 constexpr double TOLERANCE = 0.03;      // pixels between an arc and its lines
 constexpr double DEGREE = 3.14159265358979323846 / 180;
 
@@ -103,8 +102,8 @@ void CanvasState::Changed(const PixelRect& rect) {
 std::vector<PixelRect> CanvasState::Take(Receiver& receiver) {
     const auto isGone = [](const Missing& part) { return part.receiver.expired(); };
     missing.erase(std::remove_if(missing.begin(), missing.end(), isGone), missing.end());
-    auto found = std::find_if(missing.begin(), missing.end(),
-                              [&](const Missing& part) { return part.receiver.lock() == receiver; });
+    const auto isIts = [&](const Missing& part) { return receiver && part.receiver.lock() == receiver; };
+    auto found = std::find_if(missing.begin(), missing.end(), isIts);
     if (found == missing.end()) {
         receiver = std::make_shared<int>();  // what it took over before forgets it
         const cairo_rectangle_int_t whole = {0, 0, size.width, size.height};
@@ -180,7 +179,7 @@ CanvasState& CanvasState::AddArc(const Point& center, double outer, double inner
                                  double sweep) {
     const bool isInReach =
         std::abs(center.x) < 2 * FAR && std::abs(center.y) < 2 * FAR && outer <= MAX_RADIUS;
-    if (!isInReach || !(outer > 0 && inner < outer) || !AreCountable(start, sweep)) {
+    if (!isInReach || !(outer > 0 && inner < outer) || !AreCountable(inner, start, sweep)) {
         return *this;
     }
     const bool isRing = std::abs(sweep) >= 360;
@@ -238,8 +237,8 @@ void CanvasState::Draw(cairo_surface_t* picture, const Size& pictureSize, const 
     AddRectangle(to);
     Within([&](cairo_t* clipped) {
         // Pixels of the picture for one of the canvas, within what Cairo can count.
-        const double right = std::clamp(pictureSize.width / to.width, MIN_SCALE, MAX_SCALE);
-        const double down = std::clamp(pictureSize.height / to.height, MIN_SCALE, MAX_SCALE);
+        const double right = std::min(pictureSize.width / to.width, MAX_SCALE);
+        const double down = std::min(pictureSize.height / to.height, MAX_SCALE);
         cairo_matrix_t matrix;
         cairo_matrix_init(&matrix, right, 0, 0, down, -to.x * right, -to.y * down);
         cairo_set_source_surface(clipped, picture, 0, 0);

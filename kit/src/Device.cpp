@@ -71,14 +71,14 @@ std::function<void()> Device::Connect(ANativeWindow* another, bool isNew) {
         for (LayerState* const layer : isNew ? layers : std::set<LayerState*>()) {
             layer->handle = Create(layer->size);
         }
+        window = another;
+        windowSize = {static_cast<int>(surface->KivGetWindowWidth()),
+                      static_cast<int>(surface->KivGetWindowHeight())};
+        (void)ShowAgain();  // if there is something
     } catch (...) {
         Close();  // a former window is off the screen too, though the core counts it as connected
         throw;
     }
-    window = another;
-    windowSize = {static_cast<int>(surface->KivGetWindowWidth()),
-                  static_cast<int>(surface->KivGetWindowHeight())};
-    (void)ShowAgain();  // if there is something
     return isNew && std::exchange(wasConnected, true) ? repaint : nullptr;
 }
 

@@ -116,8 +116,8 @@ void Place(const std::unique_ptr<LayerState>& state, const Picture& picture, con
     const PixelView view = ViewOf(picture, placing.operation);
     const auto [across, down] = EdgesOf(to);
     const PixelRect visible = Within(layer.size, across, down);
-    if (IsEmpty(visible)) {
-        FillPart(layer, visible, {}, placing.operation);
+    if (IsEmpty(visible) || !AreCountable(to.x, to.y, to.width, to.height)) {
+        FillPart(layer, {}, {}, placing.operation);
         return;
     }
     const double x = visible.x - across.begin;

@@ -74,9 +74,11 @@ void WaylandKeyboard::Load(std::uint32_t format, int descriptor, std::uint32_t s
 }
 
 void WaylandKeyboard::Press(std::uint32_t key) {
+    const xkb_keysym_t symbol =
+        state == nullptr ? XKB_KEY_NoSymbol : xkb_state_key_get_one_sym(state.get(), key + EVDEV_OFFSET);
     std::array<char, 64> name;
-    if (state != nullptr && xkb_keysym_get_name(xkb_state_key_get_one_sym(state.get(), key + EVDEV_OFFSET),
-                                                name.data(), name.size()) > 0) {
+    // "NoSymbol" is a name, too.
+    if (symbol != XKB_KEY_NoSymbol && xkb_keysym_get_name(symbol, name.data(), name.size()) > 0) {
         window.Report(Event::KEY, name.data());
     }
 }

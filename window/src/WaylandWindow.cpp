@@ -137,7 +137,12 @@ void WaylandWindow::Accept(const Size& wanted, libdecor_configuration* configura
     state.size = wanted;
 }
 
-void WaylandWindow::Resize(const Size& wanted) { Accept(wanted, nullptr); }
+// A compositor ends the connection of who does not keep to the size of a window that it fits in.
+void WaylandWindow::Resize(const Size& wanted) {
+    if (libdecor_frame_is_floating(frame.get())) {
+        Accept(wanted, nullptr);
+    }
+}
 
 void WaylandWindow::Collect(int timeout) {
     // Without what comes before it, what is left in the queue of a lost connection would keep libdecor busy

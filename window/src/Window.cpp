@@ -75,7 +75,7 @@ int Left(milliseconds timeout, Clock::time_point start) {
     if (timeout == FOREVER) {
         return -1;
     }
-    const auto left = std::chrono::ceil<milliseconds>(timeout - (Clock::now() - start)).count();
+    const auto left = (timeout - std::chrono::floor<milliseconds>(Clock::now() - start)).count();
     return static_cast<int>(std::clamp<decltype(left)>(left, 0, INT_MAX));
 }
 
@@ -167,13 +167,12 @@ Event Window::WaitForAny(const std::vector<Window*>& windows, milliseconds timeo
             sources.push_back({window->Descriptor(), POLLIN, 0});
         }
         const bool all = sources.size() == asked.size();
-        const int left = Left(timeout, start);
-        const int ready = poll(sources.data(), sources.size(), all ? left : 0);
+        const int ready = poll(sources.data(), sources.size(), all ? Left(timeout, start) : 0);
         for (std::size_t i = 0; i < sources.size(); ++i) {
             const bool readable = ready > 0 && sources[i].revents != 0;
             asked[i]->impl->With([readable](auto& system) { system.EndWait(readable); });
         }
-        if (all && ready == 0 && left >= 0) {
+        if (all && ready == 0 && Left(timeout, start) == 0) {
             return {};
         }
     }

@@ -83,9 +83,10 @@ X11Window::X11Window(WindowState& kept)
 void X11Window::Create() {
     const WindowOptions& options = state.options;
     ::Display* const display = events.Get();
-    const XVisualInfo visual = options.transparent ? TransparentVisual(display) : OpaqueVisual(drawing.Get());
+    XVisualInfo visual = options.transparent ? TransparentVisual(display) : XVisualInfo{};
     if (visual.depth == 0) {
-        throw std::runtime_error("no visual for a transparent window at " + where);
+        state.Refuse(&WindowOptions::transparent, "no visual at " + where + " for a transparent window");
+        visual = OpaqueVisual(drawing.Get());
     }
     const ::Window root = RootWindow(display, visual.screen);
     const Position position = options.position.value_or(Position{});
@@ -223,7 +224,8 @@ void X11Window::Translate(XEvent& event) {
             }
             break;
         case ClientMessage:
-            if (static_cast<Atom>(event.xclient.data.l[0]) == closing) {
+            if (event.xclient.message_type == events.Name("WM_PROTOCOLS") &&
+                static_cast<Atom>(event.xclient.data.l[0]) == closing) {
                 state.Report(Event::CLOSED);
             }
             break;

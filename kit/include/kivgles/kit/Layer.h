@@ -18,8 +18,8 @@ struct Image;
 /// 15. Its pixels are premultiplied. All operations but Blend replace what is there, opacity included.
 ///
 /// Places are whole pixels: edges between pixels go to the nearer one. What lies outside is cut off, however
-/// far it reaches; what is empty, or has a place or length that is no number, draws nothing. Each operation
-/// takes effect in one step: nobody sees half of it.
+/// far it reaches; what is empty, or has a place or length that is no number (of a client's picture: or
+/// beyond 10^15), draws nothing. Each operation takes effect in one step: nobody sees half of it.
 ///
 /// @code
 /// Layer film(screen, screen.Size()), frame(screen, screen.Size());

@@ -60,8 +60,8 @@ class KIVGLES_KIT_EXPORT Screen {
     /// and so does any window after one that failed.
     /// @param window Kept alive by the client until another one is connected or the screen is destroyed.
     /// KivDisplay.h says what it is: on X11 the window's id, cast.
-    /// @throws Error With the code of KivCreateGLContextOn, KivConnectWindowSurface or KivCreateGLFBO, after
-    /// which no window is connected; INVALID_ARGUMENT if `window` is null, with which all stays as it is.
+    /// @throws Error With the code of KivCreateGLContextOn, KivConnectWindowSurface or KivCreateGLFBO, or as
+    /// Present, after which no window is connected; INVALID_ARGUMENT for null, with which all stays as it is.
     void Connect(ANativeWindow* window);
 
     /// Starts anew on a window, with a new surface of the core: the same window after it was resized, or
