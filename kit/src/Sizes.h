@@ -32,7 +32,7 @@ inline void CheckSize(const Size& size, int longest, const char* operation, cons
     }
 }
 inline void CheckLayerSize(const Size& size, int longest, const char* operation) {
-    CheckSize(size, longest, operation, "", ": make the Screen with a larger maxLayerSide");
+    CheckSize(size, longest, operation, "", ": raise the Screen's maxLayerSide");
 }
 
 }  // namespace kivgles::kit

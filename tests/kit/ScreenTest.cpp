@@ -96,7 +96,8 @@ TEST_F(ScreenTest, HasFifteenLayersThatRefuseWhatHasNoMeaning) {
     const auto make = [&](Size size) { return ErrorOf([&] { Layer(screen, size); }); };
     const auto copy = [&](const Layer& from) { return ErrorOf([&] { last.Copy(from, 0, 0); }); };
     EXPECT_EQ(make({2, 2}), "15 Layer: all 15 layers of the screen are in use");
-    EXPECT_EQ(make({4001, 2}), "-2 Layer: 4001 by 2 pixels are more than 4000 on a side");
+    EXPECT_EQ(make({4001, 2}),
+              "-2 Layer: 4001 by 2 pixels are more than 4000 on a side: raise the Screen's maxLayerSide");
     EXPECT_EQ(copy(last), "-1 Layer::Copy: the source is the layer itself");
     EXPECT_EQ(copy(*another.layer), "-1 Layer::Copy: the source is another screen's");
     EXPECT_EQ(copy(layers.front()), "-1 Layer::Copy: the source was moved away");

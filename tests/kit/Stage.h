@@ -12,7 +12,6 @@ namespace kivgles::kit {
 
 constexpr Color RED = {255, 0, 0}, GREEN = {0, 255, 0}, BLUE = {0, 0, 255};
 constexpr Color WHITE = {255, 255, 255}, BLACK = {0, 0, 0};
-
 using Places = std::vector<std::pair<int, int>>;
 
 // 0xAARRGGBB, premultiplied, row by row.
