@@ -58,7 +58,8 @@ struct TextExtent {
 /// characters, outlines, and marks above and below may reach over the edges.
 ///
 /// What cannot fit the box is not even looked at; measured without one a text takes a second for each
-/// megabyte.
+/// megabyte. A single paragraph ends after so many bytes as its size goes into 1.6 million: 40,000 at 40
+/// pixels.
 ///
 /// Threads: any, as many as one likes; the object itself is a value, and one may be used by several threads.
 /// The first text of a thread takes a few milliseconds more: each has fonts of its own, which go with it.
