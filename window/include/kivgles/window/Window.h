@@ -56,15 +56,16 @@ struct Event {
     /// What it was.
     enum Type {
         NONE,     ///< Nothing within the time.
-        RESIZED,  ///< The window has another size: Window::Size. What draws on it starts anew.
+        RESIZED,  ///< The window has another size: Window::Size, the last of several. Drawing starts anew.
         EXPOSED,  ///< The window lost what it showed (it was covered, say): show it again. X11 only.
         CLOSED,   ///< The user wants it closed, or the window or its server is gone: destroy the object.
         KEY       ///< A key was pressed, `key` says which one. Repeats come as the window system sends them.
+                  ///< On X11 without a window manager keys go to the window under the pointer.
     };
 
     Type type = NONE;          ///< What happened.
     Window* window = nullptr;  ///< To which window; null with NONE.
-    std::string key = {};      ///< The key's symbol by its common name: "a", "A", "Escape", "Return", "F1".
+    std::string key = {};      ///< The key's symbol by X's name for it: "a", "A", "Left", "Return", "F1".
 };
 
 /// Waits without an end.
