@@ -72,7 +72,7 @@ std::uint8_t* CanvasState::Pixels() {
 }
 
 PixelRect CanvasState::Touched(const Rect& area) const {
-    if (!AreCountable(area.x, area.y, area.width, area.height) || !(area.width > 0 && area.height > 0)) {
+    if (!IsCountable(area) || !(area.width > 0 && area.height > 0)) {
         return {};
     }
     const auto cut = [](double place, int end) {

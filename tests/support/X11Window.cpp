@@ -1,5 +1,6 @@
 #include "support/X11Window.h"
 
+#include <cstdio>
 #include <stdexcept>
 #include <utility>
 
@@ -39,7 +40,10 @@ void X11Window::Resize(unsigned int width, unsigned int height) {
 }
 
 bool X11Window::Shows(unsigned long color, int x, int y) const {
-    while (Pixels(x, y, 1, 1).front() != color) {
+    for (bool isTold = false; Pixels(x, y, 1, 1).front() != color; isTold = true) {
+        if (!isTold) {
+            std::fprintf(stderr, "awaiting #%06lx at %d,%d\n", color, x, y);  // in vain, if nothing follows
+        }
     }
     return true;
 }

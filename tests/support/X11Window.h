@@ -29,7 +29,7 @@ class X11Window {
     void Resize(unsigned int width, unsigned int height);
     // Returns, true, when the X server shows this colour (0xRRGGBB) there, counted from the top-left corner:
     // it may still be busy with what the draw thread has sent it. A test that waits in vain is ended by
-    // ctest.
+    // ctest, and has said what it waits for.
     bool Shows(unsigned long color, int x, int y) const;
 
     // What it shows now: 0xRRGGBB a pixel, row by row.
