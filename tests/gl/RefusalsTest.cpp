@@ -29,6 +29,7 @@ TEST(ShaderPrograms, RefuseWhatIsNoSourceNoShaderAndNoProgram) {
 
 TEST(TextureSides, BeyondEveryGLAreRefusedByGLAsOthersBeyondItsLimitAre) {
     EXPECT_EQ(TextureSide(0x20000), 0x20000);
+    EXPECT_EQ(TextureSide(0x20001), -1);  // which this GL may refuse by itself, but not every one
     KivGLDrawSurface surface;
     unsigned int target = 0;
     ASSERT_EQ(surface.KivCreateGLContext(), 0);
