@@ -130,7 +130,7 @@ struct FuzzedClient {
         if (HasContext()) {
             drawThread.join();
         }
-        Expect(recorder::LiveNum() == 0, "EGL or GL objects are left behind");
+        Expect(recorder::Live().empty(), "EGL or GL objects are left behind");
         layers.clear();
         return NO_CONTEXT;  // from now on
     }

@@ -75,7 +75,7 @@ TEST(Races, CommandsOfEightClientsAreExecutedInTheOrderOfEachLifeAfterLife) {
             EXPECT_EQ(drawn.executed[client.number], client.coloured);
         }
         EXPECT_EQ(drawn.misplaced, 0U);
-        EXPECT_EQ(recorder::LiveNum(), 0U);
+        EXPECT_EQ(recorder::Live().size(), 0U);
     }
     AwaitThreadNum(threads);  // a draw thread that is still ending holds memory
     if (!HasFailure()) {

@@ -4,9 +4,10 @@
 // What the order of calls and the log promise, each written out once. Objects have the names that they get in
 // the line that makes them ("glGenTextures(1) = atlas") until one deletes them.
 
-#include <algorithm>
 #include <string>
 #include <vector>
+
+#include <EGL/egl.h>
 
 #include "scenarios/Scenario.h"
 
@@ -19,7 +20,7 @@ using Words = const std::string&;
 // With eight bits a component, for windows and OpenGL ES 2.
 inline Calls MakeContext() {
     return {"eglGetDisplay(EGL_DEFAULT_DISPLAY); eglInitialize(display); eglChooseConfig(display, 1)",
-            "EGL_SURFACE_TYPE, EGL_WINDOW_BIT; EGL_RENDERABLE_TYPE, EGL_OPENGL_ES2_BIT",
+            Line("EGL_SURFACE_TYPE, {}; EGL_RENDERABLE_TYPE, {}", EGL_WINDOW_BIT, EGL_OPENGL_ES2_BIT),
             "EGL_RED_SIZE, 8; EGL_GREEN_SIZE, 8; EGL_BLUE_SIZE, 8; EGL_ALPHA_SIZE, 8",
             "eglCreateContext(display, config, EGL_NO_CONTEXT) = context; EGL_CONTEXT_CLIENT_VERSION, 2"};
 }
@@ -109,14 +110,10 @@ inline Calls DeleteLayer(const Target& layer) {
 inline Calls DropLayer(const Target& layer, Words handle) {
     return {DeleteLayer(layer), Line("W GLDrawThread: Destory FBO fboHandleIndex {}", handle)};
 }
-// A handle without a layer: where the client's thread looks for it, and where the draw thread does.
-inline Calls RefuseHandle(const Target& target) {
-    return Line("E GLDrawThread: There is not the fbo {}; E KivGLDrawSurface: There is not the fbo {}",
-                target.name, target.name);
-}
-inline Calls MissHandle(const Target& target) {
-    return Line("E GLDrawThread: There is not the fbo {}; E GLDrawThread: There is not the fbo {}",
-                target.name, target.name);
+// A handle without a layer: where the client's thread looks for it, or the draw thread does.
+inline Calls MissHandle(const Target& target, Words where = "KivGLDrawSurface") {
+    return Line("E GLDrawThread: There is not the fbo {}; E {}: There is not the fbo {}", target.name, where,
+                target.name);
 }
 
 // --- Renderers: each a program and a buffer for its vertices ---
@@ -205,34 +202,30 @@ inline Calls ClearWindow(const Target& window, Words renderer) {
 }
 // A bitmap has a texture for as long as it is drawn. The alignment is set after the upload, for whoever
 // uploads next: its own rows, of four bytes a pixel, are as good with the 1 that an atlas may have left.
-inline Calls UploadBitmap(unsigned int width, unsigned int height) {
-    return {MakeTexture(0, "bitmap's texture", "GL_RGBA", width, height, "data"),
-            "glPixelStorei(GL_UNPACK_ALIGNMENT, 4)", Filter(), Clamp(), "glBindTexture(GL_TEXTURE_2D, 0)"};
-}
-inline Calls QuadOfBitmap(Words edges, unsigned int width, unsigned int height) {
+inline Calls PutBitmap(const Calls& setUp, Words edges, unsigned int width, unsigned int height,
+                       const Calls& restore = {}) {
     return {
+        MakeTexture(0, "bitmap's texture", "GL_RGBA", width, height, "data"),
+        "glPixelStorei(GL_UNPACK_ALIGNMENT, 4)",
+        Filter(),
+        Clamp(),
+        "glBindTexture(GL_TEXTURE_2D, 0)",
+        setUp,
         TexturedQuad("OSDBitmap", "bitmap's texture", "lt rt lb rb", edges, Line("0 0 {} {}", width, height)),
-        UnbindVertices("coord")};
-}
-inline Calls DeleteBitmap() {
-    return "glBindTexture(GL_TEXTURE_2D, 0); glDeleteTextures(1, bitmap's texture)";
+        UnbindVertices("coord"),
+        restore,
+        "glBindTexture(GL_TEXTURE_2D, 0); glDeleteTextures(1, bitmap's texture)"};
 }
 inline Calls DrawBitmap(const Target& target, Words edges, unsigned int width = 2, unsigned int height = 1) {
-    return {UploadBitmap(width, height), BindTarget(target), "glUseProgram(OSDBitmap's program)",
-            QuadOfBitmap(edges, width, height), DeleteBitmap()};
+    return PutBitmap({BindTarget(target), "glUseProgram(OSDBitmap's program)"}, edges, width, height);
 }
 inline Calls BlendBitmap(const Target& target, Words edges, unsigned int width = 2, unsigned int height = 1) {
-    return {UploadBitmap(width, height),
-            BindTarget(target),
-            "glEnable(GL_BLEND); glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); glUseProgram(OSDBitmap's "
-            "program)",
-            QuadOfBitmap(edges, width, height),
-            "glDisable(GL_BLEND)",
-            DeleteBitmap()};
+    const Calls blend = "glEnable(GL_BLEND); glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)";
+    return PutBitmap({BindTarget(target), blend, "glUseProgram(OSDBitmap's program)"}, edges, width, height,
+                     "glDisable(GL_BLEND)");
 }
 inline Calls ShowBitmap(const Target& window, Words edges, unsigned int width, unsigned int height) {
-    return {UploadBitmap(width, height), ClearWindow(window, "OSDBitmap"), QuadOfBitmap(edges, width, height),
-            "glDisable(GL_BLEND)", DeleteBitmap()};
+    return PutBitmap(ClearWindow(window, "OSDBitmap"), edges, width, height, "glDisable(GL_BLEND)");
 }
 inline Calls BlitTexture(const Target& source, const Target& target, Words edges, Words texels) {
     return {BindTarget(target), "glUseProgram(OSDBlit's program)",
@@ -353,46 +346,37 @@ inline Calls FailToFillStyledAtlas() {
 
 // --- Texts ---
 
-// Where a text's glyphs come from.
-struct Atlas {
-    int unit;
-    std::string texture;
-};
-const Atlas STANDARD{1, "atlas"};
-const Atlas STYLED{2, "styled atlas"};
+// Where a text's glyphs come from: each texture is on a unit of its own.
+constexpr char STANDARD[] = "atlas";
+constexpr char STYLED[] = "styled atlas";
 
 constexpr char GLYPH_A[] = "2 18 12 38 from 1 0 11 20";  // of both fonts above, at the left of layer a
 
 // Coverage is blended. Each glyph is two triangles, "2 18 12 38 from 1 0 11 20"; those without pixels stand
-// behind the others, in one point each ("32 24"), and are not drawn. Of many units the first two glyphs are
-// told, and the last.
-inline Calls DrawUnits(const Target& target, const Atlas& atlas, int units, std::ptrdiff_t drawn,
-                       const std::vector<std::string>& glyphs, const Calls& complaints = {},
-                       Color color = WHITE) {
+// behind the others, in one point each ("32 24"), and are not drawn.
+inline Calls DrawText(const Target& target, Words atlas, const std::vector<std::string>& glyphs,
+                      const Calls& complaints = {}, Color color = WHITE) {
+    const int unit = atlas == STYLED ? 2 : 1;
+    std::size_t drawn = 0;
     Calls quads;
     for (Words glyph : glyphs) {
-        quads.Add(glyph.find("from") != std::string::npos
-                      ? "lt rt lb rt lb rb at " + glyph
-                      : Line("lb lb lb lb lb lb at {} {} from 0 0 0 0", glyph, glyph));
+        const bool isDrawn = glyph.find("from") != std::string::npos;
+        drawn += isDrawn ? 1 : 0;
+        quads.Add(isDrawn ? "lt rt lb rt lb rb at " + glyph
+                          : Line("lb lb lb lb lb lb at {} {} from 0 0 0 0", glyph, glyph));
     }
     return {BindTarget(target),
             "glUseProgram(OSDText's program)",
             "glEnable(GL_BLEND); glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)",
-            Line("glUniform4fv(color, 1, {}); glActiveTexture(GL_TEXTURE{})", Hex(color), atlas.unit),
-            Line("glBindTexture(GL_TEXTURE_2D, {}); glUniform1i(tex, {})", atlas.texture, atlas.unit),
+            Line("glUniform4fv(color, 1, {}); glActiveTexture(GL_TEXTURE{})", Hex(color), unit),
+            Line("glBindTexture(GL_TEXTURE_2D, {}); glUniform1i(tex, {})", atlas, unit),
             BindVertices("OSDText", "coord"),
             complaints,
-            Line("glBufferData(GL_ARRAY_BUFFER, {}, GL_DYNAMIC_DRAW)", 96 * units),
+            Line("glBufferData(GL_ARRAY_BUFFER, {}, GL_DYNAMIC_DRAW)", 96 * glyphs.size()),
             quads,
             Line("glDrawArrays(GL_TRIANGLES, 0, {})", 6 * drawn),
             UnbindVertices("coord"),
             "glDisable(GL_BLEND); glBindTexture(GL_TEXTURE_2D, 0); glBindFramebuffer(GL_FRAMEBUFFER, 0)"};
-}
-inline Calls DrawText(const Target& target, const Atlas& atlas, const std::vector<std::string>& glyphs,
-                      const Calls& complaints = {}, Color color = WHITE) {
-    const auto drawn = std::count_if(glyphs.begin(), glyphs.end(),
-                                     [](Words glyph) { return glyph.find("from") != std::string::npos; });
-    return DrawUnits(target, atlas, static_cast<int>(glyphs.size()), drawn, glyphs, complaints, color);
 }
 
 }  // namespace kivgles

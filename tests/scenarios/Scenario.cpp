@@ -16,46 +16,11 @@ constexpr int BROKE_ITS_WORD = -1;  // in another way than by its code
 
 std::string Size(unsigned int width, unsigned int height) { return Line(", {} x {}", width, height); }
 
-// Its memory is gone when the operation returns, and as long as it says that it is.
-struct Text {
-    Text(const Scenario::Units& given, unsigned int size, const std::string& style, Color background,
-         Color color, Scenario::Length length) {
-        const auto has = [&style](char letter) { return style.find(letter) != std::string::npos; };
-        const std::u16string text = given.value_or(u"");
-        const bool isEnded = !length || *length > text.size();
-        units.resize(text.size() + (isEnded ? 1 : 0));
-        std::copy(text.begin(), text.end(), units.begin());
-        info.text = given ? units.data() : nullptr;
-        info.textLength = length.value_or(static_cast<std::uint32_t>(text.size()));
-        info.fontSize = size;
-        info.bold = has('b');
-        info.italic = has('i');
-        info.underline = has('u');
-        info.bgColor = Components(background);
-        info.fgColor = Components(color);
-    }
-
-    std::vector<char16_t> units;
-    TagKivTextInfo info{};
-};
-
-struct Bitmap {
-    Bitmap(const TagKivRectInfo& rect, Color color, unsigned int width, unsigned int height,
-           int format = KIV_COLOR_FORMAT_RGBA8888)
-        : first(Components(color)),
-          second{first.b, first.g, first.r, first.a},
-          info{&first.r, format, 0, 0, width, height, rect} {}
-
-    TagKivColorRGBA first;
-    TagKivColorRGBA second;
-    TagKivBitmapInfo info;
-};
-
 // Line by line, without what another machine has otherwise.
 Calls Trace() {
     constexpr std::string_view FONTS = KIVGLES_TEST_FONTS;
     Calls trace;
-    for (const std::string& call : recorder::Calls()) {
+    for (const std::string& call : recorder::Log()) {
         std::istringstream lines(call);
         for (std::string line; std::getline(lines, line);) {
             const std::size_t path = line.find(FONTS);
@@ -95,8 +60,39 @@ void Calls::Add(const std::string& line) {
 Calls Calls::Beginning(const std::string& words) const {
     Calls found;
     std::copy_if(lines.begin(), lines.end(), std::back_inserter(found.lines),
-                 [&](const std::string& line) { return line.compare(0, words.size(), words) == 0; });
+                 [&](const std::string& line) { return line.rfind(words, 0) == 0; });
     return found;
+}
+
+Bitmap::Bitmap(const TagKivRectInfo& rect, Color color, unsigned int width, unsigned int height, int format)
+    : pixels{Components(color)}, info{nullptr, format, 0, 0, width, height, rect} {
+    pixels[1] = {pixels[0].b, pixels[0].g, pixels[0].r, pixels[0].a};
+}
+Bitmap::operator TagKivBitmapInfo() const {
+    TagKivBitmapInfo given = info;
+    given.data = &pixels[0].r;
+    return given;
+}
+
+Text::Text(const std::optional<std::u16string>& text, unsigned int size, const std::string& style,
+           Color background, Color color, std::optional<std::uint32_t> length) {
+    const auto has = [&style](char letter) { return style.find(letter) != std::string::npos; };
+    if (text) {
+        const bool isEnded = !length || *length > text->size();
+        units.assign(text->c_str(), text->c_str() + text->size() + (isEnded ? 1 : 0));
+    }
+    info.textLength = length.value_or(text ? static_cast<std::uint32_t>(text->size()) : 0);
+    info.fontSize = size;
+    info.bold = has('b');
+    info.italic = has('i');
+    info.underline = has('u');
+    info.bgColor = Components(background);
+    info.fgColor = Components(color);
+}
+Text::operator TagKivTextInfo() const {
+    TagKivTextInfo given = info;
+    given.text = units.empty() ? nullptr : units.data();
+    return given;
 }
 
 Scenario::Scenario() {
@@ -106,34 +102,26 @@ Scenario::Scenario() {
     }
 }
 
-Scenario::Came Scenario::Take(const std::string& name, std::function<int()> run, bool isQueued) {
-    operation = {name, std::move(run), isQueued};
+Scenario::Came Scenario::Take(const std::string& name, std::function<int()> does) {
+    operation = name;
+    run = std::move(does);
     if (!isOver) {
         Perform();
     }
-    return Came(*this);
+    return {*this};
 }
 
 void Scenario::Perform() {
     told.clear();
-    recorder::Record(window != nullptr);
-    const int result = operation.run();
-    if (operation.isQueued && result != NO_CONTEXT) {
-        (void)surface->Init(0);
-    }
+    recorder::Record(isShown);
+    const int result = run();
     came = {std::to_string(result) + told, Trace()};
-}
-
-void Scenario::Judge(const Step& expected) {
-    if (!isOver) {
-        judge(expected);
-    }
 }
 
 // Layers go with it. The window is connected no longer.
 void Scenario::ForgetContext() {
     layers.clear();
-    window = nullptr;
+    isShown = false;
 }
 
 int Scenario::End() {
@@ -160,10 +148,9 @@ Scenario::Came Scenario::Renew() {
 }
 Scenario::Came Scenario::Connect(int which) {
     return Take("connect", [=] {
-        const X11Window* const chosen =
-            which < 0 ? nullptr : windows.at(static_cast<std::size_t>(which)).get();
-        const int code = surface->KivConnectWindowSurface(chosen == nullptr ? nullptr : chosen->Native());
-        window = code == 0 ? chosen : nullptr;
+        const auto chosen = static_cast<std::size_t>(which);
+        const int code = surface->KivConnectWindowSurface(which < 0 ? nullptr : windows[chosen]->Native());
+        isShown = code == 0;
         told = Size(surface->KivGetWindowWidth(), surface->KivGetWindowHeight());
         return code;
     });
@@ -183,48 +170,21 @@ Scenario::Came Scenario::MakeLayer(const Target& layer, int format) {
         return code == 0 || handle == UNTOUCHED ? code : BROKE_ITS_WORD;
     });
 }
-Scenario::Came Scenario::Draw(const Target& target, const TagKivRectInfo& rect, Color color,
-                              unsigned int width, unsigned int height, int format) {
-    return Take("bitmap", [=] {
-        return surface->KivDrawBitmap(Handle(target), Bitmap(rect, color, width, height, format).info);
-    });
-}
-Scenario::Came Scenario::Blend(const Target& target, const TagKivRectInfo& rect, Color color,
-                               unsigned int width, unsigned int height) {
-    return Take("blend", [=] {
-        return surface->KivDrawBitmapByBlend(Handle(target), Bitmap(rect, color, width, height).info);
-    });
-}
-Scenario::Came Scenario::Show(const TagKivRectInfo& rect, Color color, unsigned int width,
-                              unsigned int height) {
-    return Take("show", [=] { return surface->KivDisplayBitmap(Bitmap(rect, color, width, height).info); });
-}
-Scenario::Came Scenario::Write(const Target& target, const TagKivRectInfo& rect, const Units& units,
-                               unsigned int size, const std::string& style, Color background, Color color,
-                               Length length) {
-    const auto run = [=] {
-        const Text text(units, size, style, background, color, length);
-        return surface->KivDrawText(Handle(target), text.info, rect);
-    };
-    return Take("text", run, true);
-}
-Scenario::Came Scenario::Measure(const Units& units, unsigned int size, const std::string& style,
-                                 Length length) {
+Scenario::Came Scenario::Measure(const Text& text) {
     return Take("measure", [=] {
         unsigned int width = 0;
         unsigned int height = 0;
-        const int code =
-            surface->KivGetTextSize(Text(units, size, style, NONE, WHITE, length).info, width, height);
+        const int code = surface->KivGetTextSize(text, width, height);
         told = Size(width, height);
         return code;
     });
 }
 Scenario::Came Scenario::LoseWindow(int which) {
-    return Take("lose",
-                [=] { return windows[static_cast<std::size_t>(which)].reset(), window = nullptr, 0; });
-}
-Scenario::Came Scenario::Shows(int x, int y, unsigned long color) {
-    return Take("shows", [=] { return !looks || (window != nullptr && window->Shows(color, x, y)) ? 0 : 1; });
+    return Take("lose", [=] {
+        windows[static_cast<std::size_t>(which)].reset();
+        isShown = false;
+        return 0;
+    });
 }
 void Scenario::Fail(const std::string& function, unsigned int result, int nth) {
     failing.insert(function);

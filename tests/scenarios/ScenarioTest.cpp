@@ -19,32 +19,25 @@ class Names {
  public:
     std::string In(std::string line) const {
         for (const auto& [object, name] : names) {
-            for (std::size_t at = line.find(object); at != std::string::npos;
-                 at = line.find(object, at + name.size())) {
+            for (std::size_t at = line.find(object); at != std::string::npos; at = line.find(object)) {
                 line.replace(at, object.size(), name);
             }
         }
         return line;
     }
     void Learn(const std::string& expected, const std::string& came) {
-        const std::size_t name = expected.find(MADE);
-        const std::size_t object = came.find(MADE + std::string("<"));
+        const std::size_t name = expected.find(" = ");
+        const std::size_t object = came.find(" = <");
         if (name != std::string::npos && object != std::string::npos) {
-            names[came.substr(object + MADE.size())] = expected.substr(name + MADE.size());
-        }
-    }
-    // What is used after the line in which it is deleted has no name.
-    void Forget(const std::string& came) {
-        const std::size_t object = came.find('<');
-        const bool deletes = came.rfind("glDelete", 0) == 0 || came.rfind("eglDestroy", 0) == 0 ||
-                             came.rfind("FT_Done_", 0) == 0;
-        if (deletes && object != std::string::npos) {
-            names.erase(came.substr(object, came.find('>') + 1 - object));
+            const std::string made = expected.substr(name + 3);
+            for (auto& [former, formerName] : names) {
+                formerName = formerName == made ? "a former " + made : formerName;
+            }
+            names[came.substr(object + 3)] = made;
         }
     }
 
  private:
-    static inline const std::string MADE = " = ";
     std::map<std::string, std::string> names;  // of objects as the recorder has them
 };
 
@@ -60,7 +53,6 @@ std::string Difference(const Step& expected, const Step& came, Names& names) {
         if (i < raw.size()) {
             names.Learn(line, raw[i]);
             now = names.In(raw[i]);
-            names.Forget(raw[i]);
             all += "\n    " + now;
         }
         if (difference.empty() && now != line) {
@@ -86,7 +78,7 @@ void Expect(Scenario&& scenario) {
                         expected.hasErrorsOnly ? scenario.came.calls.Beginning("E ") : scenario.came.calls};
         const std::string difference = Difference(expected, came, names);
         if (!difference.empty()) {
-            ADD_FAILURE() << "operation " << nth << ", " << scenario.operation.name << difference;
+            ADD_FAILURE() << "operation " << nth << ", " << scenario.operation << difference;
             scenario.isOver = true;
         }
     };
