@@ -33,24 +33,23 @@ inline Calls MakePbuffer() {
 // The size of a new surface; who GL is. That is news of priority E, so that it stands in a log of errors
 // only: it is what a report of one begins with.
 inline Calls QuerySurface(Words surface) {
-    return {Line("eglQuerySurface(display, {}, EGL_WIDTH); eglQuerySurface(display, {}, EGL_HEIGHT)", surface,
-                 surface),
-            "glGetString(GL_VERSION); E EGLManager: GL Version = (GL's words)",
-            "glGetString(GL_VENDOR); E EGLManager: GL Vendor = (GL's words)",
-            "glGetString(GL_RENDERER); E EGLManager: GL Renderer = (GL's words)"};
+    return {
+        Line("eglQuerySurface(display, {}, EGL_WIDTH); eglQuerySurface(display, {}, EGL_HEIGHT)", surface),
+        "glGetString(GL_VERSION); E EGLManager: GL Version = (GL's words)",
+        "glGetString(GL_VENDOR); E EGLManager: GL Vendor = (GL's words)",
+        "glGetString(GL_RENDERER); E EGLManager: GL Renderer = (GL's words)"};
 }
 inline Calls CreateContext() { return {MakeContext(), MakePbuffer(), QuerySurface("pbuffer")}; }
-inline Calls ReleaseSurface(Words former) {
-    return {"eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context)",
-            Line("eglDestroySurface(display, {})", former)};
-}
 inline Calls CreateWindowSurface() {
     return {"eglCreateWindowSurface(display, config, window) = window surface",
             "eglMakeCurrent(display, window surface, window surface, context)",
             QuerySurface("window surface")};
 }
 // A window's surface in place of the former one, in the same context.
-inline Calls ConnectWindow(Words former) { return {ReleaseSurface(former), CreateWindowSurface()}; }
+inline Calls ConnectWindow(Words former) {
+    return {"eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context)",
+            Line("eglDestroySurface(display, {})", former), CreateWindowSurface()};
+}
 inline Calls ReleaseDisplay() {
     return "eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT); eglTerminate(display); "
            "eglReleaseThread()";
@@ -81,21 +80,22 @@ inline Calls Clamp() {
     return "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE); "
            "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE)";
 }
+// A side as GL is given it: every GL refuses a negative one, and some not all that are larger than any GL's.
+inline int Side(unsigned int pixels) { return pixels > 0x20000 ? -1 : static_cast<int>(pixels); }
 // A new texture in place of the unit's: of four bytes a pixel, or one (GL_ALPHA).
 inline Calls MakeTexture(int unit, Words name, Words format, unsigned int width, unsigned int height,
                          Words pixels) {
     return {Line("glActiveTexture(GL_TEXTURE{}); glGenTextures(1) = {}; glBindTexture(GL_TEXTURE_2D, {})",
-                 unit, name, name),
-            Line("glTexImage2D(GL_TEXTURE_2D, 0, {}, {}, {}, 0, {}, GL_UNSIGNED_BYTE, {})", format, width,
-                 height, format, pixels)};
+                 unit, name),
+            Line("glTexImage2D(GL_TEXTURE_2D, 0, {}, {}, {}, 0, {}, GL_UNSIGNED_BYTE, {})", format,
+                 Side(width), Side(height), format, pixels)};
 }
 // Whatever state the framebuffer is in: that is only logged.
 inline Calls SetUpLayer(const Target& layer, Words handle, Words state = "Framebuffer complete.") {
     return {MakeTexture(0, layer.Texture(), "GL_RGBA", layer.width, layer.height, "null"),
             Filter(),
             Clamp(),
-            Line("glGenFramebuffers(1) = {}; glBindFramebuffer(GL_FRAMEBUFFER, {})", layer.Bound(),
-                 layer.Bound()),
+            Line("glGenFramebuffers(1) = {}; glBindFramebuffer(GL_FRAMEBUFFER, {})", layer.Bound()),
             Line("glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, {}, 0)",
                  layer.Texture()),
             Line("glCheckFramebufferStatus(GL_FRAMEBUFFER); E FBOManager: {}", state),
@@ -119,35 +119,37 @@ inline Calls MissHandle(const Target& target, Words where = "KivGLDrawSurface") 
 // --- Renderers: each a program and a buffer for its vertices ---
 
 inline Calls Compile(Words shader, Words type) {
-    return {Line("glCreateShader({}) = {}; glShaderSource({}, 3, null)", type, shader, shader),
-            Line("glCompileShader({}); glGetShaderiv({}, GL_COMPILE_STATUS)", shader, shader)};
+    return {Line("glCreateShader({}) = {}; glShaderSource({}, 3, null)", type, shader),
+            Line("glCompileShader({}); glGetShaderiv({}, GL_COMPILE_STATUS)", shader)};
 }
 inline Calls CompileShaders() {
     return {Compile("vertex shader", "GL_VERTEX_SHADER"), Compile("fragment shader", "GL_FRAGMENT_SHADER")};
 }
 inline Calls Link(Words renderer) {
     return {Line("glCreateProgram() = {}'s program", renderer),
-            Line("glAttachShader({}'s program, vertex shader)", renderer),
-            Line("glAttachShader({}'s program, fragment shader)", renderer),
-            Line("glLinkProgram({}'s program); glGetProgramiv({}'s program, GL_LINK_STATUS)", renderer,
-                 renderer)};
+            Line("glAttachShader({}'s program, vertex shader); glAttachShader({}'s program, fragment shader)",
+                 renderer),
+            Line("glLinkProgram({}'s program); glGetProgramiv({}'s program, GL_LINK_STATUS)", renderer)};
 }
 inline Calls DeleteShaders() { return "glDeleteShader(vertex shader); glDeleteShader(fragment shader)"; }
-inline Calls MakeRenderer(Words renderer, Words attribute, const std::vector<std::string>& uniforms) {
-    Calls locations = Line("glGetAttribLocation({}'s program, {})", renderer, attribute);
-    for (Words uniform : uniforms) {
-        locations.Add(Line("glGetUniformLocation({}'s program, {})", renderer, uniform));
-    }
-    return {CompileShaders(), Link(renderer), DeleteShaders(), locations,
+inline Calls MakeRenderer(Words renderer, Words attribute, Words uniform, const Calls& otherUniforms = {}) {
+    return {CompileShaders(),
+            Link(renderer),
+            DeleteShaders(),
+            Line("glGetAttribLocation({}'s program, {})", renderer, attribute),
+            Line("glGetUniformLocation({}'s program, {})", renderer, uniform),
+            otherUniforms,
             Line("glGenBuffers(1) = {}'s buffer", renderer)};
 }
 // OSDRect and OSDRound have one colour; OSDBitmap, OSDBlit and OSDFrame show a texture; OSDText colours the
 // coverage that an atlas has in its alpha.
-inline Calls MakeFlatRenderer(Words renderer) { return MakeRenderer(renderer, "vPosition", {"color"}); }
-inline Calls MakeTextureRenderer(Words renderer) { return MakeRenderer(renderer, "coord", {"tex"}); }
-inline Calls MakeTextRenderer() { return MakeRenderer("OSDText", "coord", {"tex", "color"}); }
+inline Calls MakeFlatRenderer(Words renderer) { return MakeRenderer(renderer, "vPosition", "color"); }
+inline Calls MakeTextureRenderer(Words renderer) { return MakeRenderer(renderer, "coord", "tex"); }
+inline Calls MakeTextRenderer() {
+    return MakeRenderer("OSDText", "coord", "tex", "glGetUniformLocation(OSDText's program, color)");
+}
 inline Calls DeleteRenderer(Words renderer) {
-    return Line("glDeleteBuffers(1, {}'s buffer); glDeleteProgram({}'s program)", renderer, renderer);
+    return Line("glDeleteBuffers(1, {}'s buffer); glDeleteProgram({}'s program)", renderer);
 }
 
 // --- One draw of each kind ---
@@ -204,17 +206,17 @@ inline Calls ClearWindow(const Target& window, Words renderer) {
 // uploads next: its own rows, of four bytes a pixel, are as good with the 1 that an atlas may have left.
 inline Calls PutBitmap(const Calls& setUp, Words edges, unsigned int width, unsigned int height,
                        const Calls& restore = {}) {
-    return {
-        MakeTexture(0, "bitmap's texture", "GL_RGBA", width, height, "data"),
-        "glPixelStorei(GL_UNPACK_ALIGNMENT, 4)",
-        Filter(),
-        Clamp(),
-        "glBindTexture(GL_TEXTURE_2D, 0)",
-        setUp,
-        TexturedQuad("OSDBitmap", "bitmap's texture", "lt rt lb rb", edges, Line("0 0 {} {}", width, height)),
-        UnbindVertices("coord"),
-        restore,
-        "glBindTexture(GL_TEXTURE_2D, 0); glDeleteTextures(1, bitmap's texture)"};
+    return {MakeTexture(0, "bitmap's texture", "GL_RGBA", width, height, "data"),
+            "glPixelStorei(GL_UNPACK_ALIGNMENT, 4)",
+            Filter(),
+            Clamp(),
+            "glBindTexture(GL_TEXTURE_2D, 0)",
+            setUp,
+            TexturedQuad("OSDBitmap", "bitmap's texture", "lt rt lb rb", edges,
+                         Line("0 0 {} {}", Side(width), Side(height))),
+            UnbindVertices("coord"),
+            restore,
+            "glBindTexture(GL_TEXTURE_2D, 0); glDeleteTextures(1, bitmap's texture)"};
 }
 inline Calls DrawBitmap(const Target& target, Words edges, unsigned int width = 2, unsigned int height = 1) {
     return PutBitmap({BindTarget(target), "glUseProgram(OSDBitmap's program)"}, edges, width, height);
@@ -258,13 +260,16 @@ const Font BEARINGS{"bearings.ttf",
                      "41, 0, 10, 10", "52, 0, 10, 10", "63, 0, 10, 10"}};
 const Font OUTLINES{"outlines.otf", 25, 20, {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20"}};
 
+// Among them are complaints of others.
 inline Calls UploadGlyphs(const std::vector<std::string>& glyphs) {
     Calls calls;
     for (Words glyph : glyphs) {
         const std::size_t colon = glyph.find(": ");
-        calls.Add(Line("glTexSubImage2D(GL_TEXTURE_2D, 0, {}, GL_ALPHA, GL_UNSIGNED_BYTE, {})",
-                       glyph.substr(0, colon),
-                       colon == std::string::npos ? "coverage" : glyph.substr(colon + 2)));
+        calls.Add(glyph[0] == 'E'
+                      ? glyph
+                      : Line("glTexSubImage2D(GL_TEXTURE_2D, 0, {}, GL_ALPHA, GL_UNSIGNED_BYTE, {})",
+                             glyph.substr(0, colon),
+                             colon == std::string::npos ? "coverage" : glyph.substr(colon + 2)));
     }
     return calls;
 }
@@ -281,10 +286,9 @@ inline Calls OpenFace(const Font& font) {
 inline Calls CloseFace() { return "FT_Done_Face(atlas face); FT_Done_FreeType(atlas library)"; }
 // The standard atlas has all characters of a font that find room, in one size and no style; its face is
 // closed again.
-inline Calls FillAtlas(const Font& font, const Calls& complaints = {}, const Calls& warnings = {}) {
+inline Calls FillAtlas(const Font& font, const Calls& warnings = {}) {
     return {AlphaTexture(1, "atlas", font.width, font.height),
             UploadGlyphs(font.glyphs),
-            complaints,
             Line("W FontAtlas: Generated a {} x {} ({} kb) texture atlas", font.width, font.height,
                  font.width * font.height / 1024),
             warnings,
@@ -301,7 +305,7 @@ inline Calls CloseStyles() {
     return "FT_Done_Face(measuring face); FT_Done_Face(drawing face); FT_Done_FreeType(style library)";
 }
 inline Calls LoadFirstFont(const Font& font, const Calls& warnings = {}) {
-    return {OpenFace(font), FillAtlas(font, {}, warnings), OpenStyles(font)};
+    return {OpenFace(font), FillAtlas(font, warnings), OpenStyles(font)};
 }
 inline Calls LoadNextFont(const Font& font) {
     return {OpenFace(font), FillAtlas(font), CloseStyles(), OpenStyles(font)};
@@ -336,8 +340,10 @@ inline Calls MeasureStyled(int size, Words matrix = UPRIGHT) {
     return SetStyle("measuring face", size, matrix);
 }
 // A styled atlas has the characters of one text.
-inline Calls FillStyledAtlas(unsigned int width, unsigned int height, const Calls& glyphs) {
-    return {AlphaTexture(2, "styled atlas", width, height), glyphs, "glBindTexture(GL_TEXTURE_2D, 0)"};
+inline Calls FillStyledAtlas(unsigned int width, unsigned int height,
+                             const std::vector<std::string>& glyphs) {
+    return {AlphaTexture(2, "styled atlas", width, height), UploadGlyphs(glyphs),
+            "glBindTexture(GL_TEXTURE_2D, 0)"};
 }
 inline Calls FailToFillStyledAtlas() {
     return {"E FontStyleAtlas: Calculate texture width 0d, height 0d",
@@ -363,7 +369,7 @@ inline Calls DrawText(const Target& target, Words atlas, const std::vector<std::
         const bool isDrawn = glyph.find("from") != std::string::npos;
         drawn += isDrawn ? 1 : 0;
         quads.Add(isDrawn ? "lt rt lb rt lb rb at " + glyph
-                          : Line("lb lb lb lb lb lb at {} {} from 0 0 0 0", glyph, glyph));
+                          : Line("lb lb lb lb lb lb at {} {} from 0 0 0 0", glyph));
     }
     return {BindTarget(target),
             "glUseProgram(OSDText's program)",

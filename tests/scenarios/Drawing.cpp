@@ -29,7 +29,7 @@ void Scenario::DrawPicture() {
         .Makes(FillRectangle(back, GREY, "0 16 32 48"), DrawText(back, STANDARD, {GLYPH_A}));
     Write(back, {32, 16, 32, 32}, {u"A", 20, "", GREY})
         .Makes(FillRectangle(back, GREY, "32 16 64 48"), DrawStyled(20),
-               FillStyledAtlas(6, 10, UploadGlyphs({"0, 0, 5, 10"})),
+               FillStyledAtlas(6, 10, {"0, 0, 5, 10"}),
                DrawText(back, STYLED, {"33 28 38 38 from 0 0 5 10"}));
     Blend(back, {{56, 0, 8, 8}, 0xff00ff80, 1, 1}).Makes(BlendBitmap(back, "56 0 64 8", 1, 1));
     Blit(back, front, WHOLE, WHOLE)
@@ -77,8 +77,8 @@ SCENARIO(Drawing, NOT_SWEPT) {
     Draw(b, {{0, 0, 4294967295, 1}, WHITE, 0, 5, 0})  // of no size, nothing is read
         .Makes("E KivGLDrawSurface: Color format is invalid 0",
                DrawBitmap(b, "0 0 2.14748366e+09 0.333", 0, 5));
-    Show({WHOLE, WHITE, 100000, 100000})  // nor of more than GL has room for
-        .Makes(ShowBitmap(WINDOW, "0 0 64 48", 100000, 100000));
+    Show({WHOLE, WHITE, 0x20001, 0xffffffff})  // nor of more than GL has room for
+        .Makes(ShowBitmap(WINDOW, "0 0 64 48", 0x20001, 0xffffffff));
     Display(b, {0, 0, 32, 16}, {0, 0, 32, 16}).Makes(DisplayTexture(b, WINDOW, "0 0 32 16", "0 16 32 0"));
     Refresh().Makes(SWAP, "y 0: 0 #80000080 1 #60002080 2 #20006080 3 #00008080 4 #00000000",
                     "y 8: 0 #40400080 1 #30401080 2 #10403080 3 #00404080 4 #00000000", "y 16: 0 #00000000");
@@ -121,8 +121,11 @@ SCENARIO(Layers, NOT_SWEPT) {
     MakeLayer({"again"}).Makes(SetUpLayer({"again"}, "0x10002"));
 }
 
-// A layer of no pixels takes what every layer takes: coordinates stay those of its middle.
-SCENARIO(LayersWithoutSize, SWEPT) {
+// A layer of no pixels, or more than any GL has, takes what every layer takes. Coordinates on one without
+// stay those of its middle.
+SCENARIO(OddLayers, SWEPT) {
+    const Target wide{"wide", 0x20001, 0x20000};
+    const Target high{"high", 0x20000, 0x7fffffff};
     const Target b{"b", 0, 8};
     const Target c{"c", 8, 0};
     const std::string state = "Unable to set up render Target: RFRAMEBUFFER_INCOMPLETE_ATTACHMENT";
@@ -130,6 +133,8 @@ SCENARIO(LayersWithoutSize, SWEPT) {
     Begin();
     MakeLayer(b).Makes(SetUpLayer(b, "0x10002", state));
     MakeLayer(c).Makes(SetUpLayer(c, "0x10003", state));
+    MakeLayer(wide).Makes(SetUpLayer(wide, "0x10004", state));
+    MakeLayer(high).Makes(SetUpLayer(high, "0x10005", state));
     Clear(b).Makes(ClearTarget(b));
     Display(b, WHOLE, WHOLE)
         .Makes(complaint, MakeTextureRenderer("OSDFrame"), DisplayTexture(b, WINDOW, "0 0 64 48", "0 0 0 0"));

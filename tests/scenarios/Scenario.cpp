@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <utility>
+
+#include <android/log.h>
 
 #include "support/Recorder.h"
 
@@ -36,6 +39,32 @@ Calls Trace() {
     return trace;
 }
 
+// What came, with the objects of GL, EGL and FreeType under the names that the scenario has for them. The
+// line in which an object is made gives it its name: "glGenBuffers(1) = OSDRect's buffer".
+class Names {
+ public:
+    std::string In(std::string came, const std::string& expected) {
+        const std::size_t name = expected.find(" = ");
+        const std::size_t object = came.find(" = <");
+        if (name != std::string::npos && object != std::string::npos) {
+            const std::string made = expected.substr(name + 3);
+            for (auto& [former, formerName] : names) {
+                formerName = formerName == made ? "a former " + made : formerName;
+            }
+            names[came.substr(object + 3)] = made;
+        }
+        for (const auto& [known, knownName] : names) {
+            for (std::size_t at = came.find(known); at != std::string::npos; at = came.find(known)) {
+                came.replace(at, known.size(), knownName);
+            }
+        }
+        return came;
+    }
+
+ private:
+    std::map<std::string, std::string> names;  // of objects as the recorder has them
+};
+
 }  // namespace
 
 TagKivColorRGBA Components(Color color) {
@@ -64,16 +93,6 @@ Calls Calls::Beginning(const std::string& words) const {
     return found;
 }
 
-Bitmap::Bitmap(const TagKivRectInfo& rect, Color color, unsigned int width, unsigned int height, int format)
-    : pixels{Components(color)}, info{nullptr, format, 0, 0, width, height, rect} {
-    pixels[1] = {pixels[0].b, pixels[0].g, pixels[0].r, pixels[0].a};
-}
-Bitmap::operator TagKivBitmapInfo() const {
-    TagKivBitmapInfo given = info;
-    given.data = &pixels[0].r;
-    return given;
-}
-
 Text::Text(const std::optional<std::u16string>& text, unsigned int size, const std::string& style,
            Color background, Color color, std::optional<std::uint32_t> length) {
     const auto has = [&style](char letter) { return style.find(letter) != std::string::npos; };
@@ -81,13 +100,15 @@ Text::Text(const std::optional<std::u16string>& text, unsigned int size, const s
         const bool isEnded = !length || *length > text->size();
         units.assign(text->c_str(), text->c_str() + text->size() + (isEnded ? 1 : 0));
     }
-    info.textLength = length.value_or(text ? static_cast<std::uint32_t>(text->size()) : 0);
-    info.fontSize = size;
-    info.bold = has('b');
-    info.italic = has('i');
-    info.underline = has('u');
-    info.bgColor = Components(background);
-    info.fgColor = Components(color);
+    info = {nullptr,
+            length.value_or(static_cast<std::uint32_t>(text.value_or(u"").size())),
+            Components(color),
+            Components(background),
+            0,
+            size,
+            has('b'),
+            has('u'),
+            has('i')};
 }
 Text::operator TagKivTextInfo() const {
     TagKivTextInfo given = info;
@@ -189,6 +210,32 @@ Scenario::Came Scenario::LoseWindow(int which) {
 void Scenario::Fail(const std::string& function, unsigned int result, int nth) {
     failing.insert(function);
     recorder::Fail(function, std::max(nth, 1), nth == ALWAYS, result);
+}
+
+// --- Tests ---
+
+void Expect(Scenario&& scenario) {
+    __android_log_set_logger([](const __android_log_message*) {});  // a failure says what has to be known
+    recorder::Reset();
+    Names names;
+    int nth = 0;
+    scenario.judge = [&](const Step& expected) {
+        const std::vector<std::string>& lines = expected.calls.lines;
+        std::string wanted = expected.answer;
+        for (const std::string& line : lines) {
+            wanted += "\n" + line;
+        }
+        const Calls calls =
+            expected.hasErrorsOnly ? scenario.came.calls.Beginning("E ") : scenario.came.calls;
+        std::string came = scenario.came.answer;
+        for (std::size_t i = 0; i < calls.lines.size(); ++i) {
+            came += "\n" + names.In(calls.lines[i], i < lines.size() ? lines[i] : "");
+        }
+        ++nth;
+        EXPECT_EQ(wanted, came) << "operation " << nth << ", " << scenario.operation;
+        scenario.isOver = wanted != came;
+    };
+    scenario.Play();
 }
 
 }  // namespace kivgles

@@ -31,18 +31,23 @@
 
 namespace kivgles {
 
-// The text with each {} replaced by the next value.
+// The text with each {} replaced by the next value, the remaining ones by the last.
 template <typename... Values>
 std::string Line(std::string text, const Values&... values) {
+    std::string value;
     std::size_t at = 0;
-    const auto put = [&](const auto& value) {
+    const auto put = [&](const auto& next) {
         std::ostringstream written;
-        written << value;
+        written << next;
+        value = written.str();
         at = text.find("{}", at);
-        text.replace(at, 2, written.str());
-        at += written.str().size();
+        text.replace(at, 2, value);
+        at += value.size();
     };
     (put(values), ...);
+    while ((at = text.find("{}", at)) != std::string::npos) {
+        text.replace(at, 2, value);
+    }
     return text;
 }
 
@@ -92,15 +97,13 @@ constexpr int NO_CONTEXT = 102;
 constexpr int NO_TEXT = 103;  // renderer
 
 // The second pixel has the first one's colour with red and blue exchanged.
-class Bitmap {
- public:
-    Bitmap(const TagKivRectInfo& rect, Color color = BLUE, unsigned int width = 2, unsigned int height = 1,
-           int format = KIV_COLOR_FORMAT_RGBA8888);
-    operator TagKivBitmapInfo() const;  // NOLINT(google-explicit-constructor): is given as one
+struct Bitmap : TagKivBitmapInfo {
+    Bitmap(const TagKivRectInfo& rect, Color color = BLUE, unsigned int columns = 2, unsigned int rows = 1,
+           int pixelFormat = KIV_COLOR_FORMAT_RGBA8888)
+        : TagKivBitmapInfo{&pixels[0].r, pixelFormat, 0, 0, columns, rows, rect},
+          pixels{Components(color), {pixels[0].b, pixels[0].g, pixels[0].r, pixels[0].a}} {}
 
- private:
     TagKivColorRGBA pixels[2];
-    TagKivBitmapInfo info;
 };
 
 // Styles are b, i and u. The text ends with a 0, unless the length that it claims says where. Its pointer may
@@ -235,19 +238,16 @@ class Scenario {
 };
 
 struct SweptScenario {
-    std::string name;
+    const char* name;
     std::unique_ptr<Scenario> (*make)();
 };
-inline std::vector<SweptScenario>& SweptScenarios() {
-    static std::vector<SweptScenario> scenarios;
-    return scenarios;
-}
+inline std::vector<SweptScenario> sweptScenarios;
 constexpr bool SWEPT = true;
 constexpr bool NOT_SWEPT = false;
 template <typename Played>
 bool KeepForTheSweep(const char* name, bool isSwept) {
     if (isSwept) {
-        SweptScenarios().push_back(
+        sweptScenarios.push_back(
             {name, []() -> std::unique_ptr<Scenario> { return std::make_unique<Played>(); }});
     }
     return isSwept;
