@@ -247,18 +247,20 @@ constexpr char SWAP[] = "eglSwapBuffers(display, window surface)";
 // Glyphs are one pixel apart, each told by place and size. What FreeType makes of an outline is `coverage`;
 // of a bitmap each row is told behind a colon, two digits a pixel.
 struct Font {
+    Font(Words name, unsigned int columns, unsigned int rows, const std::vector<std::string>& uploads,
+         int pixels = 40)
+        : file(name), width(columns), height(rows), glyphs(uploads), size(pixels) {}
+
     std::string file;
     unsigned int width;
     unsigned int height;
     std::vector<std::string> glyphs;
-    int size = 40;
+    int size;
 };
-const Font BEARINGS{"bearings.ttf",
-                    74,
-                    20,
+const Font BEARINGS("bearings.ttf", 74, 20,
                     {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20", "25, 0, 8, 10", "34, 0, 6, 4",
-                     "41, 0, 10, 10", "52, 0, 10, 10", "63, 0, 10, 10"}};
-const Font OUTLINES{"outlines.otf", 25, 20, {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20"}};
+                     "41, 0, 10, 10", "52, 0, 10, 10", "63, 0, 10, 10"});
+const Font OUTLINES("outlines.otf", 25, 20, {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20"});
 
 // Among them are complaints of others.
 inline Calls UploadGlyphs(const std::vector<std::string>& glyphs) {

@@ -80,7 +80,6 @@ SCENARIO(Refusals, SWEPT) {
 
 // What the library cannot repair, and how a client gets over it.
 SCENARIO(Limits, NOT_SWEPT) {
-    const Target wide{"window", 80, 40};
     const std::string connected = "W KivGLDrawSurface: NativeWindow has been connected";
     Begin();
     Fail("eglCreateWindowSurface");
@@ -99,9 +98,6 @@ SCENARIO(Limits, NOT_SWEPT) {
     Renew().Makes(EndContext("pbuffer", {DeleteLayer(A), DeleteRenderer("OSDFrame")}));
     Create().Makes(CreateContext());
     Connect(1).Answers("0, 80 x 40", ConnectWindow("pbuffer"));
-    Rect(WINDOW, {0, 0, 80, 40}, GREEN)
-        .Makes(MakeFlatRenderer("OSDRect"), FillRectangle(wide, GREEN, "0 0 80 40"));
-    Refresh().Makes(SWAP, "y 0: 0 #00ff00ff");
 }
 
 // A context is made step by step, and stays away when one fails: what was made before is released.

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include <android/log.h>
+#include <gmock/gmock.h>
 
 #include "support/Recorder.h"
 
@@ -236,6 +237,8 @@ void Expect(Scenario&& scenario) {
         scenario.isOver = wanted != came;
     };
     scenario.Play();
+    scenario.End();
+    EXPECT_THAT(recorder::Live(), testing::IsEmpty());
 }
 
 }  // namespace kivgles

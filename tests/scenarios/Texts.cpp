@@ -30,16 +30,17 @@ SCENARIO(DefaultFont, SWEPT) {
 
 // They are loaded, replaced and refused.
 SCENARIO(Fonts, SWEPT) {
-    const Font bits1{"bits1.bdf",
-                     20,
-                     3,
+    const Font bits1("bits1.bdf", 20, 3,
                      {"0, 0, 11, 3: ff000000000000000000ff ffffffffffffffffffffff 00ff00ff00ff00ff00ff00",
-                      "12, 0, 5, 2: ff00ff00ff 00ff00ff00", "18, 0, 1, 2: ff ff"}};
-    const Font bits4{"bits4.bdf",
-                     20,
-                     3,
+                      "12, 0, 5, 2: ff00ff00ff 00ff00ff00", "18, 0, 1, 2: ff ff"});
+    const Font bits4("bits4.bdf", 20, 3,
                      {"0, 0, 11, 3: 8800220088002200880022 ffffee00ffffee00ffffee 5555440055554400555544",
-                      "12, 0, 5, 2: aa88aa88aa 5500550055", "18, 0, 1, 2: 88 88"}};
+                      "12, 0, 5, 2: aa88aa88aa 5500550055", "18, 0, 1, 2: 88 88"});
+    const Font rows("rows.ttf", 1024, 66,
+                    {"0, 0, 510, 10", "511, 0, 511, 30", "0, 30, 600, 20", "0, 50, 422, 5", "0, 55, 1023, 7",
+                     "0, 62, 1, 4"});
+    const Font spaceBreaksRow("space_breaks_row.ttf", 1022, 40,
+                              {"0, 0, 0, 0: null", "1, 0, 501, 10", "0, 10, 520, 30", "521, 10, 500, 30"});
     Begin();
     LoadFont("outlines.otf", 0).Makes(MakeTextRenderer(), LoadFirstFont(OUTLINES));
     Write(A, WHOLE, {u"A"}).Makes(DrawText(A, STANDARD, {GLYPH_A}));
@@ -59,20 +60,10 @@ SCENARIO(Fonts, SWEPT) {
     LoadFont("no_characters.ttf")
         .Answers("32", DELETE_ATLAS, FailToFillAtlas({"no_characters.ttf", 0, 0, {}}));
     LoadFont("spaces.ttf").Answers("32", FailToFillAtlas({"spaces.ttf", 2, 0, {}}));
-    LoadFont("rows.ttf")
-        .Makes(LoadNextFont({"rows.ttf",
-                             1024,
-                             66,
-                             {"0, 0, 510, 10", "511, 0, 511, 30", "0, 30, 600, 20", "0, 50, 422, 5",
-                              "0, 55, 1023, 7", "0, 62, 1, 4"}}));
+    LoadFont("rows.ttf").Makes(LoadNextFont(rows));
     Write(A, WHOLE, {u"BG"})
         .Makes(DrawText(A, STANDARD, {"0 8 511 38 from 511 0 1022 30", "511 34 512 38 from 0 62 1 66"}));
-    LoadFont("space_breaks_row.ttf")
-        .Makes(DELETE_ATLAS,
-               LoadNextFont({"space_breaks_row.ttf",
-                             1022,
-                             40,
-                             {"0, 0, 0, 0: null", "1, 0, 501, 10", "0, 10, 520, 30", "521, 10, 500, 30"}}));
+    LoadFont("space_breaks_row.ttf").Makes(DELETE_ATLAS, LoadNextFont(spaceBreaksRow));
     Write(A, WHOLE, {u"B"}).Makes(DrawText(A, STANDARD, {"0 8 520 38 from 0 10 520 40"}));
     Write(A, WHOLE, {u"A BC", 0})
         .Makes(DELETE_STYLED_ATLAS, DrawStyled(40),
@@ -163,21 +154,16 @@ SCENARIO(OddTexts, SWEPT) {
 SCENARIO(GlyphSizes, NOT_SWEPT) {
     const Target a{"a", 2000, 100};
     const std::string nothing = "1000 50";
+    const Font rows("rows.ttf", 1023, 90,
+                    {"0, 0, 1020, 20", "0, 20, 1022, 60", "0, 80, 844, 10", "845, 80, 2, 8"}, 80);
     Create().Makes(CreateContext());
     MakeLayer(a).Makes(SetUpLayer(a, "0x10001"));
     LoadFont("bearings.ttf").Makes(MakeTextRenderer(), LoadFirstFont(BEARINGS));
-    Measure({u"MMMMMMMMMM"})
-        .Answers("0, 100 x 50");  // by what the pen moves, where they do not reach to the left
+    Measure({u"MMMMMMMMMM"}).Answers("0, 100 x 50");  // by what the pen moves, unless they hang over
     Measure({u"MMMMMMMMMM", 40, "i"}).Answers("0, 120 x 50", MeasureStyled(40, ITALIC));
     Measure({u"J", 4000}).Answers("0, 1200 x 50", MeasureStyled(4000));  // has no room in an atlas
     Measure({u"J", 4000, "i"}).Answers("0, 1600 x 50", MeasureStyled(4000, ITALIC));
-    LoadFont("rows.ttf", 80)
-        .Makes(DELETE_ATLAS,
-               LoadNextFont({"rows.ttf",
-                             1023,
-                             90,
-                             {"0, 0, 1020, 20", "0, 20, 1022, 60", "0, 80, 844, 10", "845, 80, 2, 8"},
-                             80}));
+    LoadFont("rows.ttf", 80).Makes(DELETE_ATLAS, LoadNextFont(rows));
     Measure({u"CG"}).Answers("0, 1202 x 50");
     Write(a, {0, 0, 2000, 50}, {u"CG"})  // C has no room on demand either, but its advance
         .Makes(DrawText(a, STANDARD, {"1200 32 1202 40 from 845 80 847 88", nothing}, OSDTextLacks('C')));
@@ -196,8 +182,7 @@ SCENARIO(GlyphSizes, NOT_SWEPT) {
         .Makes(DrawText(a, STANDARD, {"0 0 40 40 from 0 0 40 40", "1097 0 1137 40 from 0 0 40 40", nothing},
                         OSDTextLacks('C')));
     Measure({u"C", 1240}).Answers("0, 32767 x 50", MeasureStyled(1240));
-    Measure({u"C", 1241})
-        .Answers("0, 0 x 50", MeasureStyled(1241), StyleLacks('C'));  // nothing wider is rendered
+    Measure({u"C", 1241}).Answers("0, 0 x 50", MeasureStyled(1241), StyleLacks('C'));  // wider than any
     Write(a, {0, 0, 2000, 50}, {u"C", 1241})
         .Makes(DELETE_STYLED_ATLAS, DrawStyled(1241), StyleLacks('C'), FailToFillStyledAtlas());
     LoadFont("overlaps.ttf")  // FreeType renders it in four times its size
@@ -214,13 +199,12 @@ SCENARIO(FontFailures, NOT_SWEPT) {
         LoadFont("outlines.otf")
             .LogsErrors(Line("{}", status), line, Line("E OSDText: Load {} font lib fail {}", font, status));
     };
-    const std::string faceFails = "E FontStyleAtlas: Error loading font face";
     Begin();
     fails("FT_Init_FreeType", 1, 30, "E FontAtlas: Failed to initialize freetype library", "standard");
     fails("FT_Get_First_Char", 1, 32, "E FontAtlas: Calculate texture width 0d, height 0d", "standard");
     fails("glGenTextures", 1, 21, "E FontAtlas: Create texture fail", "standard");
     fails("FT_Init_FreeType", 2, 30, "E FontStyleAtlas: Failed to initialize freetype library", "dynamic");
-    fails("FT_New_Face", 2, 31, faceFails, "dynamic");
+    fails("FT_New_Face", 2, 31, "E FontStyleAtlas: Error loading font face", "dynamic");
     Fail("FT_Set_Pixel_Sizes");
     Fail("FT_Load_Char", 0, 2);  // A's
     LoadFont("outlines.otf")
@@ -233,28 +217,16 @@ SCENARIO(FontFailures, NOT_SWEPT) {
                     "E OSDText: get font alpha texture fail 21");
     Fail("FT_Render_Glyph");
     Measure({u"A", 20}).LogsErrors("0, 0 x 50", StyleLacks('A'));
-    Renew().LogsErrors("0");
-    Begin();
-    Fail("FT_New_Face", 0, 3);  // the one to measure other styles with
-    LoadFont("outlines.otf")
-        .Answers(31, MakeTextRenderer(), OpenFace(OUTLINES), FillAtlas(OUTLINES),
-                 "glGetIntegerv(GL_MAX_TEXTURE_SIZE); FT_Init_FreeType() = style library",
-                 "FT_New_Face(style library, FONTS/outlines.otf, 0) = drawing face",
-                 "FT_New_Face(style library, FONTS/outlines.otf, 0)", faceFails + " for text size",
-                 "E OSDText: Load dynamic font lib fail 31");
+    fails("FT_New_Face", 3, 31, "E FontStyleAtlas: Error loading font face for text size", "dynamic");
     Measure({u"AJ"}).Answers("0, 26 x 50");
     Measure({u"AJ", 20}).Answers("0, 0 x 50", NO_FACE);
-    Destroy().Makes(EndContext(
-        "window surface", {DeleteLayer(A), DeleteRenderer("OSDText"), "FT_Done_Face(null)",
-                           "FT_Done_Face(drawing face)", "FT_Done_FreeType(style library)",
-                           "W FontStyleAtlas: ~FontStyleAtlas", DELETE_ATLAS, "W FontAtlas: ~FontAtlas"}));
 }
 
 // A font of pictures: those of A and D are small, that of B has 10,000 by 10,000 pixels. Those of B and D are
 // damaged, so that they fail where they are decoded: that of B, which has no room, is not.
 SCENARIO(GlyphPictures, NOT_SWEPT) {
     const std::string fails = "E FontAtlas: Loading character 68 failed!";
-    const Font pictures{"pictures.ttf", 5, 2, {"0, 0, 4, 2: ffffffff ffffffff", fails}};
+    const Font pictures("pictures.ttf", 5, 2, {"0, 0, 4, 2: ffffffff ffffffff", fails});
     Create().Makes(CreateContext());
     LoadFont("pictures.ttf")
         .Makes(MakeTextRenderer(), OpenFace(pictures), fails, FillAtlas(pictures), OpenStyles(pictures));
@@ -264,17 +236,14 @@ SCENARIO(GlyphPictures, NOT_SWEPT) {
 
 // A texture of 54 pixels holds six of the font's 26 characters, and is full to its last row.
 SCENARIO(SmallTextures, SWEPT) {
+    const Font many("many.ttf", 40, 54,
+                    {"0, 0, 19, 18", "20, 0, 19, 18", "0, 18, 19, 18", "20, 18, 19, 18", "0, 36, 19, 18",
+                     "20, 36, 19, 18"},
+                    36);
+    const std::string warning = "W FontAtlas: 6 characters are held in the atlas, 20 are drawn on demand";
     Begin();
     Fail("glGetIntegerv", 54, ALWAYS);
-    LoadFont("many.ttf", 36)
-        .Makes(MakeTextRenderer(),
-               LoadFirstFont({"many.ttf",
-                              40,
-                              54,
-                              {"0, 0, 19, 18", "20, 0, 19, 18", "0, 18, 19, 18", "20, 18, 19, 18",
-                               "0, 36, 19, 18", "20, 36, 19, 18"},
-                              36},
-                             "W FontAtlas: 6 characters are held in the atlas, 20 are drawn on demand"));
+    LoadFont("many.ttf", 36).Makes(MakeTextRenderer(), LoadFirstFont(many, warning));
     Write(A, WHOLE, {u"\u4E00A"})
         .Makes(DrawText(A, STANDARD, {"1 20 20 38 from 0 0 19 18", EMPTY}, OSDTextLacks(0x4E00)));
     Write(A, WHOLE, {u"AYZ"})
