@@ -323,22 +323,16 @@ inline Calls FailToFillAtlas(const Font& font) {
             Line("E FontAtlas: Calculate texture width {}d, height {}d", font.width, font.height),
             CloseFace(), "E OSDText: Load standard font lib fail 32"};
 }
-inline Calls DeleteTextRenderer(const Calls& styledAtlas) {
-    return {DeleteRenderer("OSDText"), styledAtlas, CloseStyles(), "W FontStyleAtlas: ~FontStyleAtlas",
-            "glDeleteTextures(1, atlas); W FontAtlas: ~FontAtlas"};
-}
-
 // Other sizes and styles are FreeType's work on the same file's outlines, and what the scenarios tell of them
 // follows from make_fonts.py: a size in pixels scales what is said there for 40, and is rounded outwards to
 // whole pixels; bold (FT_Outline_Embolden) makes an outline one pixel wider and higher, but not its advance;
 // italic moves what is n pixels above the baseline n / 5 to the right (a matrix of 16.16 fixed point).
-constexpr char UPRIGHT[] = "null";
 constexpr char ITALIC[] = "[65536 13107 0 65536]";
 inline Calls SetStyle(Words face, int size, Words matrix) {
     return Line("FT_Set_Pixel_Sizes({}, 0, {}); FT_Set_Transform({}, {}, null)", face, size, face, matrix);
 }
-inline Calls DrawStyled(int size, Words matrix = UPRIGHT) { return SetStyle("drawing face", size, matrix); }
-inline Calls MeasureStyled(int size, Words matrix = UPRIGHT) {
+inline Calls DrawStyled(int size, Words matrix = "null") { return SetStyle("drawing face", size, matrix); }
+inline Calls MeasureStyled(int size, Words matrix = "null") {
     return SetStyle("measuring face", size, matrix);
 }
 // A styled atlas has the characters of one text.

@@ -21,8 +21,8 @@ void Scenario::DrawPicture() {
     MakeLayer(back).Makes(SetUpLayer(back, "0x10001"));
     MakeLayer(front).Makes(SetUpLayer(front, "0x10002"));
     Rect(back, {0, 0, 16, 16}).Makes(MakeFlatRenderer("OSDRect"), FillRectangle(back, RED, "0 0 16 16"));
-    Round(back, {24, 16, 8, 8}, GREEN)  // its lower half goes under the text
-        .Makes(MakeFlatRenderer("OSDRound"), FillRound(back, GREEN, "24 16", "8 8"));
+    Round(back, {24, 16, 2, 2}, GREEN)  // its lower half goes under the text
+        .Makes(MakeFlatRenderer("OSDRound"), FillRound(back, GREEN, "24 16", "2 2"));
     Draw(back, {{32, 0, 16, 16}, BLUE, 1, 1})
         .Makes(MakeTextureRenderer("OSDBitmap"), DrawBitmap(back, "32 0 48 16", 1, 1));
     Write(back, {0, 16, 32, 32}, {u"A", 40, "", GREY})
@@ -37,12 +37,10 @@ void Scenario::DrawPicture() {
     Display(front, WHOLE, WHOLE)
         .Makes(MakeTextureRenderer("OSDFrame"), DisplayTexture(front, WINDOW, "0 0 64 48", "0 48 64 0"));
     Refresh().Makes(SWAP, "y 0: 0 #ff0000ff 16 #00000000 32 #0000ffff 48 #00000000 56 #20002040",
-                    "y 8: 0 #ff0000ff 16 #00000000 21 #00ff00ff 27 #00000000 32 #0000ffff 48 #00000000",
-                    "y 9: 0 #ff0000ff 16 #00000000 19 #00ff00ff 29 #00000000 32 #0000ffff 48 #00000000",
-                    "y 10: 0 #ff0000ff 16 #00000000 18 #00ff00ff 30 #00000000 32 #0000ffff 48 #00000000",
-                    "y 11: 0 #ff0000ff 16 #00000000 17 #00ff00ff 31 #00000000 32 #0000ffff 48 #00000000",
-                    "y 13: 0 #ff0000ff 16 #00ff00ff 32 #0000ffff 48 #00000000", "y 16: 0 #808080ff",
-                    "y 18: 0 #808080ff 2 #ffffffff 12 #808080ff",
+                    "y 8: 0 #ff0000ff 16 #00000000 32 #0000ffff 48 #00000000",
+                    "y 14: 0 #ff0000ff 16 #00000000 23 #00ff00ff 25 #00000000 32 #0000ffff 48 #00000000",
+                    "y 15: 0 #ff0000ff 16 #00000000 22 #00ff00ff 26 #00000000 32 #0000ffff 48 #00000000",
+                    "y 16: 0 #808080ff", "y 18: 0 #808080ff 2 #ffffffff 12 #808080ff",
                     "y 28: 0 #808080ff 2 #ffffffff 12 #808080ff 33 #ffffffff 38 #808080ff",
                     "y 38: 0 #808080ff");
     Drop(back).Makes(DropLayer(back, "0x10001"));

@@ -13,6 +13,9 @@ const Target NO_HANDLE{"0xffffffff"};
 // A context is made, used and destroyed, twice. Parts that are there stay when they are asked for again; the
 // window's handle is no layer that goes.
 SCENARIO(Life, SWEPT) {
+    const Calls deleteOthers = {DeleteRenderer("OSDBlit"), DeleteRenderer("OSDBitmap"),
+                                DeleteRenderer("OSDFrame"), DeleteRenderer("OSDRect"),
+                                DeleteRenderer("OSDRound")};
     Create().Makes(CreateContext());
     Connect(0).Answers("0, 64 x 48", ConnectWindow("pbuffer"));
     DrawPicture();
@@ -22,9 +25,9 @@ SCENARIO(Life, SWEPT) {
                        "W GLDrawThread: Destory FBO fboHandleIndex 0x10000");
     Rect(WINDOW, {0, 0, 8, 8}, BLUE).Makes(FillRectangle(WINDOW, BLUE, "0 0 8 8"));
     Destroy().Makes(EndContext(
-        "window surface", {DeleteLayer(A), DeleteTextRenderer("glDeleteTextures(1, styled atlas)"),
-                           DeleteRenderer("OSDBlit"), DeleteRenderer("OSDBitmap"), DeleteRenderer("OSDFrame"),
-                           DeleteRenderer("OSDRect"), DeleteRenderer("OSDRound")}));
+        "window surface", {DeleteLayer(A), DeleteRenderer("OSDText"), "glDeleteTextures(1, styled atlas)",
+                           CloseStyles(), "W FontStyleAtlas: ~FontStyleAtlas",
+                           "glDeleteTextures(1, atlas); W FontAtlas: ~FontAtlas", deleteOthers}));
     Create().Makes(CreateContext());
     const std::string noTable = "E GLDrawThread: FBO manager is nullptr or param is invalid";
     Clear({"0x10001"}).Makes(noTable);
@@ -33,10 +36,8 @@ SCENARIO(Life, SWEPT) {
                      MakeTextureRenderer("OSDFrame"), MakeFlatRenderer("OSDRect"),
                      MakeFlatRenderer("OSDRound"));
     Clear(WINDOW).Makes(ClearTarget({"window", 1920, 1080}));  // none is connected yet
-    Destroy().Makes(EndContext(
-        "pbuffer", {DeleteRenderer("OSDText"), "W FontStyleAtlas: ~FontStyleAtlas", "W FontAtlas: ~FontAtlas",
-                    DeleteRenderer("OSDBlit"), DeleteRenderer("OSDBitmap"), DeleteRenderer("OSDFrame"),
-                    DeleteRenderer("OSDRect"), DeleteRenderer("OSDRound")}));
+    Destroy().Makes(EndContext("pbuffer", {DeleteRenderer("OSDText"), "W FontStyleAtlas: ~FontStyleAtlas",
+                                           "W FontAtlas: ~FontAtlas", deleteOthers}));
     Renew().Makes("E KivGLDrawSurface: GLContext isn't created");
 }
 

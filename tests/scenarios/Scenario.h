@@ -96,7 +96,7 @@ constexpr int NOT_FOUND = 101;  // a window or a layer
 constexpr int NO_CONTEXT = 102;
 constexpr int NO_TEXT = 103;  // renderer
 
-// The second pixel has the first one's colour with red and blue exchanged.
+// The second pixel has the first one's colour with red and blue exchanged. A copy has the original's pixels.
 struct Bitmap : TagKivBitmapInfo {
     Bitmap(const TagKivRectInfo& rect, Color color = BLUE, unsigned int columns = 2, unsigned int rows = 1,
            int pixelFormat = KIV_COLOR_FORMAT_RGBA8888)

@@ -9,7 +9,6 @@
 // takes no lock, so that the thread sanitizer sees the library's own ordering only.
 
 #include <atomic>
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
