@@ -282,7 +282,7 @@ inline Calls AlphaTexture(int unit, Words name, unsigned int width, unsigned int
 }
 inline Calls OpenFace(const Font& font) {
     return {"FT_Init_FreeType() = atlas library",
-            Line("FT_New_Face(atlas library, FONTS/{}, 0) = atlas face", font.file),
+            Line("FT_New_Face(atlas library, {}, 0) = atlas face", font.file),
             Line("FT_Set_Pixel_Sizes(atlas face, 0, {}); glGetIntegerv(GL_MAX_TEXTURE_SIZE)", font.size)};
 }
 inline Calls CloseFace() { return "FT_Done_Face(atlas face); FT_Done_FreeType(atlas library)"; }
@@ -300,8 +300,8 @@ inline Calls FillAtlas(const Font& font, const Calls& warnings = {}) {
 // Two more faces stay open for other styles, one to draw and one to measure: client threads measure.
 inline Calls OpenStyles(const Font& font) {
     return {"glGetIntegerv(GL_MAX_TEXTURE_SIZE); FT_Init_FreeType() = style library",
-            Line("FT_New_Face(style library, FONTS/{}, 0) = drawing face", font.file),
-            Line("FT_New_Face(style library, FONTS/{}, 0) = measuring face", font.file)};
+            Line("FT_New_Face(style library, {}, 0) = drawing face", font.file),
+            Line("FT_New_Face(style library, {}, 0) = measuring face", font.file)};
 }
 inline Calls CloseStyles() {
     return "FT_Done_Face(measuring face); FT_Done_Face(drawing face); FT_Done_FreeType(style library)";

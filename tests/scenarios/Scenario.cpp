@@ -19,18 +19,12 @@ constexpr int BROKE_ITS_WORD = -1;  // in another way than by its code
 
 std::string Size(unsigned int width, unsigned int height) { return Line(", {} x {}", width, height); }
 
-// Line by line, without what another machine has otherwise.
+// Line by line, without the one that depends on where a stop finds the thread.
 Calls Trace() {
-    constexpr std::string_view FONTS = KIVGLES_TEST_FONTS;
     Calls trace;
     for (const std::string& call : recorder::Log()) {
         std::istringstream lines(call);
         for (std::string line; std::getline(lines, line);) {
-            const std::size_t path = line.find(FONTS);
-            if (path != std::string::npos) {
-                line.replace(path, FONTS.size(), "FONTS");
-            }
-            // Whether that is logged depends on where a stop finds the thread.
             if (!line.empty() && line != "W GLDrawThread: DrawCmd is empty") {
                 trace.Add(line);
             }
@@ -117,6 +111,7 @@ Text::operator TagKivTextInfo() const {
 }
 
 Scenario::Scenario() {
+    std::filesystem::current_path(KIVGLES_TEST_FONTS);
     const X11Connection connection = ConnectToX11();
     for (const auto& [width, height] : WINDOW_SIZES) {
         windows.push_back(std::make_unique<X11Window>(width, height, connection));
@@ -175,10 +170,6 @@ Scenario::Came Scenario::Connect(int which) {
         told = Size(surface->KivGetWindowWidth(), surface->KivGetWindowHeight());
         return code;
     });
-}
-Scenario::Came Scenario::LoadFont(const std::string& file, unsigned int size) {
-    const std::filesystem::path folder = KIVGLES_TEST_FONTS;
-    return Wait("font", &Surface::KivLoadFont, (folder / file).string(), size);
 }
 Scenario::Came Scenario::MakeLayer(const Target& layer, int format) {
     constexpr unsigned int UNTOUCHED = 7;

@@ -162,7 +162,9 @@ class Scenario {
     Came Connect(int which);     // 0, 1, which is of 80 x 40, or 2 for the sweep; -1: none
     Came LoseWindow(int which);  // under the surface's hands
     Came Init(unsigned int mask) { return Wait("init", &Surface::Init, mask); }
-    Came LoadFont(const std::string& file, unsigned int size = 40);
+    Came LoadFont(const std::string& file, unsigned int size = 40) {
+        return Wait("font", &Surface::KivLoadFont, file, size);
+    }
     Came MakeLayer(const Target& layer, int format = KIV_COLOR_FORMAT_RGBA8888);
     Came Drop(const Target& layer) { return Wait("drop", &Surface::KivDestoryGLFBO, Handle(layer)); }
     Came Clear(const Target& target) { return Queue("clear", &Surface::KivClearGLFBO, Handle(target)); }

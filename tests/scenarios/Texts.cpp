@@ -44,7 +44,7 @@ SCENARIO(Fonts, SWEPT) {
     Begin();
     LoadFont("outlines.otf", 0).Makes(MakeTextRenderer(), LoadFirstFont(OUTLINES));
     Write(A, WHOLE, {u"A"}).Makes(DrawText(A, STANDARD, {GLYPH_A}));
-    LoadFont("missing.ttf").Answers("31", DELETE_ATLAS, FailToLoad("FONTS/missing.ttf"));
+    LoadFont("missing.ttf").Answers("31", DELETE_ATLAS, FailToLoad("missing.ttf"));
     LoadFont("/dev/null")  // what is no file of bytes is not given to FreeType, nor waited for
         .Answers("31", "FT_Init_FreeType() = atlas library", "E FontAtlas: Error loading font face",
                  "FT_Done_FreeType(atlas library)", "E OSDText: Load standard font lib fail 31");

@@ -162,14 +162,6 @@ void RecordPicture(EGLDisplay display, EGLSurface surface) {
     glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
     AddLine(Picture(pixels.data(), width, height));
 }
-// A driver may send a swapped picture with its next request only, as Mesa's software does one of up to 16
-// KiB. For the size it asks the X server, which shows the picture before it answers.
-EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay display, EGLSurface surface) {
-    const EGLBoolean isSwapped = swap(display, surface);
-    EGLint width = 0;
-    eglQuerySurface(display, surface, EGL_WIDTH, &width);
-    return isSwapped;
-}
 
 }  // namespace
 
@@ -313,7 +305,7 @@ EGL(eglQuerySurface, (EGLDisplay display, EGLSurface surface, EGLint what, EGLin
     (display, surface, what, value), ("display", Surface(surface), Const(what)))
 EGL(eglReleaseThread, (), (), ())
 ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
-      (pictures ? RecordPicture(display, surface) : void(), SwapAndArrive(next, display, surface)),
+      (pictures ? RecordPicture(display, surface) : void(), next(display, surface)),
       BadAlloc<EGLBoolean>(EGL_FALSE))
 ENDING(EGLBoolean, eglTerminate, (EGLDisplay display), ("display"), next(display), BadAlloc<EGLBoolean>(EGL_FALSE))
 
