@@ -18,10 +18,13 @@ using Words = const std::string&;
 // --- A context ---
 
 // With eight bits a component, for windows and OpenGL ES 2.
-inline Calls MakeContext() {
+inline Calls ChooseConfig() {
     return {"eglGetDisplay(EGL_DEFAULT_DISPLAY); eglInitialize(display); eglChooseConfig(display, 1)",
             Line("EGL_SURFACE_TYPE, {}; EGL_RENDERABLE_TYPE, {}", EGL_WINDOW_BIT, EGL_OPENGL_ES2_BIT),
-            "EGL_RED_SIZE, 8; EGL_GREEN_SIZE, 8; EGL_BLUE_SIZE, 8; EGL_ALPHA_SIZE, 8",
+            "EGL_RED_SIZE, 8; EGL_GREEN_SIZE, 8; EGL_BLUE_SIZE, 8; EGL_ALPHA_SIZE, 8"};
+}
+inline Calls MakeContext() {
+    return {ChooseConfig(),
             "eglCreateContext(display, config, EGL_NO_CONTEXT) = context; EGL_CONTEXT_CLIENT_VERSION, 2"};
 }
 // Without a size, as nothing is drawn there, and of the configuration that was asked for windows: those of

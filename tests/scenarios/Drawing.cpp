@@ -94,20 +94,17 @@ SCENARIO(Layers, NOT_SWEPT) {
     MakeLayer(b).Answers("21", "glActiveTexture(GL_TEXTURE0)", "glGenTextures(1)",  // takes no place
                          "E FBOManager: Create texture fail", "E GLDrawThread: Create FBO fail 21");
     const std::string unable = "Unable to set up render Target: ";
-    const std::vector<std::pair<GLenum, std::string>> states = {
+    std::vector<std::pair<GLenum, std::string>> states = {
         {GL_FRAMEBUFFER_INCOMPLETE_DIMENSIONS, unable + "GL_FRAMEBUFFER_INCOMPLETE_DIMENSIONS"},
         {GL_FRAMEBUFFER_UNSUPPORTED, unable + "GL_FRAMEBUFFER_UNSUPPORTED"},
         {GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT,
          unable + "GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT"},
         {0, "Framebuffer incomplete: Unknown error."}};
+    states.resize(14, {GL_FRAMEBUFFER_COMPLETE, "Framebuffer complete."});
     for (std::size_t i = 0; i < 14; ++i) {
         const Target layer{std::string(1, "bcdefghijklmno"[i])};
-        const auto [result, state] =
-            i < states.size()
-                ? states[i]
-                : std::pair<GLenum, std::string>(GL_FRAMEBUFFER_COMPLETE, "Framebuffer complete.");
-        Fail("glCheckFramebufferStatus", result);
-        MakeLayer(layer).Makes(SetUpLayer(layer, Line("0x1000{}", "23456789abcdef"[i]), state));
+        Fail("glCheckFramebufferStatus", states[i].first);
+        MakeLayer(layer).Makes(SetUpLayer(layer, Line("0x1000{}", "23456789abcdef"[i]), states[i].second));
     }
     MakeLayer({"full"}).Answers("15", "E FBOManager: num of the FBO more than max num 16 ",
                                 "E GLDrawThread: Create FBO fail 15");

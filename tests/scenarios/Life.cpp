@@ -106,11 +106,6 @@ SCENARIO(NoContext, NOT_SWEPT) {
     const std::string surfaceFails = "E GLDrawThread: Create openGLES window surface fail 5";
     const std::string notCurrent = "E GLDrawThread: Make current EGL context fail 100";
     const std::string noContext = "E GLDrawThread: GLES context is not created";
-    const auto makeFirst = [](std::size_t lines) {
-        Calls calls = CreateContext();
-        calls.lines.resize(lines);
-        return calls;
-    };
     const auto refuse = [](const std::string& what) {
         return Calls("eglGetError()", "E EGLManager: " + what + ": 0x3003");
     };
@@ -124,11 +119,14 @@ SCENARIO(NoContext, NOT_SWEPT) {
     Fail("pthread_create");
     Create().Answers(100, "W GLDrawThread: ~GLDrawThread", "E KivGLDrawSurface: start draw thread fail 11");
     fails("eglGetDisplay", 1,
-          {makeFirst(1), refuse("eglGetDisplay failed"), "W EGLManager: EGL Context has been released"});
-    fails("eglInitialize", 2, {makeFirst(2), refuse("eglInitialize failed"), ReleaseDisplay()});
-    fails("eglChooseConfig", 3, {makeFirst(9), refuse("eglChooseConfig error"), ReleaseDisplay()});
+          {"eglGetDisplay(EGL_DEFAULT_DISPLAY)", refuse("eglGetDisplay failed"),
+           "W EGLManager: EGL Context has been released"});
+    fails("eglInitialize", 2,
+          {"eglGetDisplay(EGL_DEFAULT_DISPLAY); eglInitialize(display)", refuse("eglInitialize failed"),
+           ReleaseDisplay()});
+    fails("eglChooseConfig", 3, {ChooseConfig(), refuse("eglChooseConfig error"), ReleaseDisplay()});
     fails("eglCreateContext", 4,
-          {makeFirst(9), "eglCreateContext(display, config, EGL_NO_CONTEXT); EGL_CONTEXT_CLIENT_VERSION, 2",
+          {ChooseConfig(), "eglCreateContext(display, config, EGL_NO_CONTEXT); EGL_CONTEXT_CLIENT_VERSION, 2",
            refuse("eglCreateContext error"), ReleaseDisplay()});
     fails("eglCreatePbufferSurface", 5,
           {MakeContext(), "eglCreatePbufferSurface(display, config)", refuse("eglCreatePbufferSurface error"),
