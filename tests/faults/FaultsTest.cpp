@@ -98,8 +98,9 @@ std::vector<Site> FindSites(bool all) {
             }
             for (const auto& [function, count] : counts) {
                 for (int nth = before[function] + 1; nth <= count; ++nth) {
-                    const std::string which = Line(" {} ", std::min(nth - before[function], 3));
-                    const std::string kind = function + (all ? which + scenario->operation + calls : "");
+                    const int which = std::min(nth - before[function], 3);
+                    const std::string kind =
+                        all ? Line("{} {} {} {}", function, which, scenario->operation, calls) : function;
                     if (MayFail(function) && scenario->failing.count(function) == 0 &&
                         found.insert(kind).second) {
                         sites.push_back({&play, function, nth});

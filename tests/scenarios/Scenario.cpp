@@ -43,7 +43,7 @@ class Names {
         if (name != std::string::npos && object != std::string::npos) {
             const std::string made = expected.substr(name + 3);
             for (auto& [former, formerName] : names) {
-                formerName = formerName == made ? "a former " + made : formerName;
+                formerName.insert(0, formerName == made ? "a former " : "");
             }
             names[came.substr(object + 3)] = made;
         }
