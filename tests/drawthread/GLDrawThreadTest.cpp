@@ -1,12 +1,11 @@
 #include <atomic>
+#include <chrono>
 #include <fstream>
 #include <functional>
 #include <future>
 #include <string>
-#include <utility>
 
-#include <ft2build.h>
-#include FT_OUTLINE_H
+#include <android/log.h>
 #include <gmock/gmock.h>
 #include <sched.h>
 #include <sys/syscall.h>
@@ -15,17 +14,6 @@
 #include "drawthread/GLDrawThread.h"
 #include "kivgles/KivGLDrawSurface.h"
 #include "support/Recorder.h"
-
-// What runs whenever a load looks at an outline.
-static std::function<void()> onOutline;
-
-extern "C" void FT_Outline_Get_CBox(const FT_Outline* outline, FT_BBox* box) {
-    if (onOutline) {
-        onOutline();
-    }
-    static const auto next = recorder::Next<decltype(FT_Outline_Get_CBox)>("FT_Outline_Get_CBox");
-    next(outline, box);
-}
 
 // How often this process has given its turn away.
 static std::atomic<int> yields{0};
@@ -40,30 +28,19 @@ namespace {
 
 using testing::ElementsAre, testing::IsEmpty;
 
-// A call on a thread of its own.
-class OnItsThread {
- public:
-    explicit OnItsThread(const std::function<int()>& call)
-        : end(std::async(std::launch::async, [this, call] {
-              id.set_value(gettid());
-              return call();
-          })) {}
-    // Returns when the thread sleeps, or has ended: false.
-    bool ComesToSleep() {
-        const std::string stat = "/proc/self/task/" + std::to_string(id.get_future().get()) + "/stat";
-        char state = 'R';
-        while (state != 'S' && end.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
-            std::ifstream(stat).ignore(100, ')').ignore() >> state;
-        }
-        return state == 'S';
-    }
-    int Result() { return end.get(); }
+constexpr std::chrono::seconds NO_TIME(0);
 
- private:
+// A call on a thread of its own, as soon as that sleeps or has ended.
+std::future<int> AsleepIn(const std::function<int()>& call) {
     std::promise<pid_t> id;
-    std::future<int> end;
-};
-
+    std::future<int> end =
+        std::async(std::launch::async, [&id, call] { return id.set_value(gettid()), call(); });
+    const std::string stat = "/proc/self/task/" + std::to_string(id.get_future().get()) + "/stat";
+    for (char state = 'R'; state != 'S' && end.wait_for(NO_TIME) != std::future_status::ready;) {
+        std::ifstream(stat).ignore(100, ')').ignore() >> state;
+    }
+    return end;
+}
 constexpr char FONT[] = KIVGLES_TEST_FONTS "/bearings.ttf";
 constexpr TagKivTextInfo LETTER{u"A", 1, {}, {}, 0, 40, 0, 0, 0};
 
@@ -104,10 +81,10 @@ TEST(Semaphore, LetsOneWaitThroughForEachSignalAndTheNextOneSleepAndNotYield) {
     semaphore.Signal();
     semaphore.Wait();
     semaphore.Wait();
-    OnItsThread third([&] { return semaphore.Wait(), 0; });
-    EXPECT_TRUE(third.ComesToSleep());
+    const std::future<int> third = AsleepIn([&] { return semaphore.Wait(), 0; });
+    EXPECT_EQ(third.wait_for(NO_TIME), std::future_status::timeout);
     semaphore.Signal();
-    EXPECT_EQ(third.Result(), 0);
+    third.wait();
     EXPECT_EQ(yields, 0);
 }
 
@@ -133,27 +110,27 @@ TEST(FirstText, KeepsMeasurementsWaitingForItsFontButNoQueuedCallAndNoLookUp) {
     recorder::Fail("glCreateProgram");
     ASSERT_EQ(surface.KivLoadFont(FONT, 40), 20);  // named, and not yet loaded
 
-    std::promise<void> loads;
-    std::promise<void> goesOn;
-    onOutline = [&, meets = true]() mutable {
-        if (std::exchange(meets, false)) {
+    static std::promise<void> loads;
+    static std::promise<void> goesOn;
+    __android_log_set_logger([](const __android_log_message* line) {
+        if (line->message == std::string("Generated a 74 x 20 (1 kb) texture atlas\n")) {
             loads.set_value();
             goesOn.get_future().wait();
         }
-    };
+    });
     EXPECT_EQ(surface.KivDrawText(layer, LETTER, {0, 0, 8, 8}), 0);
     loads.get_future().wait();
     EXPECT_EQ(surface.KivDrawText(layer, LETTER, {0, 0, 8, 8}), 0);
     EXPECT_EQ(surface.KivBlit({layer, FBO_HANDLE_BASE, {0, 0, 8, 8}, {0, 0, 8, 8}}), 0);
     unsigned int width = 0;
     unsigned int height = 0;
-    OnItsThread measurement([&] { return surface.KivGetTextSize(LETTER, width, height); });
-    EXPECT_TRUE(measurement.ComesToSleep());
+    std::future<int> measurement = AsleepIn([&] { return surface.KivGetTextSize(LETTER, width, height); });
+    EXPECT_EQ(measurement.wait_for(NO_TIME), std::future_status::timeout);
     goesOn.set_value();
-    EXPECT_EQ(measurement.Result(), 0);
+    EXPECT_EQ(measurement.get(), 0);
     EXPECT_EQ(width, 14U);
     EXPECT_EQ(surface.Init(0), 0);  // waits
-    onOutline = nullptr;
+    __android_log_set_logger(nullptr);
 }
 
 }  // namespace

@@ -62,16 +62,10 @@ struct Input : FuzzedDataProvider {
         units.resize(units.size() + (isEnded ? 1 : 0));
         units.shrink_to_fit();
         const TagKivColorRGBA color = Color();
-        const std::uint8_t style = Byte();
-        return {units.data(),
-                length,
-                color,
-                ConsumeBool() ? color : Color(),
-                0,
-                ConsumeBool() ? 40 : Number(),
-                (style & 1) != 0,
-                (style & 2) != 0,
-                (style & 4) != 0};
+        const auto has = [style = Byte()](int bit) { return static_cast<std::uint8_t>(style & bit); };
+        const TagKivColorRGBA background = ConsumeBool() ? color : Color();
+        const std::uint32_t size = ConsumeBool() ? 40 : Number();
+        return {units.data(), length, color, background, 0, size, has(1), has(2), has(4)};
     }
     // Without pixels if it were large.
     TagKivBitmapInfo Bitmap(std::vector<std::uint8_t>& pixels) {
@@ -130,7 +124,7 @@ struct FuzzedClient {
         if (HasContext()) {
             drawThread.join();
         }
-        Expect(recorder::LiveNum() == 0, "EGL or GL objects are left behind");
+        Expect(recorder::Live().empty(), "EGL or GL objects are left behind");
         layers.clear();
         return NO_CONTEXT;  // from now on
     }

@@ -4,9 +4,10 @@
 // What the order of calls and the log promise, each written out once. Objects have the names that they get in
 // the line that makes them ("glGenTextures(1) = atlas") until one deletes them.
 
-#include <algorithm>
 #include <string>
 #include <vector>
+
+#include <EGL/egl.h>
 
 #include "scenarios/Scenario.h"
 
@@ -17,10 +18,13 @@ using Words = const std::string&;
 // --- A context ---
 
 // With eight bits a component, for windows and OpenGL ES 2.
-inline Calls MakeContext() {
+inline Calls ChooseConfig() {
     return {"eglGetDisplay(EGL_DEFAULT_DISPLAY); eglInitialize(display); eglChooseConfig(display, 1)",
-            "EGL_SURFACE_TYPE, EGL_WINDOW_BIT; EGL_RENDERABLE_TYPE, EGL_OPENGL_ES2_BIT",
-            "EGL_RED_SIZE, 8; EGL_GREEN_SIZE, 8; EGL_BLUE_SIZE, 8; EGL_ALPHA_SIZE, 8",
+            Line("EGL_SURFACE_TYPE, {}; EGL_RENDERABLE_TYPE, {}", EGL_WINDOW_BIT, EGL_OPENGL_ES2_BIT),
+            "EGL_RED_SIZE, 8; EGL_GREEN_SIZE, 8; EGL_BLUE_SIZE, 8; EGL_ALPHA_SIZE, 8"};
+}
+inline Calls MakeContext() {
+    return {ChooseConfig(),
             "eglCreateContext(display, config, EGL_NO_CONTEXT) = context; EGL_CONTEXT_CLIENT_VERSION, 2"};
 }
 // Without a size, as nothing is drawn there, and of the configuration that was asked for windows: those of
@@ -32,24 +36,23 @@ inline Calls MakePbuffer() {
 // The size of a new surface; who GL is. That is news of priority E, so that it stands in a log of errors
 // only: it is what a report of one begins with.
 inline Calls QuerySurface(Words surface) {
-    return {Line("eglQuerySurface(display, {}, EGL_WIDTH); eglQuerySurface(display, {}, EGL_HEIGHT)", surface,
-                 surface),
-            "glGetString(GL_VERSION); E EGLManager: GL Version = (GL's words)",
-            "glGetString(GL_VENDOR); E EGLManager: GL Vendor = (GL's words)",
-            "glGetString(GL_RENDERER); E EGLManager: GL Renderer = (GL's words)"};
+    return {
+        Line("eglQuerySurface(display, {}, EGL_WIDTH); eglQuerySurface(display, {}, EGL_HEIGHT)", surface),
+        "glGetString(GL_VERSION); E EGLManager: GL Version = (GL's words)",
+        "glGetString(GL_VENDOR); E EGLManager: GL Vendor = (GL's words)",
+        "glGetString(GL_RENDERER); E EGLManager: GL Renderer = (GL's words)"};
 }
 inline Calls CreateContext() { return {MakeContext(), MakePbuffer(), QuerySurface("pbuffer")}; }
-inline Calls ReleaseSurface(Words former) {
-    return {"eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context)",
-            Line("eglDestroySurface(display, {})", former)};
-}
 inline Calls CreateWindowSurface() {
     return {"eglCreateWindowSurface(display, config, window) = window surface",
             "eglMakeCurrent(display, window surface, window surface, context)",
             QuerySurface("window surface")};
 }
 // A window's surface in place of the former one, in the same context.
-inline Calls ConnectWindow(Words former) { return {ReleaseSurface(former), CreateWindowSurface()}; }
+inline Calls ConnectWindow(Words former) {
+    return {"eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, context)",
+            Line("eglDestroySurface(display, {})", former), CreateWindowSurface()};
+}
 inline Calls ReleaseDisplay() {
     return "eglMakeCurrent(display, EGL_NO_SURFACE, EGL_NO_SURFACE, EGL_NO_CONTEXT); eglTerminate(display); "
            "eglReleaseThread()";
@@ -80,21 +83,22 @@ inline Calls Clamp() {
     return "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_S, GL_CLAMP_TO_EDGE); "
            "glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_WRAP_T, GL_CLAMP_TO_EDGE)";
 }
+// A side as GL is given it: every GL refuses a negative one, and some not all that are larger than any GL's.
+inline int Side(unsigned int pixels) { return pixels > 0x20000 ? -1 : static_cast<int>(pixels); }
 // A new texture in place of the unit's: of four bytes a pixel, or one (GL_ALPHA).
 inline Calls MakeTexture(int unit, Words name, Words format, unsigned int width, unsigned int height,
                          Words pixels) {
     return {Line("glActiveTexture(GL_TEXTURE{}); glGenTextures(1) = {}; glBindTexture(GL_TEXTURE_2D, {})",
-                 unit, name, name),
-            Line("glTexImage2D(GL_TEXTURE_2D, 0, {}, {}, {}, 0, {}, GL_UNSIGNED_BYTE, {})", format, width,
-                 height, format, pixels)};
+                 unit, name),
+            Line("glTexImage2D(GL_TEXTURE_2D, 0, {}, {}, {}, 0, {}, GL_UNSIGNED_BYTE, {})", format,
+                 Side(width), Side(height), format, pixels)};
 }
 // Whatever state the framebuffer is in: that is only logged.
 inline Calls SetUpLayer(const Target& layer, Words handle, Words state = "Framebuffer complete.") {
     return {MakeTexture(0, layer.Texture(), "GL_RGBA", layer.width, layer.height, "null"),
             Filter(),
             Clamp(),
-            Line("glGenFramebuffers(1) = {}; glBindFramebuffer(GL_FRAMEBUFFER, {})", layer.Bound(),
-                 layer.Bound()),
+            Line("glGenFramebuffers(1) = {}; glBindFramebuffer(GL_FRAMEBUFFER, {})", layer.Bound()),
             Line("glFramebufferTexture2D(GL_FRAMEBUFFER, GL_COLOR_ATTACHMENT0, GL_TEXTURE_2D, {}, 0)",
                  layer.Texture()),
             Line("glCheckFramebufferStatus(GL_FRAMEBUFFER); E FBOManager: {}", state),
@@ -109,48 +113,46 @@ inline Calls DeleteLayer(const Target& layer) {
 inline Calls DropLayer(const Target& layer, Words handle) {
     return {DeleteLayer(layer), Line("W GLDrawThread: Destory FBO fboHandleIndex {}", handle)};
 }
-// A handle without a layer: where the client's thread looks for it, and where the draw thread does.
-inline Calls RefuseHandle(const Target& target) {
-    return Line("E GLDrawThread: There is not the fbo {}; E KivGLDrawSurface: There is not the fbo {}",
-                target.name, target.name);
-}
-inline Calls MissHandle(const Target& target) {
-    return Line("E GLDrawThread: There is not the fbo {}; E GLDrawThread: There is not the fbo {}",
-                target.name, target.name);
+// A handle without a layer: where the client's thread looks for it, or the draw thread does.
+inline Calls MissHandle(const Target& target, Words where = "KivGLDrawSurface") {
+    return Line("E GLDrawThread: There is not the fbo {}; E {}: There is not the fbo {}", target.name, where,
+                target.name);
 }
 
 // --- Renderers: each a program and a buffer for its vertices ---
 
 inline Calls Compile(Words shader, Words type) {
-    return {Line("glCreateShader({}) = {}; glShaderSource({}, 3, null)", type, shader, shader),
-            Line("glCompileShader({}); glGetShaderiv({}, GL_COMPILE_STATUS)", shader, shader)};
+    return {Line("glCreateShader({}) = {}; glShaderSource({}, 3, null)", type, shader),
+            Line("glCompileShader({}); glGetShaderiv({}, GL_COMPILE_STATUS)", shader)};
 }
 inline Calls CompileShaders() {
     return {Compile("vertex shader", "GL_VERTEX_SHADER"), Compile("fragment shader", "GL_FRAGMENT_SHADER")};
 }
 inline Calls Link(Words renderer) {
     return {Line("glCreateProgram() = {}'s program", renderer),
-            Line("glAttachShader({}'s program, vertex shader)", renderer),
-            Line("glAttachShader({}'s program, fragment shader)", renderer),
-            Line("glLinkProgram({}'s program); glGetProgramiv({}'s program, GL_LINK_STATUS)", renderer,
-                 renderer)};
+            Line("glAttachShader({}'s program, vertex shader); glAttachShader({}'s program, fragment shader)",
+                 renderer),
+            Line("glLinkProgram({}'s program); glGetProgramiv({}'s program, GL_LINK_STATUS)", renderer)};
 }
 inline Calls DeleteShaders() { return "glDeleteShader(vertex shader); glDeleteShader(fragment shader)"; }
-inline Calls MakeRenderer(Words renderer, Words attribute, const std::vector<std::string>& uniforms) {
-    Calls locations = Line("glGetAttribLocation({}'s program, {})", renderer, attribute);
-    for (Words uniform : uniforms) {
-        locations.Add(Line("glGetUniformLocation({}'s program, {})", renderer, uniform));
-    }
-    return {CompileShaders(), Link(renderer), DeleteShaders(), locations,
+inline Calls MakeRenderer(Words renderer, Words attribute, Words uniform, const Calls& otherUniforms = {}) {
+    return {CompileShaders(),
+            Link(renderer),
+            DeleteShaders(),
+            Line("glGetAttribLocation({}'s program, {})", renderer, attribute),
+            Line("glGetUniformLocation({}'s program, {})", renderer, uniform),
+            otherUniforms,
             Line("glGenBuffers(1) = {}'s buffer", renderer)};
 }
 // OSDRect and OSDRound have one colour; OSDBitmap, OSDBlit and OSDFrame show a texture; OSDText colours the
 // coverage that an atlas has in its alpha.
-inline Calls MakeFlatRenderer(Words renderer) { return MakeRenderer(renderer, "vPosition", {"color"}); }
-inline Calls MakeTextureRenderer(Words renderer) { return MakeRenderer(renderer, "coord", {"tex"}); }
-inline Calls MakeTextRenderer() { return MakeRenderer("OSDText", "coord", {"tex", "color"}); }
+inline Calls MakeFlatRenderer(Words renderer) { return MakeRenderer(renderer, "vPosition", "color"); }
+inline Calls MakeTextureRenderer(Words renderer) { return MakeRenderer(renderer, "coord", "tex"); }
+inline Calls MakeTextRenderer() {
+    return MakeRenderer("OSDText", "coord", "tex", "glGetUniformLocation(OSDText's program, color)");
+}
 inline Calls DeleteRenderer(Words renderer) {
-    return Line("glDeleteBuffers(1, {}'s buffer); glDeleteProgram({}'s program)", renderer, renderer);
+    return Line("glDeleteBuffers(1, {}'s buffer); glDeleteProgram({}'s program)", renderer);
 }
 
 // --- One draw of each kind ---
@@ -205,34 +207,30 @@ inline Calls ClearWindow(const Target& window, Words renderer) {
 }
 // A bitmap has a texture for as long as it is drawn. The alignment is set after the upload, for whoever
 // uploads next: its own rows, of four bytes a pixel, are as good with the 1 that an atlas may have left.
-inline Calls UploadBitmap(unsigned int width, unsigned int height) {
+inline Calls PutBitmap(const Calls& setUp, Words edges, unsigned int width, unsigned int height,
+                       const Calls& restore = {}) {
     return {MakeTexture(0, "bitmap's texture", "GL_RGBA", width, height, "data"),
-            "glPixelStorei(GL_UNPACK_ALIGNMENT, 4)", Filter(), Clamp(), "glBindTexture(GL_TEXTURE_2D, 0)"};
-}
-inline Calls QuadOfBitmap(Words edges, unsigned int width, unsigned int height) {
-    return {
-        TexturedQuad("OSDBitmap", "bitmap's texture", "lt rt lb rb", edges, Line("0 0 {} {}", width, height)),
-        UnbindVertices("coord")};
-}
-inline Calls DeleteBitmap() {
-    return "glBindTexture(GL_TEXTURE_2D, 0); glDeleteTextures(1, bitmap's texture)";
+            "glPixelStorei(GL_UNPACK_ALIGNMENT, 4)",
+            Filter(),
+            Clamp(),
+            "glBindTexture(GL_TEXTURE_2D, 0)",
+            setUp,
+            TexturedQuad("OSDBitmap", "bitmap's texture", "lt rt lb rb", edges,
+                         Line("0 0 {} {}", Side(width), Side(height))),
+            UnbindVertices("coord"),
+            restore,
+            "glBindTexture(GL_TEXTURE_2D, 0); glDeleteTextures(1, bitmap's texture)"};
 }
 inline Calls DrawBitmap(const Target& target, Words edges, unsigned int width = 2, unsigned int height = 1) {
-    return {UploadBitmap(width, height), BindTarget(target), "glUseProgram(OSDBitmap's program)",
-            QuadOfBitmap(edges, width, height), DeleteBitmap()};
+    return PutBitmap({BindTarget(target), "glUseProgram(OSDBitmap's program)"}, edges, width, height);
 }
 inline Calls BlendBitmap(const Target& target, Words edges, unsigned int width = 2, unsigned int height = 1) {
-    return {UploadBitmap(width, height),
-            BindTarget(target),
-            "glEnable(GL_BLEND); glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA); glUseProgram(OSDBitmap's "
-            "program)",
-            QuadOfBitmap(edges, width, height),
-            "glDisable(GL_BLEND)",
-            DeleteBitmap()};
+    const Calls blend = "glEnable(GL_BLEND); glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)";
+    return PutBitmap({BindTarget(target), blend, "glUseProgram(OSDBitmap's program)"}, edges, width, height,
+                     "glDisable(GL_BLEND)");
 }
 inline Calls ShowBitmap(const Target& window, Words edges, unsigned int width, unsigned int height) {
-    return {UploadBitmap(width, height), ClearWindow(window, "OSDBitmap"), QuadOfBitmap(edges, width, height),
-            "glDisable(GL_BLEND)", DeleteBitmap()};
+    return PutBitmap(ClearWindow(window, "OSDBitmap"), edges, width, height, "glDisable(GL_BLEND)");
 }
 inline Calls BlitTexture(const Target& source, const Target& target, Words edges, Words texels) {
     return {BindTarget(target), "glUseProgram(OSDBlit's program)",
@@ -252,26 +250,31 @@ constexpr char SWAP[] = "eglSwapBuffers(display, window surface)";
 // Glyphs are one pixel apart, each told by place and size. What FreeType makes of an outline is `coverage`;
 // of a bitmap each row is told behind a colon, two digits a pixel.
 struct Font {
+    Font(Words name, unsigned int columns, unsigned int rows, const std::vector<std::string>& uploads,
+         int pixels = 40)
+        : file(name), width(columns), height(rows), glyphs(uploads), size(pixels) {}
+
     std::string file;
     unsigned int width;
     unsigned int height;
     std::vector<std::string> glyphs;
-    int size = 40;
+    int size;
 };
-const Font BEARINGS{"bearings.ttf",
-                    74,
-                    20,
+const Font BEARINGS("bearings.ttf", 74, 20,
                     {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20", "25, 0, 8, 10", "34, 0, 6, 4",
-                     "41, 0, 10, 10", "52, 0, 10, 10", "63, 0, 10, 10"}};
-const Font OUTLINES{"outlines.otf", 25, 20, {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20"}};
+                     "41, 0, 10, 10", "52, 0, 10, 10", "63, 0, 10, 10"});
+const Font OUTLINES("outlines.otf", 25, 20, {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20"});
 
+// Among them are complaints of others.
 inline Calls UploadGlyphs(const std::vector<std::string>& glyphs) {
     Calls calls;
     for (Words glyph : glyphs) {
         const std::size_t colon = glyph.find(": ");
-        calls.Add(Line("glTexSubImage2D(GL_TEXTURE_2D, 0, {}, GL_ALPHA, GL_UNSIGNED_BYTE, {})",
-                       glyph.substr(0, colon),
-                       colon == std::string::npos ? "coverage" : glyph.substr(colon + 2)));
+        calls.Add(glyph[0] == 'E'
+                      ? glyph
+                      : Line("glTexSubImage2D(GL_TEXTURE_2D, 0, {}, GL_ALPHA, GL_UNSIGNED_BYTE, {})",
+                             glyph.substr(0, colon),
+                             colon == std::string::npos ? "coverage" : glyph.substr(colon + 2)));
     }
     return calls;
 }
@@ -282,16 +285,15 @@ inline Calls AlphaTexture(int unit, Words name, unsigned int width, unsigned int
 }
 inline Calls OpenFace(const Font& font) {
     return {"FT_Init_FreeType() = atlas library",
-            Line("FT_New_Face(atlas library, FONTS/{}, 0) = atlas face", font.file),
+            Line("FT_New_Face(atlas library, {}, 0) = atlas face", font.file),
             Line("FT_Set_Pixel_Sizes(atlas face, 0, {}); glGetIntegerv(GL_MAX_TEXTURE_SIZE)", font.size)};
 }
 inline Calls CloseFace() { return "FT_Done_Face(atlas face); FT_Done_FreeType(atlas library)"; }
 // The standard atlas has all characters of a font that find room, in one size and no style; its face is
 // closed again.
-inline Calls FillAtlas(const Font& font, const Calls& complaints = {}, const Calls& warnings = {}) {
+inline Calls FillAtlas(const Font& font, const Calls& warnings = {}) {
     return {AlphaTexture(1, "atlas", font.width, font.height),
             UploadGlyphs(font.glyphs),
-            complaints,
             Line("W FontAtlas: Generated a {} x {} ({} kb) texture atlas", font.width, font.height,
                  font.width * font.height / 1024),
             warnings,
@@ -301,14 +303,14 @@ inline Calls FillAtlas(const Font& font, const Calls& complaints = {}, const Cal
 // Two more faces stay open for other styles, one to draw and one to measure: client threads measure.
 inline Calls OpenStyles(const Font& font) {
     return {"glGetIntegerv(GL_MAX_TEXTURE_SIZE); FT_Init_FreeType() = style library",
-            Line("FT_New_Face(style library, FONTS/{}, 0) = drawing face", font.file),
-            Line("FT_New_Face(style library, FONTS/{}, 0) = measuring face", font.file)};
+            Line("FT_New_Face(style library, {}, 0) = drawing face", font.file),
+            Line("FT_New_Face(style library, {}, 0) = measuring face", font.file)};
 }
 inline Calls CloseStyles() {
     return "FT_Done_Face(measuring face); FT_Done_Face(drawing face); FT_Done_FreeType(style library)";
 }
 inline Calls LoadFirstFont(const Font& font, const Calls& warnings = {}) {
-    return {OpenFace(font), FillAtlas(font, {}, warnings), OpenStyles(font)};
+    return {OpenFace(font), FillAtlas(font, warnings), OpenStyles(font)};
 }
 inline Calls LoadNextFont(const Font& font) {
     return {OpenFace(font), FillAtlas(font), CloseStyles(), OpenStyles(font)};
@@ -324,27 +326,23 @@ inline Calls FailToFillAtlas(const Font& font) {
             Line("E FontAtlas: Calculate texture width {}d, height {}d", font.width, font.height),
             CloseFace(), "E OSDText: Load standard font lib fail 32"};
 }
-inline Calls DeleteTextRenderer(const Calls& styledAtlas) {
-    return {DeleteRenderer("OSDText"), styledAtlas, CloseStyles(), "W FontStyleAtlas: ~FontStyleAtlas",
-            "glDeleteTextures(1, atlas); W FontAtlas: ~FontAtlas"};
-}
-
 // Other sizes and styles are FreeType's work on the same file's outlines, and what the scenarios tell of them
 // follows from make_fonts.py: a size in pixels scales what is said there for 40, and is rounded outwards to
 // whole pixels; bold (FT_Outline_Embolden) makes an outline one pixel wider and higher, but not its advance;
 // italic moves what is n pixels above the baseline n / 5 to the right (a matrix of 16.16 fixed point).
-constexpr char UPRIGHT[] = "null";
 constexpr char ITALIC[] = "[65536 13107 0 65536]";
 inline Calls SetStyle(Words face, int size, Words matrix) {
     return Line("FT_Set_Pixel_Sizes({}, 0, {}); FT_Set_Transform({}, {}, null)", face, size, face, matrix);
 }
-inline Calls DrawStyled(int size, Words matrix = UPRIGHT) { return SetStyle("drawing face", size, matrix); }
-inline Calls MeasureStyled(int size, Words matrix = UPRIGHT) {
+inline Calls DrawStyled(int size, Words matrix = "null") { return SetStyle("drawing face", size, matrix); }
+inline Calls MeasureStyled(int size, Words matrix = "null") {
     return SetStyle("measuring face", size, matrix);
 }
 // A styled atlas has the characters of one text.
-inline Calls FillStyledAtlas(unsigned int width, unsigned int height, const Calls& glyphs) {
-    return {AlphaTexture(2, "styled atlas", width, height), glyphs, "glBindTexture(GL_TEXTURE_2D, 0)"};
+inline Calls FillStyledAtlas(unsigned int width, unsigned int height,
+                             const std::vector<std::string>& glyphs) {
+    return {AlphaTexture(2, "styled atlas", width, height), UploadGlyphs(glyphs),
+            "glBindTexture(GL_TEXTURE_2D, 0)"};
 }
 inline Calls FailToFillStyledAtlas() {
     return {"E FontStyleAtlas: Calculate texture width 0d, height 0d",
@@ -353,46 +351,37 @@ inline Calls FailToFillStyledAtlas() {
 
 // --- Texts ---
 
-// Where a text's glyphs come from.
-struct Atlas {
-    int unit;
-    std::string texture;
-};
-const Atlas STANDARD{1, "atlas"};
-const Atlas STYLED{2, "styled atlas"};
+// Where a text's glyphs come from: each texture is on a unit of its own.
+constexpr char STANDARD[] = "atlas";
+constexpr char STYLED[] = "styled atlas";
 
 constexpr char GLYPH_A[] = "2 18 12 38 from 1 0 11 20";  // of both fonts above, at the left of layer a
 
 // Coverage is blended. Each glyph is two triangles, "2 18 12 38 from 1 0 11 20"; those without pixels stand
-// behind the others, in one point each ("32 24"), and are not drawn. Of many units the first two glyphs are
-// told, and the last.
-inline Calls DrawUnits(const Target& target, const Atlas& atlas, int units, std::ptrdiff_t drawn,
-                       const std::vector<std::string>& glyphs, const Calls& complaints = {},
-                       Color color = WHITE) {
+// behind the others, in one point each ("32 24"), and are not drawn.
+inline Calls DrawText(const Target& target, Words atlas, const std::vector<std::string>& glyphs,
+                      const Calls& complaints = {}, Color color = WHITE) {
+    const int unit = atlas == STYLED ? 2 : 1;
+    std::size_t drawn = 0;
     Calls quads;
     for (Words glyph : glyphs) {
-        quads.Add(glyph.find("from") != std::string::npos
-                      ? "lt rt lb rt lb rb at " + glyph
-                      : Line("lb lb lb lb lb lb at {} {} from 0 0 0 0", glyph, glyph));
+        const bool isDrawn = glyph.find("from") != std::string::npos;
+        drawn += isDrawn ? 1 : 0;
+        quads.Add(isDrawn ? "lt rt lb rt lb rb at " + glyph
+                          : Line("lb lb lb lb lb lb at {} {} from 0 0 0 0", glyph));
     }
     return {BindTarget(target),
             "glUseProgram(OSDText's program)",
             "glEnable(GL_BLEND); glBlendFunc(GL_SRC_ALPHA, GL_ONE_MINUS_SRC_ALPHA)",
-            Line("glUniform4fv(color, 1, {}); glActiveTexture(GL_TEXTURE{})", Hex(color), atlas.unit),
-            Line("glBindTexture(GL_TEXTURE_2D, {}); glUniform1i(tex, {})", atlas.texture, atlas.unit),
+            Line("glUniform4fv(color, 1, {}); glActiveTexture(GL_TEXTURE{})", Hex(color), unit),
+            Line("glBindTexture(GL_TEXTURE_2D, {}); glUniform1i(tex, {})", atlas, unit),
             BindVertices("OSDText", "coord"),
             complaints,
-            Line("glBufferData(GL_ARRAY_BUFFER, {}, GL_DYNAMIC_DRAW)", 96 * units),
+            Line("glBufferData(GL_ARRAY_BUFFER, {}, GL_DYNAMIC_DRAW)", 96 * glyphs.size()),
             quads,
             Line("glDrawArrays(GL_TRIANGLES, 0, {})", 6 * drawn),
             UnbindVertices("coord"),
             "glDisable(GL_BLEND); glBindTexture(GL_TEXTURE_2D, 0); glBindFramebuffer(GL_FRAMEBUFFER, 0)"};
-}
-inline Calls DrawText(const Target& target, const Atlas& atlas, const std::vector<std::string>& glyphs,
-                      const Calls& complaints = {}, Color color = WHITE) {
-    const auto drawn = std::count_if(glyphs.begin(), glyphs.end(),
-                                     [](Words glyph) { return glyph.find("from") != std::string::npos; });
-    return DrawUnits(target, atlas, static_cast<int>(glyphs.size()), drawn, glyphs, complaints, color);
 }
 
 }  // namespace kivgles

@@ -1,6 +1,5 @@
 // Shapes, bitmaps and layers on layers and windows.
 
-#include <map>
 #include <utility>
 
 #include <GLES2/gl2.h>
@@ -22,46 +21,33 @@ void Scenario::DrawPicture() {
     MakeLayer(back).Makes(SetUpLayer(back, "0x10001"));
     MakeLayer(front).Makes(SetUpLayer(front, "0x10002"));
     Rect(back, {0, 0, 16, 16}).Makes(MakeFlatRenderer("OSDRect"), FillRectangle(back, RED, "0 0 16 16"));
-    Round(back, {24, 16, 8, 8}, GREEN)  // its lower half goes under the text
-        .Makes(MakeFlatRenderer("OSDRound"), FillRound(back, GREEN, "24 16", "8 8"));
-    Draw(back, {32, 0, 16, 16}, BLUE, 1, 1)
+    Round(back, {24, 16, 2, 2}, GREEN)  // its lower half goes under the text
+        .Makes(MakeFlatRenderer("OSDRound"), FillRound(back, GREEN, "24 16", "2 2"));
+    Draw(back, {{32, 0, 16, 16}, BLUE, 1, 1})
         .Makes(MakeTextureRenderer("OSDBitmap"), DrawBitmap(back, "32 0 48 16", 1, 1));
-    Write(back, {0, 16, 32, 32}, u"A", 40, "", GREY)
+    Write(back, {0, 16, 32, 32}, {u"A", 40, "", GREY})
         .Makes(FillRectangle(back, GREY, "0 16 32 48"), DrawText(back, STANDARD, {GLYPH_A}));
-    Write(back, {32, 16, 32, 32}, u"A", 20, "", GREY)
+    Write(back, {32, 16, 32, 32}, {u"A", 20, "", GREY})
         .Makes(FillRectangle(back, GREY, "32 16 64 48"), DrawStyled(20),
-               FillStyledAtlas(6, 10, UploadGlyphs({"0, 0, 5, 10"})),
+               FillStyledAtlas(6, 10, {"0, 0, 5, 10"}),
                DrawText(back, STYLED, {"33 28 38 38 from 0 0 5 10"}));
-    Blend(back, {56, 0, 8, 8}, 0xff00ff80, 1, 1).Makes(BlendBitmap(back, "56 0 64 8", 1, 1));
+    Blend(back, {{56, 0, 8, 8}, 0xff00ff80, 1, 1}).Makes(BlendBitmap(back, "56 0 64 8", 1, 1));
     Blit(back, front, WHOLE, WHOLE)
         .Makes(MakeTextureRenderer("OSDBlit"), BlitTexture(back, front, "0 0 64 48", "0 48 64 0"));
     Display(front, WHOLE, WHOLE)
         .Makes(MakeTextureRenderer("OSDFrame"), DisplayTexture(front, WINDOW, "0 0 64 48", "0 48 64 0"));
     Refresh().Makes(SWAP, "y 0: 0 #ff0000ff 16 #00000000 32 #0000ffff 48 #00000000 56 #20002040",
-                    "y 8: 0 #ff0000ff 16 #00000000 21 #00ff00ff 27 #00000000 32 #0000ffff 48 #00000000",
-                    "y 9: 0 #ff0000ff 16 #00000000 19 #00ff00ff 29 #00000000 32 #0000ffff 48 #00000000",
-                    "y 10: 0 #ff0000ff 16 #00000000 18 #00ff00ff 30 #00000000 32 #0000ffff 48 #00000000",
-                    "y 11: 0 #ff0000ff 16 #00000000 17 #00ff00ff 31 #00000000 32 #0000ffff 48 #00000000",
-                    "y 13: 0 #ff0000ff 16 #00ff00ff 32 #0000ffff 48 #00000000", "y 16: 0 #808080ff",
-                    "y 18: 0 #808080ff 2 #ffffffff 12 #808080ff",
+                    "y 8: 0 #ff0000ff 16 #00000000 32 #0000ffff 48 #00000000",
+                    "y 14: 0 #ff0000ff 16 #00000000 23 #00ff00ff 25 #00000000 32 #0000ffff 48 #00000000",
+                    "y 15: 0 #ff0000ff 16 #00000000 22 #00ff00ff 26 #00000000 32 #0000ffff 48 #00000000",
+                    "y 16: 0 #808080ff", "y 18: 0 #808080ff 2 #ffffffff 12 #808080ff",
                     "y 28: 0 #808080ff 2 #ffffffff 12 #808080ff 33 #ffffffff 38 #808080ff",
                     "y 38: 0 #808080ff");
-    Shows(8, 8, 0xff0000).Makes();
     Drop(back).Makes(DropLayer(back, "0x10001"));
     Drop(front).Makes(DropLayer(front, "0x10002"));
 }
 
 namespace {
-
-SCENARIO(Picture, SWEPT) {
-    Create().Makes(CreateContext());
-    Connect(0).Answers("0, 64 x 48", ConnectWindow("pbuffer"));
-    DrawPicture();
-    Destroy().Makes(EndContext(
-        "window surface", {DeleteTextRenderer("glDeleteTextures(1, styled atlas)"), DeleteRenderer("OSDBlit"),
-                           DeleteRenderer("OSDBitmap"), DeleteRenderer("OSDFrame"), DeleteRenderer("OSDRect"),
-                           DeleteRenderer("OSDRound")}));
-}
 
 // On targets of other sizes than the window's, and bitmaps to the pixel.
 SCENARIO(Drawing, NOT_SWEPT) {
@@ -82,19 +68,19 @@ SCENARIO(Drawing, NOT_SWEPT) {
     Display(c, {0, 15, 20, 15}, {40, 0, 20, 15})
         .Makes(MakeTextureRenderer("OSDFrame"), DisplayTexture(c, WINDOW, "40 0 60 15", "0 15 20 0"));
     Clear(b).Makes(ClearTarget(b));
-    Draw(b, {0, 0, 8, 48},
-         0xff000080)  // an eighth of the window, so of the layer; the first pixel is on the left
+    Draw(b, {{0, 0, 8, 48},
+             0xff000080})  // an eighth of the window, so of the layer; the first pixel is on the left
         .Makes(MakeTextureRenderer("OSDBitmap"), DrawBitmap(b, "0 0 4 16"));
-    Blend(b, {0, 24, 8, 24}, 0x00ff0080).Makes(BlendBitmap(b, "0 8 4 16"));
-    Draw(b, {0, 0, 4294967295, 1}, WHITE, 0, 5, 0)  // of no size, nothing is read
+    Blend(b, {{0, 24, 8, 24}, 0x00ff0080}).Makes(BlendBitmap(b, "0 8 4 16"));
+    Draw(b, {{0, 0, 4294967295, 1}, WHITE, 0, 5, 0})  // of no size, nothing is read
         .Makes("E KivGLDrawSurface: Color format is invalid 0",
                DrawBitmap(b, "0 0 2.14748366e+09 0.333", 0, 5));
-    Show(WHOLE, WHITE, 100000, 100000)  // nor of more than GL has room for
-        .Makes(ShowBitmap(WINDOW, "0 0 64 48", 100000, 100000));
+    Show({WHOLE, WHITE, 0x20001, 0xffffffff})  // nor of more than GL has room for
+        .Makes(ShowBitmap(WINDOW, "0 0 64 48", 0x20001, 0xffffffff));
     Display(b, {0, 0, 32, 16}, {0, 0, 32, 16}).Makes(DisplayTexture(b, WINDOW, "0 0 32 16", "0 16 32 0"));
     Refresh().Makes(SWAP, "y 0: 0 #80000080 1 #60002080 2 #20006080 3 #00008080 4 #00000000",
                     "y 8: 0 #40400080 1 #30401080 2 #10403080 3 #00404080 4 #00000000", "y 16: 0 #00000000");
-    Show({0, 0, 64, 4}, 0xff000080, 1, 2).Makes(ShowBitmap(WINDOW, "0 0 64 4", 1, 2));  // and on top
+    Show({{0, 0, 64, 4}, 0xff000080, 1, 2}).Makes(ShowBitmap(WINDOW, "0 0 64 4", 1, 2));  // and on top
     Refresh().Makes(SWAP, "y 0: 0 #80000080", "y 1: 0 #60002080", "y 2: 0 #20006080", "y 3: 0 #00008080",
                     "y 4: 0 #00000000");
 }
@@ -108,23 +94,17 @@ SCENARIO(Layers, NOT_SWEPT) {
     MakeLayer(b).Answers("21", "glActiveTexture(GL_TEXTURE0)", "glGenTextures(1)",  // takes no place
                          "E FBOManager: Create texture fail", "E GLDrawThread: Create FBO fail 21");
     const std::string unable = "Unable to set up render Target: ";
-    const std::map<char, std::pair<GLenum, std::string>> states = {
-        {'c', {GL_FRAMEBUFFER_INCOMPLETE_DIMENSIONS, unable + "GL_FRAMEBUFFER_INCOMPLETE_DIMENSIONS"}},
-        {'d', {GL_FRAMEBUFFER_UNSUPPORTED, unable + "GL_FRAMEBUFFER_UNSUPPORTED"}},
-        {'e',
-         {GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT,
-          unable + "GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT"}},
-        {'f', {0, "Framebuffer incomplete: Unknown error."}}};
-    for (const char name : std::string("bcdefghijklmno")) {
-        const Target layer{std::string(1, name)};
-        const std::string handle = Line("0x1000{}", "0123456789abcdef"[name - 'a' + 1]);
-        const auto state = states.find(name);
-        if (state == states.end()) {
-            MakeLayer(layer).Makes(SetUpLayer(layer, handle));
-        } else {
-            Fail("glCheckFramebufferStatus", state->second.first);
-            MakeLayer(layer).Makes(SetUpLayer(layer, handle, state->second.second));
-        }
+    std::vector<std::pair<GLenum, std::string>> states = {
+        {GL_FRAMEBUFFER_INCOMPLETE_DIMENSIONS, unable + "GL_FRAMEBUFFER_INCOMPLETE_DIMENSIONS"},
+        {GL_FRAMEBUFFER_UNSUPPORTED, unable + "GL_FRAMEBUFFER_UNSUPPORTED"},
+        {GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT,
+         unable + "GL_FRAMEBUFFER_INCOMPLETE_MISSING_ATTACHMENT"},
+        {0, "Framebuffer incomplete: Unknown error."}};
+    states.resize(14, {GL_FRAMEBUFFER_COMPLETE, "Framebuffer complete."});
+    for (std::size_t i = 0; i < 14; ++i) {
+        const Target layer{std::string(1, "bcdefghijklmno"[i])};
+        Fail("glCheckFramebufferStatus", states[i].first);
+        MakeLayer(layer).Makes(SetUpLayer(layer, Line("0x1000{}", "23456789abcdef"[i]), states[i].second));
     }
     MakeLayer({"full"}).Answers("15", "E FBOManager: num of the FBO more than max num 16 ",
                                 "E GLDrawThread: Create FBO fail 15");
@@ -136,8 +116,11 @@ SCENARIO(Layers, NOT_SWEPT) {
     MakeLayer({"again"}).Makes(SetUpLayer({"again"}, "0x10002"));
 }
 
-// A layer of no pixels takes what every layer takes: coordinates stay those of its middle.
-SCENARIO(LayersWithoutSize, SWEPT) {
+// A layer of no pixels, or more than any GL has, takes what every layer takes. Coordinates on one without
+// stay those of its middle.
+SCENARIO(OddLayers, SWEPT) {
+    const Target wide{"wide", 0x20001, 0x20000};
+    const Target high{"high", 0x20000, 0x7fffffff};
     const Target b{"b", 0, 8};
     const Target c{"c", 8, 0};
     const std::string state = "Unable to set up render Target: RFRAMEBUFFER_INCOMPLETE_ATTACHMENT";
@@ -145,19 +128,21 @@ SCENARIO(LayersWithoutSize, SWEPT) {
     Begin();
     MakeLayer(b).Makes(SetUpLayer(b, "0x10002", state));
     MakeLayer(c).Makes(SetUpLayer(c, "0x10003", state));
+    MakeLayer(wide).Makes(SetUpLayer(wide, "0x10004", state));
+    MakeLayer(high).Makes(SetUpLayer(high, "0x10005", state));
     Clear(b).Makes(ClearTarget(b));
     Display(b, WHOLE, WHOLE)
         .Makes(complaint, MakeTextureRenderer("OSDFrame"), DisplayTexture(b, WINDOW, "0 0 64 48", "0 0 0 0"));
     Blit(c, WINDOW, WHOLE, WHOLE)
         .Makes(complaint, MakeTextureRenderer("OSDBlit"), BlitTexture(c, WINDOW, "0 0 64 48", "0 0 0 0"));
     Blit(WINDOW, c, WHOLE, WHOLE).Makes(complaint, BlitTexture(WINDOW, c, "4 0 4 0", "0 1 1 0"));
-    Write(b, WHOLE, u"A").Makes(complaint, MakeTextRenderer(), FailToLoad("/system/fonts/CC3.ttf"));
-    Write(b, WHOLE, u"A")
+    Write(b, WHOLE, {u"A"}).Makes(complaint, MakeTextRenderer(), FailToLoad("/system/fonts/CC3.ttf"));
+    Write(b, WHOLE, {u"A"})
         .Makes(complaint, "E OSDText: Param is invalid", "E OSDText: get font alpha texture fail 102");
     Rect(c, WHOLE).Makes(complaint, MakeFlatRenderer("OSDRect"),
                          FillShape("OSDRect", c, RED, "GL_TRIANGLES", 6, "lb lb lb lb lb lb at 4 0 4 0"));
     Round(b, {8, 8, 8, 8}).Makes(complaint, MakeFlatRenderer("OSDRound"), FillRound(b, RED, "0 4", "0 0"));
-    Draw(b, WHOLE).Makes(MakeTextureRenderer("OSDBitmap"), DrawBitmap(b, "0 0 0 8"));
+    Draw(b, {WHOLE}).Makes(MakeTextureRenderer("OSDBitmap"), DrawBitmap(b, "0 0 0 8"));
     Drop(b).Makes(DropLayer(b, "0x10002"));
 }
 
@@ -177,15 +162,13 @@ SCENARIO(Windows, SWEPT) {
     Clear(WINDOW).Makes(ClearTarget(wide));
     Rect(WINDOW, {60, 20, 20, 20}, GREEN).Makes(FillRectangle(wide, GREEN, "60 20 80 40"));
     Refresh().Makes(SWAP, "y 0: 0 #00000000", "y 20: 0 #00000000 60 #00ff00ff");
-    Shows(60, 20, 0x00ff00).Makes();
-    Show({40, 20, 40, 20}, BLUE, 1, 1)
+    Show({{40, 20, 40, 20}, BLUE, 1, 1})
         .Makes(MakeTextureRenderer("OSDBitmap"), ShowBitmap(wide, "40 20 80 40", 1, 1));
     LoseWindow(1).Makes();
     Refresh().Makes(SWAP);
     Connect(0).Answers("0, 64 x 48", ConnectWindow("window surface"));
     Rect(WINDOW, WHOLE, 0xffff00ff).Makes(FillRectangle(WINDOW, 0xffff00ff, "0 0 64 48"));
     Refresh().Makes(SWAP, "y 0: 0 #ffff00ff");
-    Shows(63, 47, 0xffff00).Makes();
     Destroy().Makes(EndContext("window surface", {DeleteLayer(early), DeleteLayer(late),
                                                   DeleteRenderer("OSDBitmap"), DeleteRenderer("OSDRect")}));
 }

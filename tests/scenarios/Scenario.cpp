@@ -4,6 +4,9 @@
 #include <filesystem>
 #include <utility>
 
+#include <android/log.h>
+#include <gmock/gmock.h>
+
 #include "support/Recorder.h"
 
 namespace kivgles {
@@ -16,53 +19,12 @@ constexpr int BROKE_ITS_WORD = -1;  // in another way than by its code
 
 std::string Size(unsigned int width, unsigned int height) { return Line(", {} x {}", width, height); }
 
-// Its memory is gone when the operation returns, and as long as it says that it is.
-struct Text {
-    Text(const Scenario::Units& given, unsigned int size, const std::string& style, Color background,
-         Color color, Scenario::Length length) {
-        const auto has = [&style](char letter) { return style.find(letter) != std::string::npos; };
-        const std::u16string text = given.value_or(u"");
-        const bool isEnded = !length || *length > text.size();
-        units.resize(text.size() + (isEnded ? 1 : 0));
-        std::copy(text.begin(), text.end(), units.begin());
-        info.text = given ? units.data() : nullptr;
-        info.textLength = length.value_or(static_cast<std::uint32_t>(text.size()));
-        info.fontSize = size;
-        info.bold = has('b');
-        info.italic = has('i');
-        info.underline = has('u');
-        info.bgColor = Components(background);
-        info.fgColor = Components(color);
-    }
-
-    std::vector<char16_t> units;
-    TagKivTextInfo info{};
-};
-
-struct Bitmap {
-    Bitmap(const TagKivRectInfo& rect, Color color, unsigned int width, unsigned int height,
-           int format = KIV_COLOR_FORMAT_RGBA8888)
-        : first(Components(color)),
-          second{first.b, first.g, first.r, first.a},
-          info{&first.r, format, 0, 0, width, height, rect} {}
-
-    TagKivColorRGBA first;
-    TagKivColorRGBA second;
-    TagKivBitmapInfo info;
-};
-
-// Line by line, without what another machine has otherwise.
+// Line by line, without the one that depends on where a stop finds the thread.
 Calls Trace() {
-    constexpr std::string_view FONTS = KIVGLES_TEST_FONTS;
     Calls trace;
-    for (const std::string& call : recorder::Calls()) {
+    for (const std::string& call : recorder::Log()) {
         std::istringstream lines(call);
         for (std::string line; std::getline(lines, line);) {
-            const std::size_t path = line.find(FONTS);
-            if (path != std::string::npos) {
-                line.replace(path, FONTS.size(), "FONTS");
-            }
-            // Whether that is logged depends on where a stop finds the thread.
             if (!line.empty() && line != "W GLDrawThread: DrawCmd is empty") {
                 trace.Add(line);
             }
@@ -70,6 +32,32 @@ Calls Trace() {
     }
     return trace;
 }
+
+// What came, with the objects of GL, EGL and FreeType under the names that the scenario has for them. The
+// line in which an object is made gives it its name: "glGenBuffers(1) = OSDRect's buffer".
+class Names {
+ public:
+    std::string In(std::string came, const std::string& expected) {
+        const std::size_t name = expected.find(" = ");
+        const std::size_t object = came.find(" = <");
+        if (name != std::string::npos && object != std::string::npos) {
+            const std::string made = expected.substr(name + 3);
+            for (auto& [former, formerName] : names) {
+                formerName.insert(0, formerName == made ? "a former " : "");
+            }
+            names[came.substr(object + 3)] = made;
+        }
+        for (const auto& [known, knownName] : names) {
+            for (std::size_t at = came.find(known); at != std::string::npos; at = came.find(known)) {
+                came.replace(at, known.size(), knownName);
+            }
+        }
+        return came;
+    }
+
+ private:
+    std::map<std::string, std::string> names;  // of objects as the recorder has them
+};
 
 }  // namespace
 
@@ -95,45 +83,61 @@ void Calls::Add(const std::string& line) {
 Calls Calls::Beginning(const std::string& words) const {
     Calls found;
     std::copy_if(lines.begin(), lines.end(), std::back_inserter(found.lines),
-                 [&](const std::string& line) { return line.compare(0, words.size(), words) == 0; });
+                 [&](const std::string& line) { return line.rfind(words, 0) == 0; });
     return found;
 }
 
+Text::Text(const std::optional<std::u16string>& text, unsigned int size, const std::string& style,
+           Color background, Color color, std::optional<std::uint32_t> length) {
+    const auto has = [&style](char letter) { return style.find(letter) != std::string::npos; };
+    if (text) {
+        const bool isEnded = !length || *length > text->size();
+        units.assign(text->c_str(), text->c_str() + text->size() + (isEnded ? 1 : 0));
+    }
+    info = {nullptr,
+            length.value_or(static_cast<std::uint32_t>(text.value_or(u"").size())),
+            Components(color),
+            Components(background),
+            0,
+            size,
+            has('b'),
+            has('u'),
+            has('i')};
+}
+Text::operator TagKivTextInfo() const {
+    TagKivTextInfo given = info;
+    given.text = units.empty() ? nullptr : units.data();
+    return given;
+}
+
 Scenario::Scenario() {
+    std::filesystem::current_path(KIVGLES_TEST_FONTS);
     const X11Connection connection = ConnectToX11();
     for (const auto& [width, height] : WINDOW_SIZES) {
         windows.push_back(std::make_unique<X11Window>(width, height, connection));
     }
 }
 
-Scenario::Came Scenario::Take(const std::string& name, std::function<int()> run, bool isQueued) {
-    operation = {name, std::move(run), isQueued};
+Scenario::Came Scenario::Take(const std::string& name, std::function<int()> does) {
+    operation = name;
+    run = std::move(does);
     if (!isOver) {
         Perform();
     }
-    return Came(*this);
+    return {*this};
 }
 
 void Scenario::Perform() {
     told.clear();
-    recorder::Record(window != nullptr);
-    const int result = operation.run();
-    if (operation.isQueued && result != NO_CONTEXT) {
-        (void)surface->Init(0);
-    }
+    recorder::Record(isShown);
+    const int result = run();
     came = {std::to_string(result) + told, Trace()};
-}
-
-void Scenario::Judge(const Step& expected) {
-    if (!isOver) {
-        judge(expected);
-    }
 }
 
 // Layers go with it. The window is connected no longer.
 void Scenario::ForgetContext() {
     layers.clear();
-    window = nullptr;
+    isShown = false;
 }
 
 int Scenario::End() {
@@ -160,17 +164,12 @@ Scenario::Came Scenario::Renew() {
 }
 Scenario::Came Scenario::Connect(int which) {
     return Take("connect", [=] {
-        const X11Window* const chosen =
-            which < 0 ? nullptr : windows.at(static_cast<std::size_t>(which)).get();
-        const int code = surface->KivConnectWindowSurface(chosen == nullptr ? nullptr : chosen->Native());
-        window = code == 0 ? chosen : nullptr;
+        const auto chosen = static_cast<std::size_t>(which);
+        const int code = surface->KivConnectWindowSurface(which < 0 ? nullptr : windows[chosen]->Native());
+        isShown = code == 0;
         told = Size(surface->KivGetWindowWidth(), surface->KivGetWindowHeight());
         return code;
     });
-}
-Scenario::Came Scenario::LoadFont(const std::string& file, unsigned int size) {
-    const std::filesystem::path folder = KIVGLES_TEST_FONTS;
-    return Wait("font", &Surface::KivLoadFont, (folder / file).string(), size);
 }
 Scenario::Came Scenario::MakeLayer(const Target& layer, int format) {
     constexpr unsigned int UNTOUCHED = 7;
@@ -183,52 +182,53 @@ Scenario::Came Scenario::MakeLayer(const Target& layer, int format) {
         return code == 0 || handle == UNTOUCHED ? code : BROKE_ITS_WORD;
     });
 }
-Scenario::Came Scenario::Draw(const Target& target, const TagKivRectInfo& rect, Color color,
-                              unsigned int width, unsigned int height, int format) {
-    return Take("bitmap", [=] {
-        return surface->KivDrawBitmap(Handle(target), Bitmap(rect, color, width, height, format).info);
-    });
-}
-Scenario::Came Scenario::Blend(const Target& target, const TagKivRectInfo& rect, Color color,
-                               unsigned int width, unsigned int height) {
-    return Take("blend", [=] {
-        return surface->KivDrawBitmapByBlend(Handle(target), Bitmap(rect, color, width, height).info);
-    });
-}
-Scenario::Came Scenario::Show(const TagKivRectInfo& rect, Color color, unsigned int width,
-                              unsigned int height) {
-    return Take("show", [=] { return surface->KivDisplayBitmap(Bitmap(rect, color, width, height).info); });
-}
-Scenario::Came Scenario::Write(const Target& target, const TagKivRectInfo& rect, const Units& units,
-                               unsigned int size, const std::string& style, Color background, Color color,
-                               Length length) {
-    const auto run = [=] {
-        const Text text(units, size, style, background, color, length);
-        return surface->KivDrawText(Handle(target), text.info, rect);
-    };
-    return Take("text", run, true);
-}
-Scenario::Came Scenario::Measure(const Units& units, unsigned int size, const std::string& style,
-                                 Length length) {
+Scenario::Came Scenario::Measure(const Text& text) {
     return Take("measure", [=] {
         unsigned int width = 0;
         unsigned int height = 0;
-        const int code =
-            surface->KivGetTextSize(Text(units, size, style, NONE, WHITE, length).info, width, height);
+        const int code = surface->KivGetTextSize(text, width, height);
         told = Size(width, height);
         return code;
     });
 }
 Scenario::Came Scenario::LoseWindow(int which) {
-    return Take("lose",
-                [=] { return windows[static_cast<std::size_t>(which)].reset(), window = nullptr, 0; });
-}
-Scenario::Came Scenario::Shows(int x, int y, unsigned long color) {
-    return Take("shows", [=] { return !looks || (window != nullptr && window->Shows(color, x, y)) ? 0 : 1; });
+    return Take("lose", [=] {
+        windows[static_cast<std::size_t>(which)].reset();
+        isShown = false;
+        return 0;
+    });
 }
 void Scenario::Fail(const std::string& function, unsigned int result, int nth) {
     failing.insert(function);
     recorder::Fail(function, std::max(nth, 1), nth == ALWAYS, result);
+}
+
+// --- Tests ---
+
+void Expect(Scenario&& scenario) {
+    __android_log_set_logger([](const __android_log_message*) {});  // a failure says what has to be known
+    recorder::Reset();
+    Names names;
+    int nth = 0;
+    scenario.judge = [&](const Step& expected) {
+        const std::vector<std::string>& lines = expected.calls.lines;
+        std::string wanted = expected.answer;
+        for (const std::string& line : lines) {
+            wanted += "\n" + line;
+        }
+        const Calls calls =
+            expected.hasErrorsOnly ? scenario.came.calls.Beginning("E ") : scenario.came.calls;
+        std::string came = scenario.came.answer;
+        for (std::size_t i = 0; i < calls.lines.size(); ++i) {
+            came += "\n" + names.In(calls.lines[i], i < lines.size() ? lines[i] : "");
+        }
+        ++nth;
+        EXPECT_EQ(wanted, came) << "operation " << nth << ", " << scenario.operation;
+        scenario.isOver = wanted != came;
+    };
+    scenario.Play();
+    scenario.End();
+    EXPECT_THAT(recorder::Live(), testing::IsEmpty());
 }
 
 }  // namespace kivgles

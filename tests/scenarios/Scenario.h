@@ -31,18 +31,23 @@
 
 namespace kivgles {
 
-// The text with each {} replaced by the next value.
+// The text with each {} replaced by the next value, the remaining ones by the last.
 template <typename... Values>
 std::string Line(std::string text, const Values&... values) {
+    std::string value;
     std::size_t at = 0;
-    const auto put = [&](const auto& value) {
+    const auto put = [&](const auto& next) {
         std::ostringstream written;
-        written << value;
+        written << next;
+        value = written.str();
         at = text.find("{}", at);
-        text.replace(at, 2, written.str());
-        at += written.str().size();
+        text.replace(at, 2, value);
+        at += value.size();
     };
     (put(values), ...);
+    while ((at = text.find("{}", at)) != std::string::npos) {
+        text.replace(at, 2, value);
+    }
     return text;
 }
 
@@ -91,6 +96,29 @@ constexpr int NOT_FOUND = 101;  // a window or a layer
 constexpr int NO_CONTEXT = 102;
 constexpr int NO_TEXT = 103;  // renderer
 
+// The second pixel has the first one's colour with red and blue exchanged. A copy has the original's pixels.
+struct Bitmap : TagKivBitmapInfo {
+    Bitmap(const TagKivRectInfo& rect, Color color = BLUE, unsigned int columns = 2, unsigned int rows = 1,
+           int pixelFormat = KIV_COLOR_FORMAT_RGBA8888)
+        : TagKivBitmapInfo{&pixels[0].r, pixelFormat, 0, 0, columns, rows, rect},
+          pixels{Components(color), {pixels[0].b, pixels[0].g, pixels[0].r, pixels[0].a}} {}
+
+    TagKivColorRGBA pixels[2];
+};
+
+// Styles are b, i and u. The text ends with a 0, unless the length that it claims says where. Its pointer may
+// be null.
+class Text {
+ public:
+    Text(const std::optional<std::u16string>& text, unsigned int size = 40, const std::string& style = "",
+         Color background = NONE, Color color = WHITE, std::optional<std::uint32_t> length = {});
+    operator TagKivTextInfo() const;  // NOLINT(google-explicit-constructor): is given as one
+
+ private:
+    std::vector<char16_t> units;
+    TagKivTextInfo info{};
+};
+
 struct Step {
     std::string answer;  // the result code, and what else the client is told: "0, 64 x 48"
     Calls calls;
@@ -103,15 +131,8 @@ class Scenario {
     virtual ~Scenario() = default;
     virtual void Play() = 0;
 
-    struct Operation {
-        std::string name;
-        std::function<int()> run;
-        bool isQueued = false;
-    };
     // Of an operation. Whoever plays the scenario judges what has come of it.
-    class [[nodiscard]] Came {
-     public:
-        explicit Came(Scenario& played) : scenario(played) {}
+    struct [[nodiscard]] Came {
         template <typename Answer, typename... Parts>
         void Answers(const Answer& answer, const Parts&... calls) const {
             scenario.Judge({Line("{}", answer), Calls(calls...)});
@@ -126,13 +147,10 @@ class Scenario {
             scenario.Judge({answer, Calls(lines...), true});
         }
 
-     private:
         Scenario& scenario;
     };
 
-    // Does the operation at work, again if it has been done. When this returns, all that it asks for is done:
-    // Init(0) waits for what is queued (and logs that there is no context if there is none).
-    void Perform();
+    void Perform();  // the operation at work, again if it has been done
 
     // --- Operations ---
 
@@ -144,7 +162,9 @@ class Scenario {
     Came Connect(int which);     // 0, 1, which is of 80 x 40, or 2 for the sweep; -1: none
     Came LoseWindow(int which);  // under the surface's hands
     Came Init(unsigned int mask) { return Wait("init", &Surface::Init, mask); }
-    Came LoadFont(const std::string& file, unsigned int size = 40);
+    Came LoadFont(const std::string& file, unsigned int size = 40) {
+        return Wait("font", &Surface::KivLoadFont, file, size);
+    }
     Came MakeLayer(const Target& layer, int format = KIV_COLOR_FORMAT_RGBA8888);
     Came Drop(const Target& layer) { return Wait("drop", &Surface::KivDestoryGLFBO, Handle(layer)); }
     Came Clear(const Target& target) { return Queue("clear", &Surface::KivClearGLFBO, Handle(target)); }
@@ -162,24 +182,17 @@ class Scenario {
         return Queue("display", &Surface::KivDisplayFBO, Handle(source), from, to);
     }
     Came Refresh() { return Queue("refresh", &Surface::KivRefreshOnSrceen); }
-    // Of bitmaps. The second pixel has the first one's colour with red and blue exchanged.
-    Came Draw(const Target& target, const TagKivRectInfo& rect, Color color = BLUE, unsigned int width = 2,
-              unsigned int height = 1, int format = KIV_COLOR_FORMAT_RGBA8888);
-    Came Blend(const Target& target, const TagKivRectInfo& rect, Color color = BLUE, unsigned int width = 2,
-               unsigned int height = 1);
-    Came Show(const TagKivRectInfo& rect, Color color = BLUE, unsigned int width = 2,
-              unsigned int height = 1);
-    // Styles are b, i and u. The text ends with a 0, unless the length that it claims says where. Its pointer
-    // may be null.
-    using Units = std::optional<std::u16string>;
-    using Length = std::optional<std::uint32_t>;
-    Came Write(const Target& target, const TagKivRectInfo& rect, const Units& units, unsigned int size = 40,
-               const std::string& style = "", Color background = NONE, Color color = WHITE,
-               Length length = {});
-    Came Measure(const Units& units, unsigned int size = 40, const std::string& style = "",
-                 Length length = {});
-    // What the X server has of the window connected; the pictures of Refresh are GL's.
-    Came Shows(int x, int y, unsigned long color);
+    Came Draw(const Target& target, const Bitmap& bitmap) {
+        return Wait("bitmap", &Surface::KivDrawBitmap, Handle(target), bitmap);
+    }
+    Came Blend(const Target& target, const Bitmap& bitmap) {
+        return Wait("blend", &Surface::KivDrawBitmapByBlend, Handle(target), bitmap);
+    }
+    Came Show(const Bitmap& bitmap) { return Wait("show", &Surface::KivDisplayBitmap, bitmap); }
+    Came Write(const Target& target, const TagKivRectInfo& rect, const Text& text) {
+        return Queue("text", &Surface::KivDrawText, Handle(target), text, rect);
+    }
+    Came Measure(const Text& text);
 
     static constexpr int ALWAYS = 0;
     void Fail(const std::string& function, unsigned int result = 0, int nth = 1);  // call from now on
@@ -192,50 +205,51 @@ class Scenario {
     int End();  // if there is one: answers as Destroy
 
     std::function<void(const Step& expected)> judge;
-    Operation operation;  // at work
-    Step came;            // of it
-    bool isOver = false;  // no more is done
-    bool looks = true;    // at what the X server shows
+    std::string operation;  // at work
+    Step came;              // of it
+    bool isOver = false;    // no more is done
     std::set<std::string> failing;
 
  private:
     using Surface = KivGLDrawSurface;
 
-    Came Take(const std::string& name, std::function<int()> run, bool isQueued = false);
+    Came Take(const std::string& name, std::function<int()> does);
+    // What is given has memory of its own, which is gone when the operation returns.
     template <typename Member, typename... Arguments>
     Came Wait(const char* name, Member member, const Arguments&... arguments) {
-        return Take(name, [=] { return (surface.get()->*member)(arguments...); });
+        return Take(name, [=] { return (surface.get()->*member)(Arguments(arguments)...); });
     }
+    // Queued, and done when this returns: Init(0) waits (and logs that there is no context if there is none).
     template <typename Member, typename... Arguments>
     Came Queue(const char* name, Member member, const Arguments&... arguments) {
-        return Take(
-            name, [=] { return (surface.get()->*member)(arguments...); }, true);
+        return Take(name, [=] {
+            const int result = (surface.get()->*member)(Arguments(arguments)...);
+            return result == NO_CONTEXT ? result : ((void)surface->Init(0), result);
+        });
     }
-    void Judge(const Step& expected);
+    void Judge(const Step& expected) { isOver ? void() : judge(expected); }
     unsigned int Handle(const Target& target) const;
     void ForgetContext();
 
     std::unique_ptr<Surface> surface = std::make_unique<Surface>();
     std::vector<std::unique_ptr<X11Window>> windows;
-    const X11Window* window = nullptr;           // connected, if it is there
+    bool isShown = false;                        // what is drawn, in a window
     std::map<std::string, unsigned int> layers;  // handles
-    std::string told;                            // by the operation at work, besides its result
+    std::function<int()> run;                    // the operation at work
+    std::string told;                            // by it, besides its result
 };
 
 struct SweptScenario {
-    std::string name;
+    const char* name;
     std::unique_ptr<Scenario> (*make)();
 };
-inline std::vector<SweptScenario>& SweptScenarios() {
-    static std::vector<SweptScenario> scenarios;
-    return scenarios;
-}
+inline std::vector<SweptScenario> sweptScenarios;
 constexpr bool SWEPT = true;
 constexpr bool NOT_SWEPT = false;
 template <typename Played>
 bool KeepForTheSweep(const char* name, bool isSwept) {
     if (isSwept) {
-        SweptScenarios().push_back(
+        sweptScenarios.push_back(
             {name, []() -> std::unique_ptr<Scenario> { return std::make_unique<Played>(); }});
     }
     return isSwept;

@@ -137,9 +137,8 @@ inline std::string Row(const GLubyte* rgba, int width) {
     std::string former;
     for (int x = 0; x < width; ++x) {
         GLubyte rounded[4];
-        for (int i = 0; i < 4; ++i) {
-            rounded[i] = static_cast<GLubyte>(std::min((rgba[4 * x + i] + 4) / 8 * 8, 255));
-        }
+        std::transform(rgba + 4 * x, rgba + 4 * (x + 1), rounded,
+                       [](int component) { return std::min((component + 4) / 8 * 8, 255); });
         const std::string color = Hex(rounded);
         text += color == former ? "" : (x == 0 ? "" : " ") + std::to_string(x) + " " + color;
         former = color;
@@ -168,14 +167,10 @@ inline std::string Name(const std::string& kind, const void* object) {
 inline std::string Attribute(GLuint index) { return Variable("attribute", static_cast<GLint>(index)); }
 inline std::string Uniform(GLint location) { return Variable("uniform", location); }
 
-// As #rrggbbaa where it is one of eight bits a component.
 inline std::string Color(const float* rgba) {
     GLubyte bytes[4];
     std::transform(rgba, rgba + 4, bytes, [](float component) { return std::lround(component * 255); });
-    const bool isExact = std::equal(rgba, rgba + 4, bytes, [](float component, GLubyte byte) {
-        return std::fabs(component * 255 - byte) < 1e-4F;
-    });
-    return isExact ? Hex(bytes) : List(rgba, 4);
+    return Hex(bytes);
 }
 
 inline std::string Matrix(const FT_Matrix* m) {
@@ -211,16 +206,11 @@ inline std::string Pixels(const void* data, int width, int height) {
 inline std::string Attributes(const EGLint* list) {
     std::string text;
     for (; list != nullptr && *list != EGL_NONE; list += 2) {
-        const bool isWindow = list[0] == EGL_SURFACE_TYPE && list[1] == EGL_WINDOW_BIT;
-        const bool isES2 = list[0] == EGL_RENDERABLE_TYPE && list[1] == EGL_OPENGL_ES2_BIT;
-        text += "\n" + Const(list[0]) + ", " +
-                (isWindow ? "EGL_WINDOW_BIT"
-                 : isES2  ? "EGL_OPENGL_ES2_BIT"
-                          : std::to_string(list[1]));
+        text += "\n" + Const(list[0]) + ", " + std::to_string(list[1]);
     }
     return text;
 }
-// A round's fan, or quads, of a long text the first two and the last; anything else number by number.
+// A round's fan, or quads; anything else number by number.
 inline std::string Vertices(const void* data, GLsizeiptr size) {
     const auto* const v = static_cast<const float*>(data);
     const GLsizeiptr n = size / 4;
@@ -235,8 +225,7 @@ inline std::string Vertices(const void* data, GLsizeiptr size) {
     }
     std::string text;
     for (GLsizeiptr i = 0; i < n; i += step) {
-        const bool isShown = n <= 8 * step || i < 2 * step || i == n - step;
-        text += isShown ? Quad(v + i, step) : "";
+        text += Quad(v + i, step);
     }
     return text;
 }

@@ -4,8 +4,6 @@
 #include <cstdarg>
 #include <iterator>
 #include <mutex>
-#include <numeric>
-#include <set>
 
 #include <android/log.h>
 
@@ -16,14 +14,10 @@ namespace {
 struct State {
     std::mutex mutex;
     std::map<std::string, Function> functions;
-    std::vector<std::string> calls;
-    std::vector<std::string> log;
-    std::map<std::string, std::set<std::uintptr_t>> objects;  // by kind
+    std::vector<std::string> lines;
+    std::set<std::string> objects;
 };
 
-std::atomic<bool> recording{false};
-std::atomic<bool> pictures{false};
-std::atomic<int> maxTextureSize{0};
 thread_local std::size_t callAtWork = 0;  // counted from 1; 0: it is not recorded
 
 // Never destroyed: a draw thread may outlive main.
@@ -49,19 +43,14 @@ void Reset() {
         for (auto& [name, function] : state.functions) {
             function.count = function.failAt = 0;
         }
-        state.calls.clear();
-        state.log.clear();
+        state.lines.clear();
     });
 }
 
 void Record(bool withPictures) {
-    Locked([](State& state) { state.calls.clear(); });
+    Locked([](State& state) { state.lines.clear(); });
     recording = true;
     pictures = withPictures;
-}
-
-std::vector<std::string> Calls() {
-    return Locked([](State& state) { return state.calls; });
 }
 
 std::map<std::string, int> Counts() {
@@ -95,29 +84,16 @@ void Expect(bool holds, const char* finding) {
     }
 }
 
-std::map<std::string, std::size_t> Live() {
-    return Locked([](State& state) {
-        std::map<std::string, std::size_t> live;
-        for (const auto& [kind, objects] : state.objects) {
-            live[kind] = objects.size();
-        }
-        return live;
-    });
-}
-
-std::size_t LiveNum() {
-    const auto live = Live();
-    return std::accumulate(live.begin(), live.end(), std::size_t{0},
-                           [](std::size_t sum, const auto& kind) { return sum + kind.second; });
+std::set<std::string> Live() {
+    return Locked([](State& state) { return state.objects; });
 }
 
 std::vector<std::string> Log(const std::string& beginning) {
     return Locked([&](State& state) {
-        std::vector<std::string> lines;
-        std::copy_if(
-            state.log.begin(), state.log.end(), std::back_inserter(lines),
-            [&](const std::string& line) { return line.compare(0, beginning.size(), beginning) == 0; });
-        return lines;
+        std::vector<std::string> found;
+        std::copy_if(state.lines.begin(), state.lines.end(), std::back_inserter(found),
+                     [&](const std::string& line) { return line.rfind(beginning, 0) == 0; });
+        return found;
     });
 }
 
@@ -136,41 +112,33 @@ bool Enter(Function& function) {
     return failAt != 0 && (nth == failAt || (nth > failAt && function.failForGood));
 }
 
-bool IsRecording() { return recording.load(std::memory_order_relaxed); }
-bool IsRecordingPictures() { return pictures; }
-int MaxTextureSize() { return maxTextureSize.load(std::memory_order_relaxed); }
-
 void BeginCall(const std::string& text) {
     callAtWork = text.empty()
                      ? 0
-                     : Locked([&](State& state) { return state.calls.push_back(text), state.calls.size(); });
+                     : Locked([&](State& state) { return state.lines.push_back(text), state.lines.size(); });
+}
+
+void AddLine(const std::string& text) {
+    Locked([&](State& state) { state.lines.push_back(text); });
 }
 
 // Behind the call itself, before the lines that list what it was given.
-void AddResult(const std::string& object) {
+void AddObject(const std::string& object) {
     Locked([&](State& state) {
-        if (callAtWork != 0 && callAtWork <= state.calls.size()) {
-            std::string& call = state.calls[callAtWork - 1];
-            call.insert(std::min(call.find('\n'), call.size()), " = " + object);
+        if (object[0] == '<') {
+            state.objects.insert(object);
+            if (callAtWork != 0 && callAtWork <= state.lines.size()) {
+                std::string& call = state.lines[callAtWork - 1];
+                call.insert(std::min(call.find('\n'), call.size()), " = " + object);
+            }
         }
     });
 }
 
-void AddLine(const std::string& text) {
-    Locked([&](State& state) { state.calls.push_back(text); });
-}
-
-void SetLive(const std::string& kind, std::uintptr_t id, bool isLive) {
+void RemoveObjects(const std::string& beginning) {
     Locked([&](State& state) {
-        std::set<std::uintptr_t>& objects = state.objects[kind];
-        isLive ? void(objects.insert(id)) : void(objects.erase(id));
-    });
-}
-
-void ForgetAll(std::initializer_list<const char*> kinds) {
-    Locked([&](State& state) {
-        for (const char* kind : kinds) {
-            state.objects[kind].clear();
+        for (auto object = state.objects.begin(); object != state.objects.end();) {
+            object = object->rfind(beginning, 0) == 0 ? state.objects.erase(object) : std::next(object);
         }
     });
 }
@@ -185,12 +153,6 @@ int __android_log_print(int priority, const char* tag, const char* format, ...) 
     (void)std::vsnprintf(text, sizeof(text), format, arguments);
     va_end(arguments);
     const char letter = "??VDIWEF"[priority & 7];
-    const std::string line = letter + (std::string(" ") + tag) + ": " + text;
-    recorder::Locked([&](recorder::State& state) {
-        state.log.push_back(line);
-        if (recorder::recording) {
-            state.calls.push_back(line);
-        }
-    });
+    recorder::AddLine(letter + (std::string(" ") + tag) + ": " + text);
     return __android_log_write(priority, tag, text);
 }

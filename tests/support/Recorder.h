@@ -9,12 +9,11 @@
 // takes no lock, so that the thread sanitizer sees the library's own ordering only.
 
 #include <atomic>
-#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <initializer_list>
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -22,13 +21,14 @@
 
 namespace recorder {
 
-// Forgets calls, counts, faults and log lines, and stops recording. Objects alive stay known.
+// Forgets lines, counts and faults, and stops recording. Objects alive stay known.
 void Reset();
 
-// --- Calls as text, "glViewport(0, 0, 64, 32)" ---
-// From now on; forgets those recorded before. With what a window shows at each swap, if it is there.
-void Record(bool pictures);
-std::vector<std::string> Calls();     // recorded so far, in order
+// --- Lines, in order: of the log, "E FBOManager: Create texture fail\n", and calls, "glViewport(0, 0, 64,
+// 32)" ---
+std::vector<std::string> Log(const std::string& beginning = "");  // those that begin as said
+// Calls too from now on; forgets the lines before. With what a window shows at each swap, if it is there.
+void Record(bool withPictures);
 std::map<std::string, int> Counts();  // calls of each function since Reset, recorded or not
 
 // --- Faults ---
@@ -47,14 +47,10 @@ void StandAlone(int maxTextureSize);
 // Ends the process as a finding, and says which, unless `holds`.
 void Expect(bool holds, const char* finding);
 
-// --- Objects alive ---
-// Of "texture", "buffer", "framebuffer", "shader" and "program", of which one context has all, and which no
-// thread makes or deletes that never had a context; of "context", "surface", "face" and "library".
-std::map<std::string, std::size_t> Live();
-std::size_t LiveNum();
-
-// --- Log lines, "E FBOManager: Create texture fail\n", that begin as said ---
-std::vector<std::string> Log(const std::string& beginning = "");
+// --- Objects alive, "<texture 3>" ---
+// Each "texture", "buffer", "framebuffer", "shader" and "program", of which one context has all, and which no
+// thread makes or deletes that never had a context; each "context", "surface", "face" and "library".
+std::set<std::string> Live();
 
 // --- For functions that stand between the library and the real one of their name ---
 
@@ -87,23 +83,20 @@ struct Forwarding {
 
 bool Enter(Function& function);  // counts a call by the library, tells whether it has to fail
 
-bool IsRecording();
-bool IsRecordingPictures();
-int MaxTextureSize();                              // without a driver; 0: there is one
+inline std::atomic<bool> recording{false};
+inline std::atomic<bool> pictures{false};          // are recorded
+inline std::atomic<int> maxTextureSize{0};         // without a driver; 0: there is one
 inline std::atomic<std::uintptr_t> lastAnswer{0};  // without a driver
-void BeginCall(const std::string& text);    // the call at work on this thread; empty: it is not recorded
-void AddResult(const std::string& object);  // of the call at work
-void AddLine(const std::string& text);      // below the calls so far
+void BeginCall(const std::string& text);           // the call at work here; empty: it is not recorded
+void AddLine(const std::string& text);             // below the lines so far
+void AddObject(const std::string& object);         // made by the call at work, unless it is none
+void RemoveObjects(const std::string& beginning);  // those that begin as said
 
 template <typename Describe>
 bool EnterRecorded(Function& function, const Describe& describe) {
-    BeginCall(Forwarding::depth == 0 && IsRecording() ? describe() : "");
+    BeginCall(Forwarding::depth == 0 && recording ? describe() : "");
     return Enter(function);
 }
-
-// An object of GL, by its name, or of EGL and FreeType, by its address.
-void SetLive(const std::string& kind, std::uintptr_t id, bool isLive);
-void ForgetAll(std::initializer_list<const char*> kinds);
 
 }  // namespace recorder
 

@@ -24,20 +24,13 @@ namespace {
 
 std::string Program(GLuint name) { return Name("program", name); }
 std::string Shader(GLuint name) { return Name("shader", name); }
-std::string Texture(GLuint name) { return Name("texture", name); }
-std::string Buffer(GLuint name) { return Name("buffer", name); }
-std::string Framebuffer(GLuint name) { return Name("framebuffer", name); }
 std::string Face(FT_Face face) { return Name("face", face); }
-std::string Library(FT_Library library) { return Name("library", library); }
 std::string Context(EGLContext context) { return Name("context", context); }
 std::string Surface(EGLSurface surface) { return Name("surface", surface); }
 
 thread_local EGLint injectedError = EGL_SUCCESS;
 
 // --- Objects alive ---
-
-std::uintptr_t Id(GLuint name) { return name; }
-std::uintptr_t Id(const void* handle) { return reinterpret_cast<std::uintptr_t>(handle); }
 
 template <typename Object>
 void ExpectContext(Object) {
@@ -47,20 +40,19 @@ void ExpectContext(Object) {
 template <typename Object>
 Object Born(const char* kind, Object object) {
     ExpectContext(object);
-    if (Id(object) != 0) {
-        SetLive(kind, Id(object), true);
-        AddResult(Name(kind, object));
-    }
+    AddObject(Name(kind, object));
     return object;
 }
 template <typename Object>
 void Gone(const char* kind, Object object) {
     ExpectContext(object);
-    SetLive(kind, Id(object), false);
+    RemoveObjects(Name(kind, object));
 }
 void ContextGone(EGLContext context) {
     Gone("context", context);
-    ForgetAll({"texture", "buffer", "framebuffer", "program", "shader"});
+    for (const char* kind : {"<texture ", "<buffer ", "<framebuffer ", "<program ", "<shader "}) {
+        RemoveObjects(kind);
+    }
 }
 template <typename Handle>
 FT_Error BornOrNull(const char* kind, FT_Error error, Handle* handle) {
@@ -93,7 +85,7 @@ GLint Located(const char* kind, GLuint program, const char* name, GLint location
 
 // A driver may crash when it draws without a buffer, which is not the library's fault if it got none.
 bool CanDraw(GLsizei vertices) {
-    Expect(MaxTextureSize() == 0 || vertices <= seen.vertices,
+    Expect(maxTextureSize == 0 || vertices <= seen.vertices,
            "vertices are drawn from behind their buffer's end");
     return seen.buffer != 0;
 }
@@ -118,24 +110,15 @@ void Fill(const Argument& argument) {
         }
     }
 }
-template <typename Signature>
-struct Alone;
-template <typename Result, typename... Arguments>
-struct Alone<Result(Arguments...)> {
-    static Result Answer(Arguments... arguments) {
+// The real function, or one that only answers.
+template <typename Result, typename... Arguments, bool isNoexcept>
+auto Real(const char* name, Result (* /*stand-in*/)(Arguments...) noexcept(isNoexcept)) {
+    Result (*const alone)(Arguments...) = [](Arguments... arguments) {
         (Fill(arguments), ...);
         return NextAnswer<Result>();
-    }
-};
-template <typename Result, typename... Arguments>
-struct Alone<Result(Arguments...) noexcept> {
-    static Result Answer(Arguments...) noexcept { return NextAnswer<Result>(); }
-};
-
-template <typename Signature>
-Signature* Real(const char* name) {
+    };
     const bool isDrivers = name[0] == 'e' || name[0] == 'g';
-    return isDrivers && MaxTextureSize() != 0 ? &Alone<Signature>::Answer : Next<Signature>(name);
+    return isDrivers && maxTextureSize != 0 ? alone : Next<Result(Arguments...)>(name);
 }
 
 // Where GL finds them, to the last byte of the last row.
@@ -149,7 +132,7 @@ void ReadPixels(const void* pixels, GLsizei width, GLsizei height, int bytes) {
     }
 }
 void SetTexture(GLsizei width, GLsizei height, GLenum format, const void* pixels) {
-    const GLint limit = MaxTextureSize();
+    const GLint limit = maxTextureSize;
     const bool isRefused = width < 0 || height < 0 || width > limit || height > limit;
     seen.textures[seen.texture] = limit != 0 && isRefused ? Size{0, 0} : Size{width, height};
     if (!isRefused) {
@@ -157,7 +140,7 @@ void SetTexture(GLsizei width, GLsizei height, GLenum format, const void* pixels
     }
 }
 void FillTexture(GLint x, GLint y, GLsizei width, GLsizei height, const void* pixels) {
-    if (MaxTextureSize() != 0) {
+    if (maxTextureSize != 0) {
         const Size size = seen.textures[seen.texture];
         Expect(x >= 0 && y >= 0 && width >= 0 && height >= 0 && width <= size.width - x &&
                    height <= size.height - y,
@@ -179,14 +162,6 @@ void RecordPicture(EGLDisplay display, EGLSurface surface) {
     glReadPixels(0, 0, width, height, GL_RGBA, GL_UNSIGNED_BYTE, pixels.data());
     AddLine(Picture(pixels.data(), width, height));
 }
-// A driver may send a swapped picture with its next request only, as Mesa's software does one of up to 16
-// KiB. For the size it asks the X server, which shows the picture before it answers.
-EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay display, EGLSurface surface) {
-    const EGLBoolean isSwapped = swap(display, surface);
-    EGLint width = 0;
-    eglQuerySurface(display, surface, EGL_WIDTH, &width);
-    return isSwapped;
-}
 
 }  // namespace
 
@@ -195,7 +170,7 @@ EGLBoolean SwapAndArrive(EGLBoolean (*swap)(EGLDisplay, EGLSurface), EGLDisplay 
 #define STAND_IN(Result, name, parameters, fails, done, failed)   \
     __attribute__((weak)) Result name parameters {                                      \
         static Function& function = Find(#name);                  \
-        static const auto next = Real<Result parameters>(#name);  \
+        static const auto next = Real(#name, name);        \
         if (fails) {                                              \
             return failed;                                        \
         }                                                         \
@@ -228,10 +203,10 @@ extern "C" {
 
 GL(glActiveTexture, (GLenum unit), (unit), (Const(unit)))
 GL(glAttachShader, (GLuint program, GLuint shader), (program, shader), (Program(program), Shader(shader)))
-ENTRY(void, glBindBuffer, (GLenum target, GLuint buffer), (Const(target), Buffer(buffer)),
+ENTRY(void, glBindBuffer, (GLenum target, GLuint buffer), (Const(target), Name("buffer", buffer)),
       (seen.buffer = buffer, next(target, buffer)), void())
-GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Framebuffer(fbo)))
-ENTRY(void, glBindTexture, (GLenum target, GLuint texture), (Const(target), Texture(texture)),
+GL(glBindFramebuffer, (GLenum target, GLuint fbo), (target, fbo), (Const(target), Name("framebuffer", fbo)))
+ENTRY(void, glBindTexture, (GLenum target, GLuint texture), (Const(target), Name("texture", texture)),
       (seen.texture = texture, next(target, texture)), void())
 GL(glBlendFunc, (GLenum source, GLenum destination), (source, destination), (Const(source), Const(destination)))
 ENTRY(void, glBufferData, (GLenum target, GLsizeiptr size, const void* data, GLenum usage),
@@ -256,14 +231,14 @@ ENTRY(void, glDrawElements, (GLenum mode, GLsizei n, GLenum type, const void* in
 GL(glEnable, (GLenum what), (what), (Const(what)))
 GL(glEnableVertexAttribArray, (GLuint index), (index), (Attribute(index)))
 GL(glFramebufferTexture2D, (GLenum target, GLenum point, GLenum kind, GLuint texture, GLint level),
-   (target, point, kind, texture, level), (Const(target), Const(point), Const(kind), Texture(texture), level))
+   (target, point, kind, texture, level), (Const(target), Const(point), Const(kind), Name("texture", texture), level))
 GL_NAMES("buffer", glGenBuffers, glDeleteBuffers)
 GL_NAMES("framebuffer", glGenFramebuffers, glDeleteFramebuffers)
 GL_NAMES("texture", glGenTextures, glDeleteTextures)
 ENTRY(GLint, glGetAttribLocation, (GLuint id, const GLchar* name), (Program(id), name),
       Located("attribute", id, name, next(id, name)), -1)
 ENTRY(void, glGetIntegerv, (GLenum what, GLint* value), (Const(what)),
-      MaxTextureSize() != 0 ? void(*value = MaxTextureSize()) : next(what, value),
+      maxTextureSize != 0 ? void(*value = maxTextureSize) : next(what, value),
       void(*value = static_cast<GLint>(function.result)))
 ENTRY(void, glGetProgramInfoLog, (GLuint id, GLsizei size, GLsizei* length, GLchar* log), (Program(id)),
       (next(id, size, length, log), SetWords(size, log)), void())
@@ -330,7 +305,7 @@ EGL(eglQuerySurface, (EGLDisplay display, EGLSurface surface, EGLint what, EGLin
     (display, surface, what, value), ("display", Surface(surface), Const(what)))
 EGL(eglReleaseThread, (), (), ())
 ENTRY(EGLBoolean, eglSwapBuffers, (EGLDisplay display, EGLSurface surface), ("display", Surface(surface)),
-      (IsRecordingPictures() ? RecordPicture(display, surface) : void(), SwapAndArrive(next, display, surface)),
+      (pictures ? RecordPicture(display, surface) : void(), next(display, surface)),
       BadAlloc<EGLBoolean>(EGL_FALSE))
 ENDING(EGLBoolean, eglTerminate, (EGLDisplay display), ("display"), next(display), BadAlloc<EGLBoolean>(EGL_FALSE))
 
@@ -340,7 +315,7 @@ WALK(FT_Error, FT_Bitmap_Done, (FT_Library library, FT_Bitmap* bitmap), next(lib
      (next(library, bitmap), FT_Err_Out_Of_Memory))
 ENDING(FT_Error, FT_Done_Face, (FT_Face face), (Face(face)),
       (seen.glyph = nullptr, Gone("face", face), next(face)), FT_Err_Out_Of_Memory)
-ENDING(FT_Error, FT_Done_FreeType, (FT_Library library), (Library(library)),
+ENDING(FT_Error, FT_Done_FreeType, (FT_Library library), (Name("library", library)),
       (Gone("library", library), next(library)), FT_Err_Out_Of_Memory)
 WALK(FT_ULong, FT_Get_First_Char, (FT_Face face, FT_UInt* n), next(face, n), *n = 0)
 WALK(FT_ULong, FT_Get_Next_Char, (FT_Face face, FT_ULong code, FT_UInt* index), next(face, code, index), *index = 0)
@@ -349,7 +324,7 @@ ENTRY(FT_Error, FT_Init_FreeType, (FT_Library* library), (),
 WALK(FT_Error, FT_Load_Char, (FT_Face face, FT_ULong code, FT_Int32 flags), next(face, code, flags),
      FT_Err_Out_Of_Memory)
 ENTRY(FT_Error, FT_New_Face, (FT_Library library, const char* path, FT_Long index, FT_Face* face),
-      (Library(library), path, index), BornOrNull("face", next(library, path, index, face), face),
+      (Name("library", library), path, index), BornOrNull("face", next(library, path, index, face), face),
       BornOrNull("face", FT_Err_Out_Of_Memory, face))
 WALK(FT_Error, FT_Outline_Embolden, (FT_Outline* outline, FT_Pos strength), next(outline, strength),
      FT_Err_Out_Of_Memory)
