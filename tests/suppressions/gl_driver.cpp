@@ -1,5 +1,5 @@
-// Linked into every test program of a sanitized build that has the GL driver, and into the soak and the sweep
-// of faults always.
+// Linked into every test program of a sanitized build that has the GL driver, and into the windows and the
+// sweep of faults always.
 
 extern "C" {
 
