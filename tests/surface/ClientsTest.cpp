@@ -1,12 +1,14 @@
-// What is the client's: the display that it has or has not, and its signals, of which no thread of the
-// library takes one.
+// What is the client's: the display that it has or has not, its signals, of which no thread of the library
+// takes one, and the time after a surface.
 
 #include <csignal>
 #include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
+#include <android/log.h>
 #include <gmock/gmock.h>
 #include <unistd.h>
 
@@ -16,14 +18,6 @@
 
 namespace kivgles {
 namespace {
-
-TEST(Displays, OutliveOneOfTwoSurfacesOnThem) {
-    const X11Window window(8, 8);
-    KivGLDrawSurface first;
-    KivGLDrawSurface second;
-    ASSERT_EQ(first.KivCreateGLContext() + second.KivCreateGLContext() + first.KivDestoryGLContext(), 0);
-    EXPECT_EQ(second.KivConnectWindowSurface(window.Native()), 0);
-}
 
 TEST(Displays, ThatCannotBeAreRefusedAndTheContextStays) {
     const X11Connection connection = ConnectToX11();
@@ -73,6 +67,28 @@ TEST(Signals, AreTakenByNoThreadOfTheLibraryAndTheCallersMaskIsKept) {
         }
     }
     EXPECT_TRUE(someTakesItsFaults);
+}
+
+// What a logger keeps, without a lock: lines of one life come one after the other. The process destroys it.
+std::vector<std::string> lines;
+int loggingThreads = 0;
+struct LoggingThread {
+    LoggingThread() { ++loggingThreads; }
+    ~LoggingThread() { --loggingThreads; }
+};
+
+TEST(End, HasComeForThreadAndLogWhenTheDestructorReturns) {
+    __android_log_set_logger([](const __android_log_message* message) {
+        thread_local const LoggingThread counted;
+        lines.emplace_back(message->message);
+    });
+    __android_log_write(ANDROID_LOG_INFO, "T", "This thread may write the last line, and does not end.");
+    for (int life = 0; life < 2; ++life) {
+        EXPECT_EQ(KivGLDrawSurface().KivCreateGLContext(), 0);
+        EXPECT_EQ(loggingThreads, 1);
+        EXPECT_EQ(lines.back(), "~GLDrawThread\n");
+    }
+    __android_log_set_logger(nullptr);
 }
 
 }  // namespace
