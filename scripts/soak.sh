@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # soak.sh [ROUNDS]
-# Lets eight windows with eight clients each come and go for so many rounds (200, which are a thousand lives and more than
+# Lets eight windows with eight clients each come and go for so many rounds (200, which are more than a thousand lives and
 # a million commands) on the real EGL. Prints how much memory the process holds after each tenth, and fails when it
 # grows. Takes some minutes.
 set -euo pipefail

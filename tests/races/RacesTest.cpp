@@ -16,7 +16,6 @@
 
 #include "drawthread/KivGLSemaphore.h"
 #include "races/BusyClient.h"
-#include "soak/Watch.h"
 #include "support/Process.h"
 #include "support/Recorder.h"
 
