@@ -22,9 +22,8 @@ X11Window::X11Window(unsigned int width, unsigned int height, X11Connection to)
     XSetWindowAttributes attributes = {};
     attributes.backing_store = Always;
     attributes.override_redirect = True;
-    window =
-        XCreateWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, CopyFromParent,
-                      InputOutput, nullptr, CWBackPixel | CWBackingStore | CWOverrideRedirect, &attributes);
+    window = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, 0, 0);
+    XChangeWindowAttributes(display, window, CWBackingStore | CWOverrideRedirect, &attributes);
     XMapWindow(display, window);
     XSync(display, False);
 }
