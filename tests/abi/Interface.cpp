@@ -9,9 +9,7 @@
 
 #include "kivgles/KivGLDrawSurface.h"
 
-namespace kivgles {
-namespace {
-
+using namespace kivgles;
 using U8 = std::uint8_t;
 using U32 = std::uint32_t;
 
@@ -71,11 +69,7 @@ void Find(std::initializer_list<Function Surface::*> functions) {
     }
 }
 
-}  // namespace
-}  // namespace kivgles
-
 int main() {
-    using namespace kivgles;
     using Rect = TagKivRectInfo;
     using Bitmap = TagKivBitmapInfo;
     Surface surface;

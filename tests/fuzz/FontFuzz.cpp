@@ -20,8 +20,6 @@ using namespace kivgles;
 using recorder::Expect;
 
 constexpr TagFrameBuffObject TARGET{FBO_HANDLE_BASE + 1, 1, 1, 640, 360};
-constexpr char16_t COMMON_UNITS[] = u"AB f\u2014\u4E2D\xA0";
-constexpr std::size_t EXTRA_UNITS = 4;
 constexpr std::size_t STYLES = 3;  // the first one is the standard atlas's
 
 // Returns the path of a file that is never on a disk, rewritten as often as there are inputs.
@@ -51,8 +49,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
         requests[i].bold = style & 1;
         requests[i].italic = style & 2;
     }
-    std::u16string units = COMMON_UNITS;
-    for (std::size_t i = 0; i < EXTRA_UNITS; ++i) {
+    std::u16string units = u"AB f\u2014\u4E2D\xA0";
+    for (int i = 0; i < 4; ++i) {
         units += static_cast<char16_t>(data.ConsumeIntegral<std::uint16_t>());
     }
 

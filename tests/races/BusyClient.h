@@ -90,9 +90,9 @@ struct BusyClient {
 
 // A surface on a window with eight clients, who share a layer.
 struct BusySurface {
-    explicit BusySurface(ANativeWindow* window) {
+    explicit BusySurface(ANativeWindow* window, const TagKivDisplayInfo& display = {}) {
         unsigned int canvas = 0;
-        EXPECT_EQ(surface.KivCreateGLContext(), 0);
+        EXPECT_EQ(surface.KivCreateGLContextOn(display), 0);
         EXPECT_EQ(surface.KivConnectWindowSurface(window), 0);
         EXPECT_EQ(surface.KivCreateGLFBO(canvas, CANVAS.width, CANVAS.height, KIV_COLOR_FORMAT_RGBA8888), 0);
         for (unsigned int number = 0; number < CLIENTS; ++number) {

@@ -14,7 +14,6 @@
 #include <unistd.h>
 
 #include "races/BusyClient.h"
-#include "soak/Watch.h"
 #include "support/Process.h"
 #include "support/Recorder.h"
 

@@ -1,10 +1,11 @@
 #ifndef KIVGLES_TESTS_SUPPORT_PROCESS_H
 #define KIVGLES_TESTS_SUPPORT_PROCESS_H
 
-// What the test's process holds, as the system counts it.
+// What the test's process holds, as the system counts it, and what it is told by its environment.
 
 #include <chrono>
 #include <cstddef>
+#include <cstdlib>
 #include <filesystem>
 #include <iterator>
 #include <thread>
@@ -24,6 +25,11 @@ inline void AwaitThreadNum(std::size_t most) {
     while (ThreadNum() > most) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
+}
+
+inline unsigned int NumberOf(const char* variable, const char* otherwise) {
+    const char* const set = std::getenv(variable);
+    return static_cast<unsigned int>(std::atoi(set != nullptr ? set : otherwise));
 }
 
 }  // namespace kivgles

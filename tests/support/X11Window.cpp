@@ -22,9 +22,8 @@ X11Window::X11Window(unsigned int width, unsigned int height, X11Connection to)
     XSetWindowAttributes attributes = {};
     attributes.backing_store = Always;
     attributes.override_redirect = True;
-    window =
-        XCreateWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, CopyFromParent,
-                      InputOutput, nullptr, CWBackPixel | CWBackingStore | CWOverrideRedirect, &attributes);
+    window = XCreateSimpleWindow(display, DefaultRootWindow(display), 0, 0, width, height, 0, 0, 0);
+    XChangeWindowAttributes(display, window, CWBackingStore | CWOverrideRedirect, &attributes);
     XMapWindow(display, window);
     XSync(display, False);
 }
@@ -40,23 +39,13 @@ void X11Window::Resize(unsigned int width, unsigned int height) {
 }
 
 bool X11Window::Shows(unsigned long color, int x, int y) const {
-    for (bool isTold = false; Pixels(x, y, 1, 1).front() != color; isTold = true) {
-        if (!isTold) {
-            std::fprintf(stderr, "awaiting #%06lx at %d,%d\n", color, x, y);  // in vain, if nothing follows
-        }
+    std::fprintf(stderr, "awaiting #%06lx at %d,%d\n", color, x, y);
+    for (unsigned long shown = ~color; shown != color;) {
+        XImage* const image = XGetImage(display, window, x, y, 1, 1, AllPlanes, ZPixmap);
+        shown = XGetPixel(image, 0, 0) & 0xFFFFFF;
+        XDestroyImage(image);
     }
     return true;
-}
-
-std::vector<std::uint32_t> X11Window::Pixels(int x, int y, int width, int height) const {
-    XImage* const image = XGetImage(display, window, x, y, static_cast<unsigned int>(width),
-                                    static_cast<unsigned int>(height), AllPlanes, ZPixmap);
-    std::vector<std::uint32_t> pixels;
-    for (int i = 0; i < width * height; ++i) {
-        pixels.push_back(static_cast<std::uint32_t>(XGetPixel(image, i % width, i / width) & 0xFFFFFF));
-    }
-    XDestroyImage(image);
-    return pixels;
 }
 
 }  // namespace kivgles

@@ -1,9 +1,7 @@
 #ifndef KIVGLES_TESTS_SUPPORT_X11WINDOW_H
 #define KIVGLES_TESTS_SUPPORT_X11WINDOW_H
 
-#include <cstdint>
 #include <memory>
-#include <vector>
 
 struct ANativeWindow;
 struct _XDisplay;
@@ -31,9 +29,6 @@ class X11Window {
     // it may still be busy with what the draw thread has sent it. A test that waits in vain is ended by
     // ctest, and has said what it waits for.
     bool Shows(unsigned long color, int x, int y) const;
-
-    // What it shows now: 0xRRGGBB a pixel, row by row.
-    std::vector<std::uint32_t> Pixels(int x, int y, int width, int height) const;
 
  private:
     X11Connection connection;

@@ -14,7 +14,6 @@ import sys
 import zlib
 
 from fontTools.fontBuilder import FontBuilder
-from fontTools.pens.t2CharStringPen import T2CharStringPen
 from fontTools.pens.ttGlyphPen import TTGlyphPen
 from fontTools.ttLib import newTable
 from fontTools.ttLib.tables import ttProgram
@@ -24,6 +23,13 @@ from fontTools.ttLib.tables.sbixGlyph import Glyph as Picture
 from fontTools.ttLib.tables.sbixStrike import Strike
 
 EMPTY = (0, 0, 0, 0, 10)
+
+
+
+def plain(**sizes):
+    """Glyphs of so many columns and rows, each beside the last one."""
+    return {char: (0, 0, width, height, width) for char, (width, height) in sizes.items()}
+
 
 # Character: left edge, bottom edge, width, height, advance.
 FONTS = {
@@ -39,33 +45,20 @@ FONTS = {
     },
     # Rows of 1023 columns: A and B fill one, D would be one column too far beside C, E needs a row of its
     # own, F has no room in any.
-    "rows.ttf": {
-        "A": (0, 0, 510, 10, 510),
-        "B": (0, 0, 511, 30, 511),
-        "C": (0, 0, 600, 20, 600),
-        "D": (0, 0, 422, 5, 422),
-        "E": (0, 0, 1023, 7, 1023),
-        "F": (0, 0, 1024, 9, 1024),
-        "G": (0, 0, 1, 4, 1),
-    },
+    "rows.ttf": plain(A=(510, 10), B=(511, 30), C=(600, 20), D=(422, 5), E=(1023, 7), F=(1024, 9), G=(1, 4)),
     # In the text "A B" the space makes the difference between one row and two; in "A BC" the rows are higher without.
-    "space_breaks_row.ttf": {
-        " ": EMPTY,
-        "A": (0, 0, 501, 10, 501),
-        "B": (0, 0, 520, 30, 520),
-        "C": (0, 0, 500, 30, 500),
-    },
+    "space_breaks_row.ttf": {" ": EMPTY, **plain(A=(501, 10), B=(520, 30), C=(500, 30))},
     # Only the 0 is wide.
     "digits.ttf": {
-        "H": (0, 0, 20, 30, 20),
+        **plain(H=(20, 30)),
         ":": (1, 0, 4, 20, 6),
         "0": (1, 0, 18, 20, 20),
         **{digit: (1, 0, 6, 20, 8) for digit in "123456789"},
     },
     "many.ttf": {chr(code): (2, 0, 20, 20, 24) for code in range(ord("A"), ord("Z") + 1)},
     # A texture of 64 pixels is full with A. No texture has room for C, and the last one is no unit of text.
-    "full.ttf": {"A": (0, 0, 40, 40, 40), "C": (0, 0, 1057, 10, 1057), "\U0001F600": (0, 0, 40, 40, 40)},
-    "overlaps.ttf": {"A": (0, 0, 40, 10, 40)},  # says that its contours may overlap
+    "full.ttf": plain(A=(40, 40), C=(1057, 10), **{"\U0001F600": (40, 40)}),
+    "overlaps.ttf": plain(A=(40, 10)),  # says that its contours may overlap
     "advance.ttf": {"C": (0, 0, 1, 1, 32767)},
     "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
     "no_characters.ttf": {},
@@ -99,37 +92,29 @@ def bitmap_font(depth):
     return "\n".join(lines + ["ENDFONT", ""]).encode()
 
 
-def outline(pen, left, bottom, width, height):
-    if width and height:
-        pen.moveTo((left, bottom))
-        pen.lineTo((left, bottom + height))
-        pen.lineTo((left + width, bottom + height))
-        pen.lineTo((left + width, bottom))
-        pen.closePath()
-
-
 def build(name, glyphs):
-    cff = name.endswith(".otf")
     names = {char: f"u{ord(char):04X}" for char in glyphs}
     boxes = {".notdef": EMPTY, **{names[char]: box for char, box in glyphs.items()}}
-    font = FontBuilder(unitsPerEm=40, isTTF=not cff)
+    font = FontBuilder(unitsPerEm=40)
     font.setupGlyphOrder(list(boxes))
     font.setupCharacterMap({ord(char): glyph for char, glyph in names.items()})
     drawn = {}
-    for glyph, (left, bottom, width, height, advance) in boxes.items():
-        pen = T2CharStringPen(advance, None) if cff else TTGlyphPen(None)
-        outline(pen, left, bottom, width, height)
-        drawn[glyph] = pen.getCharString() if cff else pen.glyph()
+    for glyph, (left, bottom, width, height, _) in boxes.items():
+        pen = TTGlyphPen(None)
+        if width and height:
+            pen.moveTo((left, bottom))
+            pen.lineTo((left, bottom + height))
+            pen.lineTo((left + width, bottom + height))
+            pen.lineTo((left + width, bottom))
+            pen.closePath()
+        drawn[glyph] = pen.glyph()
         if name == "overlaps.ttf" and width:
             drawn[glyph].flags[0] |= flagOverlapSimple
-    if cff:
-        font.setupCFF("Test", {}, drawn, {})
-    else:
-        font.setupGlyf(drawn)
-        # A font with instructions of its own is not hinted automatically: edges stay on their pixels.
-        font.font["fpgm"] = newTable("fpgm")
-        font.font["fpgm"].program = ttProgram.Program()
-        font.font["fpgm"].program.fromAssembly(["PUSHB[ ] 0", "POP[ ]"] * 4)
+    font.setupGlyf(drawn)
+    # A font with instructions of its own is not hinted automatically: edges stay on their pixels.
+    font.font["fpgm"] = newTable("fpgm")
+    font.font["fpgm"].program = ttProgram.Program()
+    font.font["fpgm"].program.fromAssembly(["PUSHB[ ] 0", "POP[ ]"] * 4)
     font.setupHorizontalMetrics({glyph: (box[4], box[0]) for glyph, box in boxes.items()})
     font.setupHorizontalHeader(ascent=30, descent=-10)
     return font.font
@@ -165,22 +150,16 @@ def damaged_font(size):
     return font
 
 
-def main():
-    directory, seeds, damaged = (pathlib.Path(sys.argv[1]) / name for name in ("", "seeds", "damaged"))
-    for folder in (directory, seeds, damaged):
-        folder.mkdir(parents=True, exist_ok=True)
-    for name, glyphs in FONTS.items():
-        build(name, glyphs).save(directory / name)
-    picture_font().save(directory / "pictures.ttf")
-    for depth in (1, 2, 4, 8):
-        (directory / f"bits{depth}.bdf").write_bytes(bitmap_font(depth))
-
-    for name, size in (("map", 16), ("size", 10000)):
-        damaged_font(size).save(damaged / name)
-    for name in ("bearings.ttf", "outlines.otf", "bits1.bdf", "bits2.bdf", "bits8.bdf", "pictures.ttf"):
-        (seeds / name).write_bytes((directory / name).read_bytes() + PARAMETERS)
-    (seeds / "empty").write_bytes(PARAMETERS)
-
-
-if __name__ == "__main__":
-    main()
+directory, seeds, damaged = (pathlib.Path(sys.argv[1]) / name for name in ("", "seeds", "damaged"))
+for folder in (directory, seeds, damaged):
+    folder.mkdir(parents=True, exist_ok=True)
+for name, glyphs in FONTS.items():
+    build(name, glyphs).save(directory / name)
+picture_font().save(directory / "pictures.ttf")
+for depth in (1, 2, 4, 8):
+    (directory / f"bits{depth}.bdf").write_bytes(bitmap_font(depth))
+for name, size in (("map", 16), ("size", 10000)):
+    damaged_font(size).save(damaged / name)
+for name in ("bearings.ttf", "bits1.bdf", "bits2.bdf", "bits8.bdf", "pictures.ttf"):
+    (seeds / name).write_bytes((directory / name).read_bytes() + PARAMETERS)
+(seeds / "empty").write_bytes(PARAMETERS)

@@ -16,35 +16,24 @@ namespace kivgles::window {
 namespace {
 
 using std::chrono::milliseconds;
-using testing::ElementsAre;
-using testing::HasSubstr;
+using testing::ElementsAre, testing::HasSubstr;
 
-WindowOptions Options(const std::string& title, int x) {
-    WindowOptions options;
-    options.title = title;
-    options.size = {120, 100};
-    options.position = Position{x, 40};
-    return options;
-}
+WindowOptions Options(const std::string& title, int x) { return {title, {120, 100}, Position{x, 40}}; }
 
 // A surface that shows one colour.
-class Surface {
- public:
+struct Surface {
     explicit Surface(const Window& window) {
         EXPECT_EQ(surface.KivCreateGLContextOn(window.Display()), 0);
         EXPECT_EQ(surface.KivConnectWindowSurface(window.Native()), 0);
     }
     ~Surface() { EXPECT_EQ(surface.KivDestoryGLContext(), 0); }
 
-    std::uint32_t Width() const { return surface.KivGetWindowWidth(); }
     void Show(const TagKivColorRGBA& color) {
-        surface.KivDrawRect(FBO_HANDLE_BASE,
-                            {0, 0, surface.KivGetWindowWidth(), surface.KivGetWindowHeight()}, color);
+        surface.KivDrawRect(FBO_HANDLE_BASE, {0, 0, 200, 200}, color);  // all over
         surface.KivRefreshOnSrceen();
         EXPECT_EQ(surface.Init(0), 0);  // waits
     }
 
- private:
     KivGLDrawSurface surface;
 };
 
@@ -78,7 +67,7 @@ TEST(Windows, AreDrawnOnResizedTypedIntoAndClosedOneByOne) {
     EXPECT_EQ(left.Size().height, 110);
     onLeft.reset();
     onLeft = std::make_unique<Surface>(left);
-    EXPECT_EQ(onLeft->Width(), 140U);
+    EXPECT_EQ(onLeft->surface.KivGetWindowWidth(), 140U);
     onLeft->Show(BLUE);
     outside::Place("left", 20, 40);
     outside::Await(0x0000FF, 150, 140);
@@ -103,7 +92,7 @@ TEST(Windows, TakeTheSizeThatTheyAreAskedFor) {
     window.Resize({90, 60});
     Await(Event::RESIZED, {&window});
     EXPECT_EQ(window.Size().height, 60);
-    EXPECT_EQ(Surface(window).Width(), 90U);
+    EXPECT_EQ(Surface(window).surface.KivGetWindowWidth(), 90U);
     EXPECT_THROW(window.Resize({90, 0}), std::invalid_argument);
     while (Window::WaitForAny({&window, nullptr, &window}, milliseconds(50)).type != Event::NONE) {
     }
@@ -136,24 +125,22 @@ TEST(Windows, ShowWhatIsBehindThemOrSayThatTheyDoNot) {
     }
 }
 
+std::string Refusal(System system, const std::string& server, Size size) try {
+    WindowOptions options{"refused", size};
+    options.system = system;
+    options.server = server;
+    const Window window(options);
+    return "none";
+} catch (const std::exception& refusal) {
+    return refusal.what();
+}
+
 TEST(Windows, SayWhatIsMissingWhere) {
-    const auto error = [](System system, const std::string& server, Size size) -> std::string {
-        WindowOptions options;
-        options.system = system;
-        options.server = server;
-        options.size = size;
-        try {
-            Window window(options);
-        } catch (const std::exception& refusal) {
-            return refusal.what();
-        }
-        return "none";
-    };
-    EXPECT_EQ(error(System::X11, ":7654", {1, 1}), "no X server at DISPLAY=:7654");
-    EXPECT_EQ(error(System::WAYLAND, "wayland-7654", {1, 1}),
+    EXPECT_EQ(Refusal(System::X11, ":7654", {1, 1}), "no X server at DISPLAY=:7654");
+    EXPECT_EQ(Refusal(System::WAYLAND, "wayland-7654", {1, 1}),
               "no Wayland compositor at WAYLAND_DISPLAY=wayland-7654");
-    EXPECT_EQ(error(System::ANY, "", {0, 1}), "a window cannot be 0 by 1 pixels");
-    EXPECT_EQ(error(System::ANY, "", {1, 32768}), "a window cannot be 1 by 32768 pixels");
+    EXPECT_EQ(Refusal(System::ANY, "", {0, 1}), "a window cannot be 0 by 1 pixels");
+    EXPECT_EQ(Refusal(System::ANY, "", {1, 32768}), "a window cannot be 1 by 32768 pixels");
 }
 
 // Its server is another process, SERVER_PID, and ends in this test.
