@@ -1,6 +1,6 @@
 #include "Pixels.h"
 
-#include <array>
+#include <algorithm>
 #include <cstring>
 #include <new>
 
@@ -34,25 +34,17 @@ std::uint32_t Multiply(std::uint32_t pixel) {
            ((others + (others >> 8 & TWO_CHANNELS)) >> 8 & TWO_CHANNELS);
 }
 
-// 255 by alpha, a little more so that halves are rounded up; 0 for 0. As floating point numbers, because
-// compilers make vectors of those even where the machine is not known to multiply vectors of integers.
-constexpr std::array<float, 256> Reciprocals() {
-    std::array<float, 256> reciprocals{};
-    for (std::size_t alpha = 1; alpha < reciprocals.size(); ++alpha) {
-        reciprocals[alpha] = 255.0003F / static_cast<float>(alpha);
-    }
-    return reciprocals;
-}
-constexpr std::array<float, 256> RECIPROCALS = Reciprocals();
-constexpr float HALF = 0.5F;  // rounds what is not negative, in a way that vectors can
-
+// By floating point numbers, of which compilers make vectors even where the machine is not known to multiply
+// vectors of integers.
 std::uint32_t Divide(std::uint32_t pixel) {
+    constexpr float OPAQUE = 255.0003F;  // a little more, so that halves are rounded up
+    constexpr float NO_ZERO = 1e-6F;
     const int alpha = static_cast<int>(pixel >> 24);
-    const float reciprocal = RECIPROCALS[pixel >> 24];
+    const float reciprocal = OPAQUE / (static_cast<float>(alpha) + NO_ZERO);
     // A channel above alpha is no colour, but must not reach into another channel.
     const auto divide = [&](unsigned int shift) {
         const int channel = std::min(static_cast<int>(pixel >> shift & 0xFF), alpha);
-        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + HALF))
+        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + 0.5F))
                << shift;
     };
     return (pixel & 0xFF000000) | divide(16) | divide(8) | divide(0);
