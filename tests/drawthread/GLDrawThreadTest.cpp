@@ -1,7 +1,4 @@
 #include <atomic>
-#include <chrono>
-#include <fstream>
-#include <functional>
 #include <future>
 #include <string>
 
@@ -9,10 +6,10 @@
 #include <gmock/gmock.h>
 #include <sched.h>
 #include <sys/syscall.h>
-#include <unistd.h>
 
 #include "drawthread/GLDrawThread.h"
 #include "kivgles/KivGLDrawSurface.h"
+#include "support/Process.h"
 #include "support/Recorder.h"
 
 // How often this process has given its turn away.
@@ -28,19 +25,6 @@ namespace {
 
 using testing::ElementsAre, testing::IsEmpty;
 
-constexpr std::chrono::seconds NO_TIME(0);
-
-// A call on a thread of its own, as soon as that sleeps or has ended.
-std::future<int> AsleepIn(const std::function<int()>& call) {
-    std::promise<pid_t> id;
-    std::future<int> end =
-        std::async(std::launch::async, [&id, call] { return id.set_value(gettid()), call(); });
-    const std::string stat = "/proc/self/task/" + std::to_string(id.get_future().get()) + "/stat";
-    for (char state = 'R'; state != 'S' && end.wait_for(NO_TIME) != std::future_status::ready;) {
-        std::ifstream(stat).ignore(100, ')').ignore() >> state;
-    }
-    return end;
-}
 constexpr char FONT[] = KIVGLES_TEST_FONTS "/bearings.ttf";
 constexpr TagKivTextInfo LETTER{u"A", 1, {}, {}, 0, 40, 0, 0, 0};
 
