@@ -263,7 +263,7 @@ struct Font {
 const Font BEARINGS("bearings.ttf", 74, 20,
                     {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20", "25, 0, 8, 10", "34, 0, 6, 4",
                      "41, 0, 10, 10", "52, 0, 10, 10", "63, 0, 10, 10"});
-const Font OUTLINES("outlines.otf", 25, 20, {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20"});
+const Font OUTLINES("outlines.ttf", 25, 20, {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20"});
 
 // Among them are complaints of others.
 inline Calls UploadGlyphs(const std::vector<std::string>& glyphs) {

@@ -42,7 +42,7 @@ SCENARIO(Fonts, SWEPT) {
     const Font spaceBreaksRow("space_breaks_row.ttf", 1022, 40,
                               {"0, 0, 0, 0: null", "1, 0, 501, 10", "0, 10, 520, 30", "521, 10, 500, 30"});
     Begin();
-    LoadFont("outlines.otf", 0).Makes(MakeTextRenderer(), LoadFirstFont(OUTLINES));
+    LoadFont("outlines.ttf", 0).Makes(MakeTextRenderer(), LoadFirstFont(OUTLINES));
     Write(A, WHOLE, {u"A"}).Makes(DrawText(A, STANDARD, {GLYPH_A}));
     LoadFont("missing.ttf").Answers("31", DELETE_ATLAS, FailToLoad("missing.ttf"));
     LoadFont("/dev/null")  // what is no file of bytes is not given to FreeType, nor waited for
@@ -196,7 +196,7 @@ SCENARIO(FontFailures, NOT_SWEPT) {
     const auto fails = [&](const std::string& function, int nth, int status, const std::string& line,
                            const std::string& font) {
         Fail(function, 0, nth);
-        LoadFont("outlines.otf")
+        LoadFont("outlines.ttf")
             .LogsErrors(Line("{}", status), line, Line("E OSDText: Load {} font lib fail {}", font, status));
     };
     Begin();
@@ -207,7 +207,7 @@ SCENARIO(FontFailures, NOT_SWEPT) {
     fails("FT_New_Face", 2, 31, "E FontStyleAtlas: Error loading font face", "dynamic");
     Fail("FT_Set_Pixel_Sizes");
     Fail("FT_Load_Char", 0, 2);  // A's
-    LoadFont("outlines.otf")
+    LoadFont("outlines.ttf")
         .LogsErrors("0", "E FontAtlas: set pixel size fail", "E FontAtlas: Loading character 65 failed!");
     Fail("FT_Set_Pixel_Sizes");
     Write(A, WHOLE, {u"A", 20}).LogsErrors("0", "E FontStyleAtlas: set pixel size fail");
@@ -253,7 +253,7 @@ SCENARIO(SmallTextures, SWEPT) {
                          "45 20 64 38 from 0 18 19 36"}));
     Measure({u"AZ"}).Answers("0, 44 x 50");
     Measure({u"AZ", 30, "i"}).Answers("0, 36 x 50", MeasureStyled(30, ITALIC));
-    LoadFont("outlines.otf").Makes(DELETE_ATLAS, LoadNextFont(OUTLINES));  // has room for all
+    LoadFont("outlines.ttf").Makes(DELETE_ATLAS, LoadNextFont(OUTLINES));  // has room for all
 }
 
 }  // namespace

@@ -25,7 +25,6 @@ from fontTools.ttLib.tables.sbixStrike import Strike
 EMPTY = (0, 0, 0, 0, 10)
 
 
-
 def plain(**sizes):
     """Glyphs of so many columns and rows, each beside the last one."""
     return {char: (0, 0, width, height, width) for char, (width, height) in sizes.items()}
@@ -62,7 +61,7 @@ FONTS = {
     "advance.ttf": {"C": (0, 0, 1, 1, 32767)},
     "spaces.ttf": {" ": EMPTY, "\u00a0": EMPTY},
     "no_characters.ttf": {},
-    "outlines.otf": {" ": EMPTY, "A": (2, 0, 10, 20, 14), "J": (-5, -6, 12, 20, 9)},
+    "outlines.ttf": {" ": EMPTY, "A": (2, 0, 10, 20, 14), "J": (-5, -6, 12, 20, 9)},
 }
 
 # What FontFuzz.cpp takes from the end of its input, last byte first: texture size, size of the standard style, size

@@ -79,6 +79,14 @@ void Resize(const std::string& title, int width, int height) {
     XSync(User(), False);
 }
 
+void Hide(const std::string& title) {
+    if (IsWayland()) {
+        return Sway(title, "move scratchpad");
+    }
+    XUnmapWindow(User(), Find(title));
+    XSync(User(), False);
+}
+
 void Close(const std::string& title) {
     if (IsWayland()) {
         return Sway(title, "kill");

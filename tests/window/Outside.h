@@ -15,6 +15,7 @@ bool IsWayland();
 // On an X server, where a program places its windows itself, it is left to it.
 void Place(const std::string& title, int x, int y);
 void Resize(const std::string& title, int width, int height);
+void Hide(const std::string& title);
 void Close(const std::string& title);
 void PressQ(const std::string& title);
 

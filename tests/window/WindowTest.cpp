@@ -85,6 +85,10 @@ TEST(Windows, AreDrawnOnResizedTypedIntoAndClosedOneByOne) {
     onLeft->Show(GREEN);
     outside::Await(0xFF0000, 210, 50);
     outside::Await(0x00FF00, 30, 50);
+    outside::Hide("again");
+    for (int frame = 0; frame < 5; ++frame) {
+        onRight->Show(BLUE);  // does not wait until it is seen
+    }
 }
 
 TEST(Windows, TakeTheSizeThatTheyAreAskedFor) {
