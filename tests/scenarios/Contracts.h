@@ -1,8 +1,8 @@
 #ifndef KIVGLES_TESTS_SCENARIOS_CONTRACTS_H
 #define KIVGLES_TESTS_SCENARIOS_CONTRACTS_H
 
-// What the order of calls and the log promise, each written out once. Objects have the names that they get in
-// the line that makes them ("glGenTextures(1) = atlas") until one deletes them.
+// What the order of calls and the log promise, each written out once. An object has the name that it gets in
+// the line that makes it ("glGenTextures(1) = atlas") until another one gets it.
 
 #include <string>
 #include <vector>
@@ -265,7 +265,7 @@ const Font BEARINGS("bearings.ttf", 74, 20,
                      "41, 0, 10, 10", "52, 0, 10, 10", "63, 0, 10, 10"});
 const Font OUTLINES("outlines.ttf", 25, 20, {"0, 0, 0, 0: null", "1, 0, 10, 20", "12, 0, 12, 20"});
 
-// Among them are complaints of others.
+// A line of the log stands where the glyph would that it is about.
 inline Calls UploadGlyphs(const std::vector<std::string>& glyphs) {
     Calls calls;
     for (Words glyph : glyphs) {

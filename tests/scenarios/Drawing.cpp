@@ -68,8 +68,7 @@ SCENARIO(Drawing, NOT_SWEPT) {
     Display(c, {0, 15, 20, 15}, {40, 0, 20, 15})
         .Makes(MakeTextureRenderer("OSDFrame"), DisplayTexture(c, WINDOW, "40 0 60 15", "0 15 20 0"));
     Clear(b).Makes(ClearTarget(b));
-    Draw(b, {{0, 0, 8, 48},
-             0xff000080})  // an eighth of the window, so of the layer; the first pixel is on the left
+    Draw(b, {{0, 0, 8, 48}, 0xff000080})  // an eighth of the window, so of the layer; first pixel left
         .Makes(MakeTextureRenderer("OSDBitmap"), DrawBitmap(b, "0 0 4 16"));
     Blend(b, {{0, 24, 8, 24}, 0x00ff0080}).Makes(BlendBitmap(b, "0 8 4 16"));
     Draw(b, {{0, 0, 4294967295, 1}, WHITE, 0, 5, 0})  // of no size, nothing is read

@@ -96,14 +96,17 @@ constexpr int NOT_FOUND = 101;  // a window or a layer
 constexpr int NO_CONTEXT = 102;
 constexpr int NO_TEXT = 103;  // renderer
 
-// The second pixel has the first one's colour with red and blue exchanged. A copy has the original's pixels.
-struct Bitmap : TagKivBitmapInfo {
-    Bitmap(const TagKivRectInfo& rect, Color color = BLUE, unsigned int columns = 2, unsigned int rows = 1,
-           int pixelFormat = KIV_COLOR_FORMAT_RGBA8888)
-        : TagKivBitmapInfo{&pixels[0].r, pixelFormat, 0, 0, columns, rows, rect},
-          pixels{Components(color), {pixels[0].b, pixels[0].g, pixels[0].r, pixels[0].a}} {}
+struct Bitmap {
+    // NOLINTNEXTLINE(google-explicit-constructor): is given as one
+    operator TagKivBitmapInfo() const { return {&pixels[0].r, format, 0, 0, columns, rows, rect}; }
 
-    TagKivColorRGBA pixels[2];
+    TagKivRectInfo rect;
+    Color color = BLUE;
+    unsigned int columns = 2;
+    unsigned int rows = 1;
+    int format = KIV_COLOR_FORMAT_RGBA8888;
+    // The second one has red and blue exchanged.
+    TagKivColorRGBA pixels[2] = {Components(color), {pixels[0].b, pixels[0].g, pixels[0].r, pixels[0].a}};
 };
 
 // Styles are b, i and u. The text ends with a 0, unless the length that it claims says where. Its pointer may
@@ -224,7 +227,10 @@ class Scenario {
     Came Queue(const char* name, Member member, const Arguments&... arguments) {
         return Take(name, [=] {
             const int result = (surface.get()->*member)(Arguments(arguments)...);
-            return result == NO_CONTEXT ? result : ((void)surface->Init(0), result);
+            if (result != NO_CONTEXT) {
+                (void)surface->Init(0);
+            }
+            return result;
         });
     }
     void Judge(const Step& expected) { isOver ? void() : judge(expected); }
