@@ -65,7 +65,7 @@ TEST(Semaphore, LetsOneWaitThroughForEachSignalAndTheNextOneSleepAndNotYield) {
     semaphore.Signal();
     semaphore.Wait();
     semaphore.Wait();
-    const std::future<int> third = AsleepIn([&] { return semaphore.Wait(), 0; });
+    const std::future<void> third = AsleepIn([&] { semaphore.Wait(); });
     EXPECT_EQ(third.wait_for(NO_TIME), std::future_status::timeout);
     semaphore.Signal();
     third.wait();
@@ -94,8 +94,9 @@ TEST(FirstText, KeepsMeasurementsWaitingForItsFontButNoQueuedCallAndNoLookUp) {
     recorder::Fail("glCreateProgram");
     ASSERT_EQ(surface.KivLoadFont(FONT, 40), 20);  // named, and not yet loaded
 
-    static std::promise<void> loads;
-    static std::promise<void> goesOn;
+    static std::promise<void> loads, goesOn;
+    loads = std::promise<void>();  // also when the test is repeated
+    goesOn = std::promise<void>();
     __android_log_set_logger([](const __android_log_message* line) {
         if (line->message == std::string("Generated a 74 x 20 (1 kb) texture atlas\n")) {
             loads.set_value();

@@ -194,7 +194,7 @@ TEST(Screen, KeepsNobodyOutForLongAndWaitsForThoseWhoWait) {
     });
     isIn.get_future().wait();
     bitmaps.clear();
-    auto waits = AsleepIn([&] { return layer.Draw(Canvas({1, 1}), 0, 0), 0; });
+    auto waits = AsleepIn([&] { layer.Draw(Canvas({1, 1}), 0, 0); });
     mayGoOn.set_value();
     waits.get();
     stage->screen.Reconnect(stage->window.Native());

@@ -9,11 +9,11 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <future>
 #include <iterator>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include <unistd.h>
 
@@ -37,16 +37,21 @@ inline void AwaitThreadNum(std::size_t most) {
 inline constexpr std::chrono::seconds NO_TIME(0);
 
 // A call on a thread of its own, as soon as that sleeps or has ended.
-inline std::future<int> AsleepIn(const std::function<int()>& call) {
-    std::promise<pid_t> id;
-    std::future<int> end =
-        std::async(std::launch::async, [&id, call] { return id.set_value(gettid()), call(); });
-    const std::string stat = "/proc/self/task/" + std::to_string(id.get_future().get()) + "/stat";
+template <typename Call>
+auto AsleepIn(const Call& call) {
+    std::promise<pid_t> told;
+    std::future<pid_t> id = told.get_future();
+    auto end = std::async(std::launch::async, [told = std::move(told), call]() mutable {
+        told.set_value(gettid());
+        return call();
+    });
+    const std::string stat = "/proc/self/task/" + std::to_string(id.get()) + "/stat";
     for (char state = 'R'; state != 'S' && end.wait_for(NO_TIME) != std::future_status::ready;) {
         std::ifstream(stat).ignore(100, ')').ignore() >> state;
     }
     return end;
 }
+
 inline unsigned int NumberOf(const char* variable, const char* otherwise) {
     const char* const set = std::getenv(variable);
     return static_cast<unsigned int>(std::atoi(set != nullptr ? set : otherwise));
