@@ -25,7 +25,7 @@ namespace {
 constexpr unsigned int WINDOWS = 8;
 using Numbers = std::bitset<WINDOWS>;
 
-// A window and its surface, which ends first.
+// A window, of whose size a driver sends a picture at once, and its surface, which ends first.
 struct Painted {
     Painted(unsigned int windowNumber, const X11Connection& connection)
         : number(windowNumber),
@@ -52,7 +52,8 @@ constexpr std::size_t HEAP_GROWTH = 1024;
 constexpr std::size_t RESIDENT_GROWTH = 16384;
 
 // Does something so many times, and looks at the process's memory after each tenth of them. The driver may
-// take its time to reach its most; in the second half nothing may be added, unless a few times say nothing.
+// take its time to reach its most; in the second half nothing may be added. A few times say nothing, nor does
+// the heap of a sanitizer, which keeps what is freed, and of which mallinfo2 knows nothing.
 template <typename Do>
 void Watch(unsigned int times, const Do& something) {
     std::size_t mostHeap = 0;
@@ -69,7 +70,7 @@ void Watch(unsigned int times, const Do& something) {
                 mostHeap = std::max(mostHeap, heap + HEAP_GROWTH);
                 mostResident = std::max(mostResident, resident + RESIDENT_GROWTH);
             }
-            EXPECT_TRUE(times < 20 || (heap <= mostHeap && resident <= mostResident));
+            EXPECT_TRUE(times < 20 || heap == 0 || (heap <= mostHeap && resident <= mostResident));
         }
     }
 }
