@@ -32,10 +32,11 @@ SCENARIO(Life, SWEPT) {
     const std::string noTable = "E GLDrawThread: FBO manager is nullptr or param is invalid";
     Clear({"0x10001"}).Makes(noTable);
     Drop({"0x10001"}).Answers("100", noTable);
+    Init(ENABLE_FBO_MANAGER).Makes();
+    Clear(WINDOW).Makes(ClearTarget({"window", 1920, 1080}));  // none is connected yet
     Init(0x7f).Makes(MakeTextRenderer(), MakeTextureRenderer("OSDBlit"), MakeTextureRenderer("OSDBitmap"),
                      MakeTextureRenderer("OSDFrame"), MakeFlatRenderer("OSDRect"),
                      MakeFlatRenderer("OSDRound"));
-    Clear(WINDOW).Makes(ClearTarget({"window", 1920, 1080}));  // none is connected yet
     Destroy().Makes(EndContext("pbuffer", {DeleteRenderer("OSDText"), "W FontStyleAtlas: ~FontStyleAtlas",
                                            "W FontAtlas: ~FontAtlas", deleteOthers}));
     Renew().Makes("E KivGLDrawSurface: GLContext isn't created");
