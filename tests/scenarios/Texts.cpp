@@ -103,6 +103,9 @@ SCENARIO(Texts, SWEPT) {
                         {"0 27 13 43 from 0 0 13 16", "4 30 13 38 from 14 0 23 8",
                          "22 20 28 23 from 24 0 30 3", "23 23 34 38 from 31 0 42 15"}),
                FillRectangle(A, WHITE, "0 40 64 42"));
+    Write(A, WHOLE, {u"A", 40, "bi"})
+        .Makes(DELETE_STYLED_ATLAS, DrawStyled(40, ITALIC), FillStyledAtlas(18, 21, {"0, 0, 17, 21"}),
+               DrawText(A, STYLED, {"1 17 18 38 from 0 0 17 21"}));
     Write(A, WHOLE, {u"A"}).Makes(DrawText(A, STANDARD, {GLYPH_A}));  // again in the standard style
     Measure({u"AJKLMQR"}).Answers("0, 74 x 50");
     Measure({u"AJKLMR", 0}).Answers("0, 65 x 50", MeasureStyled(40));

@@ -32,8 +32,9 @@ TEST(Conversions, TakeNoNumberForANegativeOneAndTouchNothingWhereTheTargetHasNoS
     EXPECT_EQ(Converted({1, 2, 3, 4}, 8, 0), untouched);
     EXPECT_EQ(recorder::Log("E KivGLDrawSurface: param is invalid\n").size(), 6U);
     TagGLTextInfo text{};
-    KivGLDrawSurface().SetTextInfo({nullptr, 0, {}, {}, 3, 0, 0, 4, 0}, text);
-    EXPECT_EQ(text.reserved, 3);  // which nothing that is drawn tells
+    KivGLDrawSurface().SetTextInfo({nullptr, 0, {}, {0, 2, 0, 0}, 3, 0, 0, 4, 0}, text);
+    EXPECT_EQ(text.bgColor.g, 2 / 255.0F);  // of which nothing that is drawn tells
+    EXPECT_EQ(text.reserved, 3);
     EXPECT_EQ(text.underline, 4);
 }
 
