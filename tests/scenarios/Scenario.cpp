@@ -87,27 +87,16 @@ Calls Calls::Beginning(const std::string& words) const {
     return found;
 }
 
-Text::Text(const std::optional<std::u16string>& text, unsigned int size, const std::string& style,
-           Color background, Color color, std::optional<std::uint32_t> length) {
-    const auto has = [&style](char letter) { return style.find(letter) != std::string::npos; };
-    if (text) {
-        const bool isEnded = !length || *length > text->size();
-        units.assign(text->c_str(), text->c_str() + text->size() + (isEnded ? 1 : 0));
-    }
-    info = {nullptr,
-            length.value_or(static_cast<std::uint32_t>(text.value_or(u"").size())),
-            Components(color),
-            Components(background),
-            0,
-            size,
-            has('b'),
-            has('u'),
-            has('i')};
+std::vector<char16_t> Text::Units() const {
+    const std::u16string given = text.value_or(u"");
+    const bool isEnded = !length || *length > given.size();
+    return {given.c_str(), given.c_str() + given.size() + (isEnded ? 1 : 0)};
 }
 Text::operator TagKivTextInfo() const {
-    TagKivTextInfo given = info;
-    given.text = units.empty() ? nullptr : units.data();
-    return given;
+    const auto has = [this](char letter) { return style.find(letter) != std::string::npos; };
+    const auto* const given = text ? units.data() : nullptr;
+    const auto claimed = length.value_or(static_cast<std::uint32_t>(text.value_or(u"").size()));
+    return {given, claimed, Components(color), Components(background), 0, size, has('b'), has('u'), has('i')};
 }
 
 Scenario::Scenario() {

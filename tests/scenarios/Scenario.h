@@ -111,15 +111,17 @@ struct Bitmap {
 
 // Styles are b, i and u. The text ends with a 0, unless the length that it claims says where. Its pointer may
 // be null.
-class Text {
- public:
-    Text(const std::optional<std::u16string>& text, unsigned int size = 40, const std::string& style = "",
-         Color background = NONE, Color color = WHITE, std::optional<std::uint32_t> length = {});
+struct Text {
     operator TagKivTextInfo() const;  // NOLINT(google-explicit-constructor): is given as one
+    std::vector<char16_t> Units() const;
 
- private:
-    std::vector<char16_t> units;
-    TagKivTextInfo info{};
+    std::optional<std::u16string> text;
+    unsigned int size = 40;
+    std::string style = {};
+    Color background = NONE;
+    Color color = WHITE;
+    std::optional<std::uint32_t> length = {};
+    std::vector<char16_t> units = Units();
 };
 
 struct Step {
