@@ -15,13 +15,13 @@
 
 // What the core was given: 1 for the window, 0 for a layer; where to; the first pixel, 0xAABBGGRR.
 static std::vector<std::array<std::uint32_t, 6>> bitmaps;
-static std::function<void()> onHandOver = [] {};  // under the screen's lock
+static std::function<void()> onHandOver = [] {};  // the next time only, under the screen's lock
 
 int kivgles::KivGLDrawSurface::KivDrawBitmap(unsigned int handle, const TagKivBitmapInfo& bitmap) noexcept {
     const auto& [x, y, width, height] = bitmap.dstRect;
     const std::uint32_t first = *reinterpret_cast<const std::uint32_t*>(bitmap.data);
     bitmaps.push_back({handle == FBO_HANDLE_BASE, x, y, width, height, first});
-    onHandOver();
+    std::exchange(onHandOver, [] {})();
     return recorder::Next<int(KivGLDrawSurface*, unsigned int, const TagKivBitmapInfo&)>(
         "_ZN7kivgles16KivGLDrawSurface13KivDrawBitmapEjRKNS_16TagKivBitmapInfoE")(this, handle, bitmap);
 }
@@ -176,11 +176,9 @@ TEST(Screen, KeepsNobodyOutForLongAndWaitsForThoseWhoWait) {
     }
     EXPECT_GE(recorder::Counts()["glDrawArrays"], 2000 - 300) << "or a client could queue without bound";
     std::promise<void> isIn, mayGoOn;
-    onHandOver = [&, isFirst = true]() mutable {
-        if (std::exchange(isFirst, false)) {
-            isIn.set_value();
-            mayGoOn.get_future().wait();
-        }
+    onHandOver = [&] {
+        isIn.set_value();
+        mayGoOn.get_future().wait();
     };
     auto busy = std::async(std::launch::async, [&, &screen = stage->screen] {
         const Canvas canvas({2, 2});
@@ -201,7 +199,6 @@ TEST(Screen, KeepsNobodyOutForLongAndWaitsForThoseWhoWait) {
     stage.reset();
     EXPECT_NE(busy.get(), "");
     EXPECT_EQ(bitmaps.front()[3], 1U) << "who waits comes before who comes again";
-    onHandOver = [] {};
     EXPECT_NE(ErrorOf([&] { layer.Clear(); }), "") << "outlives its screen";
 }
 
