@@ -66,7 +66,8 @@ void Watch(unsigned int times, const Do& something) {
             std::size_t resident = 0;
             std::ifstream("/proc/self/statm") >> resident >> resident;  // the second number, of pages
             resident *= static_cast<std::size_t>(sysconf(_SC_PAGESIZE)) / 1024;
-            std::printf("soak: %8u rounds, %zu KiB of heap, %zu KiB resident\n", done, heap, resident);
+            std::fprintf(stderr, "soak: %8u rounds, %zu KiB of heap, %zu KiB resident\n", done, heap,
+                         resident);
             if (done <= times / 2) {
                 mostHeap = std::max(mostHeap, heap + HEAP_GROWTH);
                 mostResident = std::max(mostResident, resident + RESIDENT_GROWTH);
@@ -78,7 +79,6 @@ void Watch(unsigned int times, const Do& something) {
 
 TEST(Windows, GoOnWhileOthersOfTheProcessComeAndGo) {
     __android_log_set_logger([](const __android_log_message*) {});
-    std::setvbuf(stdout, nullptr, _IOLBF, 0);
     mallopt(M_ARENA_MAX, 1);  // mallinfo2 tells of one heap
     mallopt(M_MMAP_MAX, 0);
     const std::array connections{ConnectToX11(), ConnectToX11(), ConnectToX11(std::getenv("OTHER_DISPLAY"))};
