@@ -67,6 +67,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t siz
             (void)text.DrawText(TARGET, request, -0.5F, 0.0F);
         }
     }
-    Expect(recorder::LiveNum() == 0, "GL objects are left behind");
+    Expect(recorder::Live().empty(), "GL objects are left behind");
     return 0;
 }

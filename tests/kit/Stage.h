@@ -31,7 +31,7 @@ std::string ErrorOf(Act act) try {
 
 // A window, of more than the 16 KiB that a driver may hold back among requests, with a screen and a layer.
 struct Stage {
-    explicit Stage(unsigned int width = 120, unsigned int height = 60) : window(width, height) {
+    Stage() : window(120, 60) {
         screen.Connect(window.Native());
         layer = std::make_unique<Layer>(screen, screen.Size());
     }
