@@ -108,6 +108,10 @@ TEST(Canvas, OutlivesWhatAClientDoesToItsContextsAndSaysWhatIsWrong) {
     EXPECT_EQ(make({40, 0}), "-1 Canvas: 40 by 0 pixels hold nothing");
     EXPECT_EQ(make({1, 32768}), "-2 Canvas: 1 by 32768 pixels are more than 32767 on a side");
     EXPECT_EQ(ErrorOf([&] { own.Draw(Image(), Rect()); }), "-1 Canvas::Draw: the image has no pixels");
+    EXPECT_EQ(ErrorOf([&] {
+                  own.Draw({PIXELS, {0, 1}}, Rect());
+              }),
+              "-1 Canvas::Draw: the image: 0 by 1 pixels hold nothing");
     EXPECT_EQ(ErrorOf([&] { own.Draw(own, Point()); }),
               "-1 Canvas::Draw: a canvas cannot be drawn into itself");
     EXPECT_EQ(ErrorOf([&] { own.WritePng("/"); }).find("-5 Canvas::WritePng: /: "), 0U);

@@ -49,7 +49,7 @@ TEST(Text, StandsAndLooksAsItsPropertiesSayInFontsThatAnyThreadAdds) {
 
 TEST(Text, IsMeasuredAsItIsDrawnAndCutToTheLinesThatFit) {
     const Text text(20, WHITE), wrapped = text.Wrapped();
-    const int width = text.Measure("AVAT 1.0\nb").width;
+    const int width = text.Measure("AVAT 1.0\r\nb").width;
     const std::string page(10000000, 'x'), bad(10000000, '\x80');
     const std::tuple<Text, std::string_view, Size, int> rows[] = {
         {text, "", Text::UNLIMITED, 0},  // lines, below 0: something was left out
