@@ -39,12 +39,13 @@ std::uint32_t Multiply(std::uint32_t pixel) {
 std::uint32_t Divide(std::uint32_t pixel) {
     constexpr float OPAQUE = 255.0003F;  // a little more, so that halves are rounded up
     constexpr float NO_ZERO = 1e-6F;
+    constexpr float HALF = 0.5F;  // rounds what is not negative, in a way that vectors can
     const int alpha = static_cast<int>(pixel >> 24);
     const float reciprocal = OPAQUE / (static_cast<float>(alpha) + NO_ZERO);
     // A channel above alpha is no colour, but must not reach into another channel.
     const auto divide = [&](unsigned int shift) {
         const int channel = std::min(static_cast<int>(pixel >> shift & 0xFF), alpha);
-        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + 0.5F))
+        return static_cast<std::uint32_t>(static_cast<int>(static_cast<float>(channel) * reciprocal + HALF))
                << shift;
     };
     return (pixel & 0xFF000000) | divide(16) | divide(8) | divide(0);
