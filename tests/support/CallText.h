@@ -137,8 +137,9 @@ inline std::string Row(const GLubyte* rgba, int width) {
     std::string former;
     for (int x = 0; x < width; ++x) {
         GLubyte rounded[4];
-        std::transform(rgba + 4 * x, rgba + 4 * (x + 1), rounded,
-                       [](int component) { return std::min((component + 4) / 8 * 8, 255); });
+        for (int i = 0; i < 4; ++i) {
+            rounded[i] = static_cast<GLubyte>(std::min((rgba[4 * x + i] + 4) / 8 * 8, 255));
+        }
         const std::string color = Hex(rounded);
         text += color == former ? "" : (x == 0 ? "" : " ") + std::to_string(x) + " " + color;
         former = color;
