@@ -36,7 +36,8 @@ OWN_LIMIT = 2
 PEER_LIMIT = 4
 
 GROWTH_ROUNDS = 3  # curves need less than the table
-IN_PROCESS_SECONDS = 0.01  # of what is measured; what lies between, ticks being drawn, takes a thousand times as long
+BURST_SECONDS = 0.01  # of what is measured; what lies between, ticks being drawn, takes a thousand times as long
+CANVAS_SECONDS = 0.5
 
 
 @dataclasses.dataclass
@@ -186,12 +187,12 @@ def run(measure, effort, rounds):
     return samples
 
 
-def run_in_process(effort, program, *arguments):
+def run_in_process(effort, program, seconds, *arguments):
     """The Google Benchmark results by name: nanoseconds, and what the system had to do for a tick of a burst."""
     output = subprocess.run(
         [effort.programs / program, "--benchmark_format=json",
          "--benchmark_enable_random_interleaving=true",
-         f"--benchmark_min_time={IN_PROCESS_SECONDS}", f"--benchmark_repetitions={effort.rounds}", *arguments],
+         f"--benchmark_min_time={seconds}", f"--benchmark_repetitions={effort.rounds}", *arguments],
         env=ENVIRONMENT, check=True, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
     results = {}
     bursts = {}
@@ -230,7 +231,7 @@ def main():
             results["kit"][measure.name] = run(measure, effort, effort.rounds)
     if effort.only is None or effort.only in "canvases":
         print("bench: canvases", flush=True)
-        results["canvases"], _ = run_in_process(effort, "bench_kit_inprocess")
+        results["canvases"], _ = run_in_process(effort, "bench_kit_inprocess", CANVAS_SECONDS)
     if effort.only is None:
         for curve, points in growth_measures().items():
             print(f"bench: {curve}", flush=True)
@@ -238,7 +239,7 @@ def main():
                 {"x": x, "samples": run(measure, effort, min(effort.rounds, GROWTH_ROUNDS))}
                 for x, measure in points]
         print("bench: in process", flush=True)
-        results["in process"], results["bursts"] = run_in_process(effort, "bench_inprocess", DEJAVU)
+        results["in process"], results["bursts"] = run_in_process(effort, "bench_inprocess", BURST_SECONDS, DEJAVU)
 
     (effort.output / "samples.json").write_text(json.dumps(results, indent=1), encoding="utf-8")
     report.write(results, effort.output)

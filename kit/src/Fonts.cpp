@@ -138,8 +138,11 @@ Handle<PangoLayout> Fonts::NewLayout(const PangoFontDescription* font, const std
 }
 
 FontMetrics Fonts::Metrics(const PangoFontDescription* font, const std::string& language) {
-    const Handle<char> description(pango_font_description_to_string(font));
-    const std::string key = language + '\n' + description.get();
+    // Pango's own words for a font take it longer than all else that is done here.
+    const std::string key = language + '\n' + pango_font_description_get_family(font) + '\n' +
+                            std::to_string(pango_font_description_get_size(font)) + ' ' +
+                            std::to_string(pango_font_description_get_weight(font)) + ' ' +
+                            std::to_string(pango_font_description_get_style(font));
     if (metrics.size() >= MAX_METRICS) {
         metrics.clear();
     }
