@@ -1,8 +1,7 @@
 #ifndef KIVGLES_TESTS_SUPPORT_PROCESS_H
 #define KIVGLES_TESTS_SUPPORT_PROCESS_H
 
-// What the test's process holds and its threads do, as the system has it, and what it is told by its
-// environment.
+// What the test's process holds, its threads do, and its environment says.
 
 #include <chrono>
 #include <cstddef>
