@@ -235,7 +235,11 @@ class Scenario {
             return result;
         });
     }
-    void Judge(const Step& expected) { isOver ? void() : judge(expected); }
+    void Judge(const Step& expected) {
+        if (!isOver) {
+            judge(expected);
+        }
+    }
     unsigned int Handle(const Target& target) const;
     void ForgetContext();
 

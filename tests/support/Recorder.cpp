@@ -113,9 +113,10 @@ bool Enter(Function& function) {
 }
 
 void BeginCall(const std::string& text) {
-    callAtWork = text.empty()
-                     ? 0
-                     : Locked([&](State& state) { return state.lines.push_back(text), state.lines.size(); });
+    callAtWork = text.empty() ? 0 : Locked([&](State& state) {
+        state.lines.push_back(text);
+        return state.lines.size();
+    });
 }
 
 void AddLine(const std::string& text) {

@@ -78,7 +78,8 @@ void SetWords(GLsizei size, GLchar* text) {
 }
 
 GLint Located(const char* kind, GLuint program, const char* name, GLint location) {
-    return seen.variables[{kind, program, location}] = name, location;
+    seen.variables[{kind, program, location}] = name;
+    return location;
 }
 
 // --- What is drawn ---
