@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <new>
 
 #include "Pixels.h"
 
@@ -84,39 +83,39 @@ PixelRect CanvasState::Touched(const Rect& area) const {
             cut(std::ceil(area.y + area.height), size.height) - y};
 }
 
-// Too many parts become one around all of them, which costs little more.
+// Too many parts become one around all of them. Where memory ran out Take finds a region that is none.
 void CanvasState::Changed(const PixelRect& rect) {
     const cairo_rectangle_int_t part = {rect.x, rect.y, rect.width, rect.height};
-    for (const auto& [receiver, region] : missing) {
-        if (cairo_region_union_rectangle(region.get(), &part) != CAIRO_STATUS_SUCCESS) {
-            throw std::bad_alloc();
-        }
-        if (cairo_region_num_rectangles(region.get()) > MAX_PARTS) {
-            cairo_rectangle_int_t around;
-            cairo_region_get_extents(region.get(), &around);
-            (void)cairo_region_union_rectangle(region.get(), &around);
+    for (const auto& receiver : receivers) {
+        const Receiver missing = receiver.lock();
+        if (missing != nullptr) {
+            (void)cairo_region_union_rectangle(missing.get(), &part);
+            if (cairo_region_num_rectangles(missing.get()) > MAX_PARTS) {
+                cairo_rectangle_int_t around;
+                cairo_region_get_extents(missing.get(), &around);
+                (void)cairo_region_union_rectangle(missing.get(), &around);
+            }
         }
     }
 }
 
 std::vector<PixelRect> CanvasState::Take(Receiver& receiver) {
-    const auto isGone = [](const Missing& part) { return part.receiver.expired(); };
-    missing.erase(std::remove_if(missing.begin(), missing.end(), isGone), missing.end());
-    const auto isIts = [&](const Missing& part) { return receiver && part.receiver.lock() == receiver; };
-    auto found = std::find_if(missing.begin(), missing.end(), isIts);
-    if (found == missing.end()) {
-        receiver = std::make_shared<int>();  // what it took over before forgets it
-        const cairo_rectangle_int_t whole = {0, 0, size.width, size.height};
-        found =
-            missing.insert(found, {receiver, Handle<cairo_region_t>(cairo_region_create_rectangle(&whole))});
-    }
+    const auto isIt = [&](const auto& other) { return other.lock() == receiver; };
     std::vector<PixelRect> parts;
-    cairo_rectangle_int_t part;
-    for (int i = 0; i < cairo_region_num_rectangles(found->region.get()); ++i) {
-        cairo_region_get_rectangle(found->region.get(), i, &part);
-        parts.push_back({part.x, part.y, part.width, part.height});
+    if (receiver == nullptr || std::none_of(receivers.begin(), receivers.end(), isIt) ||
+        cairo_region_status(receiver.get()) != CAIRO_STATUS_SUCCESS) {
+        parts = {Whole(size)};
+    } else {
+        cairo_rectangle_int_t part;
+        for (int i = 0; i < cairo_region_num_rectangles(receiver.get()); ++i) {
+            cairo_region_get_rectangle(receiver.get(), i, &part);
+            parts.push_back({part.x, part.y, part.width, part.height});
+        }
     }
-    found->region.reset(cairo_region_create());
+    receiver.reset(cairo_region_create(), cairo_region_destroy);  // its former picture forgets it
+    const auto isGone = [](const auto& other) { return other.expired(); };
+    receivers.erase(std::remove_if(receivers.begin(), receivers.end(), isGone), receivers.end());
+    receivers.push_back(receiver);
     return parts;
 }
 

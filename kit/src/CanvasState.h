@@ -37,14 +37,13 @@ class CanvasState {
 
     void Changed(const PixelRect& rect);  // inside of the picture
 
-    // Stands for one who shows pictures, and for what it has got: null for nothing.
-    using Receiver = std::shared_ptr<const int>;
+    // Belongs to one who shows pictures: what it has not got yet of the one that it took over last, or null.
+    using Receiver = std::shared_ptr<cairo_region_t>;
     // For a receiver that is about to take over what it lacks: never less than what has changed, sometimes
     // more, and everything if what it took over last was another picture. Disjoint.
     std::vector<PixelRect> Take(Receiver& receiver);
 
-    // For the client, who may leave it in any state, to paint there, which counts as changed; the former one
-    // is gone.
+    // For the client, who may leave it in any state. The area counts as changed; the former one is gone.
     cairo_t* ClientContext(const Rect& area);
     cairo_surface_t* Surface() const { return surface.get(); }
 
@@ -87,16 +86,11 @@ class CanvasState {
     bool Touch(double reach);
     void Check() const;
 
-    struct Missing {
-        std::weak_ptr<const int> receiver;
-        Handle<cairo_region_t> region;
-    };
-
     const Handle<cairo_surface_t> surface;
     Handle<cairo_t> context;
     const char* operation = "";
     Handle<cairo_t> clientContext;  // on a surface of its own, of the same pixels
-    std::vector<Missing> missing;
+    std::vector<std::weak_ptr<cairo_region_t>> receivers;
 };
 
 }  // namespace kivgles::kit

@@ -70,9 +70,8 @@ enum Spare : std::size_t { PART, SCALED, PICTURE, SPARE_NUM };
 // The surface of the core with what has to be set up again on a new one: window, layers and what is shown.
 //
 // Of a canvas that is shown a copy is kept, in the core's order of bytes, so that it can be shown again when
-// the canvas has been painted since or is gone. What has changed goes into a spare layer of the window's
-// size, and that onto the window; where much changes every time, or the size is another one, all of it goes
-// straight onto the window.
+// the canvas has been painted since or is gone. What is different from it goes into a spare layer of the
+// window's size, and that onto the window; much, every time, or another size goes straight onto the window.
 //
 // Owner:  a Screen and its layers together, so that they may go in any order. After Close, or while a window
 //         could not be connected, there is no surface, and what needs one throws NOT_CONNECTED.

@@ -12,13 +12,15 @@ void Device::Show(CanvasState& canvas) {
     (void)Surface();  // without a window everything stays as it is
     Resize(copy, canvas.size, operation);
     copySize = canvas.size;
-    const std::vector<PixelRect> changed = canvas.Take(receiver);
     const PixelView view = ViewOf(canvas);
+    std::vector<PixelRect> changed;
     std::int64_t area = 0;
-    for (const PixelRect& part : changed) {
-        Convert(view, part, Format::PREMULTIPLIED, &copy[Offset(part.x, part.y, copySize.width)],
-                copySize.width);
-        area += Area(part);
+    for (const PixelRect& painted : canvas.Take(receiver)) {
+        const PixelRect part = Update(view, painted, copy.data());
+        if (!IsEmpty(part)) {
+            changed.push_back(part);
+            area += Area(part);
+        }
     }
     if (area > 0) {
         largeInARow = 4 * area > Area(Whole(copySize)) ? largeInARow + 1 : 0;

@@ -66,8 +66,7 @@ struct Placing {
 constexpr Placing DRAW = {"Layer::Draw", &KivGLDrawSurface::KivDrawBitmap, Format::PREMULTIPLIED};
 constexpr Placing BLEND = {"Layer::Blend", &KivGLDrawSurface::KivDrawBitmapByBlend, Format::STRAIGHT};
 
-// A rectangle of a layer as the core takes it for a bitmap: as if the layer had the window's size. False if
-// that does not come out even.
+// A rectangle of a layer as the core takes it for a bitmap, as if of the window's size. False if not even.
 bool ForBitmap(const PixelRect& rect, const Size& layer, const Size& window, TagKivRectInfo& converted) {
     bool isEven = true;
     const auto convert = [&isEven](int number, int from, int to) {

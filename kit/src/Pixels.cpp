@@ -13,8 +13,7 @@ namespace {
 
 constexpr std::size_t BYTES = 4;  // of a pixel
 
-// In between a pixel is a number 0xAARRGGBB; two of its channels are computed at a time, with room above
-// each.
+// In between a pixel is a number 0xAARRGGBB; two channels are computed at a time, with room above each.
 constexpr std::uint32_t TWO_CHANNELS = 0x00FF00FF;
 
 static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "Cairo's numbers are bytes B, G, R, A");
@@ -23,6 +22,12 @@ static_assert(__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__, "Cairo's numbers are by
 std::uint32_t Reordered(std::uint32_t pixel) {
     const std::uint32_t redAndBlue = pixel & TWO_CHANNELS;
     return (pixel & ~TWO_CHANNELS) | redAndBlue >> 16 | redAndBlue << 16;
+}
+
+std::uint32_t Load(const std::uint8_t* pixel) {
+    std::uint32_t number = 0;
+    std::memcpy(&number, pixel, BYTES);  // bytes need not be aligned
+    return number;
 }
 
 // Channels times alpha by 255, to the nearest.
@@ -56,8 +61,7 @@ void ConvertRow(const std::uint8_t* from, std::uint8_t* to, std::size_t pixelNum
     constexpr bool WAS_STRAIGHT = FROM == Format::STRAIGHT;
     constexpr bool BECOMES_STRAIGHT = TO == Format::STRAIGHT;
     for (std::size_t i = 0; i < pixelNum; ++i) {
-        std::uint32_t pixel = 0;
-        std::memcpy(&pixel, from + BYTES * i, BYTES);  // bytes need not be aligned
+        std::uint32_t pixel = Load(from + BYTES * i);
         pixel = FROM == Format::CAIRO ? pixel : Reordered(pixel);
         pixel = WAS_STRAIGHT && !BECOMES_STRAIGHT ? Multiply(pixel) : pixel;
         pixel = BECOMES_STRAIGHT && !WAS_STRAIGHT ? Divide(pixel) : pixel;
@@ -110,6 +114,36 @@ void Convert(const PixelView& from, const PixelRect& part, Format format, std::u
         convert(from.pixels + Offset(part.x, part.y + y, from.size.width), to + Offset(0, y, width),
                 static_cast<std::size_t>(part.width));
     }
+}
+
+PixelRect Update(const PixelView& canvas, const PixelRect& part, std::uint8_t* copy) {
+    constexpr int STRIP = 16;  // columns that are compared at once
+    const int width = canvas.size.width;
+    const auto isCurrent = [&](const PixelRect& rect) {
+        std::uint32_t difference = 0;
+        for (int y = rect.y; y < rect.y + rect.height && difference == 0; ++y) {
+            const std::size_t end = Offset(rect.x + rect.width, y, width);
+            for (std::size_t i = Offset(rect.x, y, width); i < end; i += BYTES) {
+                difference |= Reordered(Load(canvas.pixels + i)) ^ Load(copy + i);
+            }
+        }
+        return difference == 0;
+    };
+    PixelRect rest = part;
+    for (; rest.height > 0 && isCurrent({rest.x, rest.y, rest.width, 1}); --rest.height) {
+        ++rest.y;
+    }
+    while (rest.height > 0 && isCurrent({rest.x, rest.y + rest.height - 1, rest.width, 1})) {
+        --rest.height;
+    }
+    for (; rest.width > STRIP && isCurrent({rest.x, rest.y, STRIP, rest.height}); rest.width -= STRIP) {
+        rest.x += STRIP;
+    }
+    while (rest.width > STRIP && isCurrent({rest.x + rest.width - STRIP, rest.y, STRIP, rest.height})) {
+        rest.width -= STRIP;
+    }
+    Convert(canvas, rest, Format::PREMULTIPLIED, copy + Offset(rest.x, rest.y, width), width);
+    return rest;
 }
 
 TagKivBitmapInfo BitmapOf(const PixelView& from, const PixelRect& part, Format format,

@@ -10,8 +10,7 @@
 
 namespace kivgles::kit {
 
-// Cairo has numbers 0xAARRGGBB, premultiplied; clients and the core have bytes R, G, B, A, premultiplied or
-// straight.
+// Cairo's are premultiplied numbers 0xAARRGGBB; those of clients and the core are bytes R, G, B, A.
 enum class Format { CAIRO, PREMULTIPLIED, STRAIGHT };
 
 // Pixels that somebody else owns, rows without anything between them.
@@ -35,12 +34,14 @@ void Resize(std::vector<std::uint8_t>& room, const Size& size, const char* opera
 // A part of a picture, to where it begins in another one of this width. The two must not overlap.
 void Convert(const PixelView& from, const PixelRect& part, Format format, std::uint8_t* to, int width);
 
+// Brings a part of a canvas' premultiplied copy up to date. Returns what was different, or a little more.
+PixelRect Update(const PixelView& canvas, const PixelRect& part, std::uint8_t* copy);
+
 // A part of a picture for the core. Its pixels are in `room` if they could not stay where they are.
 TagKivBitmapInfo BitmapOf(const PixelView& from, const PixelRect& part, Format format,
                           std::vector<std::uint8_t>& room, const char* operation);
 
-// A colour as a layer holds it, in the core's terms: to those a component of 1 is the full intensity, so it
-// gets 2.
+// A colour as a layer holds it, for the core: there a component of 1 is the full intensity, so it gets 2.
 TagKivColorRGBA Premultiplied(const Color& color);
 
 }  // namespace kivgles::kit

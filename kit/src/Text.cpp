@@ -29,8 +29,7 @@ void Insert(PangoAttrList* attributes, PangoAttribute* attribute, std::size_t be
     pango_attr_list_insert(attributes, attribute);
 }
 
-// Digits get the space that they lack, half of it on each side, and keep their distance from whatever is
-// beside them.
+// Digits get the space that they lack, half on each side, and keep their distance from what is beside them.
 void MakeTabular(PangoAttrList* attributes, const std::string& text, const FontMetrics& metrics) {
     for (std::size_t i = 0; i < text.size(); ++i) {
         if (text[i] >= '0' && text[i] <= '9') {
@@ -88,8 +87,7 @@ void PaintText(cairo_t* context, const std::vector<Line>& lines, const Color& co
 
 }  // namespace
 
-// A text in lines that fit a box. Lines without room for as much as an ellipsis are left out; there are only
-// lines if they are to be drawn.
+// A text in lines that fit a box, to be drawn; those without room for as much as an ellipsis are left out.
 //
 // Owner, thread: of the call that draws or measures.
 class TextLayout {
@@ -202,8 +200,7 @@ void TextLayout::AddLines(PangoLayout* layout) {
             extent.whole = false;  // not even an ellipsis has room
             continue;
         }
-        // Pango leaves the letter spacing out where a line begins and ends; with it digits stay where they
-        // are.
+        // Pango leaves letter spacing out where a line begins and ends; with it digits stay where they are.
         const int first = line->runs == nullptr ? 0 : Spacing(line->runs);
         const int last = line->runs == nullptr ? 0 : Spacing(g_slist_last(line->runs));
         const int total = first / 2 + inked + last - last / 2;

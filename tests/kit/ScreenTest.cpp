@@ -116,9 +116,11 @@ TEST_F(ScreenTest, IsHandedWhatHasChangedAndAllOfItOnlyWhereMuchChangesEachTime)
         {{10, 20, 4, 3}, {0, 255, 0, 128}, {{0, 0, 0, 120, 60, 0xFF0000FF}}},
         {{118, 58, 2, 2}, {0, 0, 255, 128}, {{0, 118, 58, 2, 2, 0x80800000}}},
         {{0, 0, 120, 20}, BLUE, {{0, 0, 0, 120, 20, 0xFFFF0000}}},
-        {Rect(), RED, {}},
-        {{0, 40, 120, 20}, GREEN, {{1, 0, 0, 120, 60, 0xFFFF0000}}},
-        {{0, 0, 1, 1}, WHITE, {{0, 0, 0, 120, 60, 0xFFFFFFFF}}}};
+        {{0, 0, 120, 20}, BLUE, {}},  // the same again
+        {{0, 10, 120, 30}, GREEN, {{1, 0, 0, 120, 60, 0xFFFF0000}}},
+        {{0, 0, 1, 1}, WHITE, {{0, 0, 0, 120, 60, 0xFFFFFFFF}}},
+        {{50, 45, 6, 4}, WHITE, {{0, 50, 45, 6, 4, 0xFFFFFFFF}}},
+        {{0, 40, 110, 18}, RED, {{0, 48, 45, 14, 4, 0xFF0000FF}}}};  // in strips of 16 columns
     int frame = Swaps();
     for (const auto& [rect, color, handedOver] : rows) {
         canvas.Clear(rect, color);

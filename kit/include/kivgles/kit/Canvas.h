@@ -17,8 +17,7 @@ namespace kivgles::kit {
 
 class CanvasState;
 
-/// A view of pixels that the client has loaded. It owns nothing; the pixels are read until the call that is
-/// given the image returns.
+/// A view of pixels that the client has loaded and keeps until the call that is given it returns.
 struct Image {
     /// `size.width` * `size.height` pixels of four bytes R, G, B, A, top row first, without padding.
     const std::uint8_t* pixels = nullptr;
@@ -46,14 +45,13 @@ struct Image {
 /// Threads: one at a time for each canvas; as many canvases in as many threads as one likes. Nothing here
 /// waits. Arguments are only read, and until the call returns.
 ///
-/// Every operation throws Error: INVALID_ARGUMENT on a canvas that was moved away, which can only be assigned
-/// to or destroyed; OUT_OF_MEMORY.
+/// Every operation throws Error: OUT_OF_MEMORY, and INVALID_ARGUMENT on a canvas that was moved away, good
+/// only to be assigned to or destroyed.
 class KIVGLES_KIT_EXPORT Canvas {
  public:
     static constexpr int MAX_SIDE = 32767;  ///< The longest side of a canvas, in pixels.
 
-    /// Makes a transparent canvas.
-    /// @param size Pixels, of four bytes each.
+    /// Makes a transparent canvas. @param size Pixels, of four bytes each.
     /// @throws Error INVALID_ARGUMENT for a size of 0 or less, TOO_LARGE above MAX_SIDE.
     explicit Canvas(kit::Size size);
 
@@ -63,8 +61,7 @@ class KIVGLES_KIT_EXPORT Canvas {
 
     kit::Size Size() const;  ///< @return Its size in pixels.
 
-    /// @param path A PNG file.
-    /// @return A canvas of the picture's size.
+    /// @param path A PNG file. @return A canvas of the picture's size.
     /// @throws Error BAD_FILE if the file cannot be read or is no PNG, TOO_LARGE.
     static Canvas FromPng(const std::string& path);
 
@@ -81,14 +78,12 @@ class KIVGLES_KIT_EXPORT Canvas {
     void Clear(const Rect& rect, const Fill& fill);
 
     void Rectangle(const Rect& rect, const Fill& fill);  ///< @param rect,fill Where, and with what.
-    /// @param rect,fill Where, and with what.
-    /// @param radius Of the corners; at most half of the shorter side, and 15,000.
+    /// @param rect,fill Where, and with what. @param radius Of corners: at most half a side, and 15,000.
     void RoundedRectangle(const Rect& rect, double radius, const Fill& fill);
 
     /// @param center,radius,fill Where, and with what.
     void Disc(const Point& center, double radius, const Fill& fill);
-    /// @param center,radius,fill The outer edge, and with what.
-    /// @param thickness Of the outline, inwards.
+    /// @param center,radius,fill The outer edge, and with what. @param thickness Of the outline, inwards.
     void Ring(const Point& center, double radius, double thickness, const Fill& fill);
     /// A part of a ring, with straight ends.
     /// @param center,radius,thickness,fill As for a ring.
@@ -102,8 +97,7 @@ class KIVGLES_KIT_EXPORT Canvas {
     /// A line through points, with round ends and corners. Where it crosses itself it blends once.
     /// @param points,thickness,fill The middle of the line, pixels up to 30,000, and with what.
     void Polyline(const std::vector<Point>& points, double thickness, const Fill& fill);
-    /// The area between points, also where they go round it more than once, unless as often in one direction
-    /// as in the other.
+    /// The area that points go round, more often in one direction than in the other.
     /// @param points,fill The corners, the last of which is joined to the first, and with what.
     void Polygon(const std::vector<Point>& points, const Fill& fill);
 
@@ -134,8 +128,7 @@ class KIVGLES_KIT_EXPORT Canvas {
     /// @{
 
     cairo_t* Cairo();  ///< @return A context for everything, which counts as a change of everything.
-    /// @param rect The part that counts as changed.
-    /// @return A context that is clipped to the pixels that this touches.
+    /// @param rect The part that counts as changed. @return A context, clipped to the pixels that it touches.
     cairo_t* Cairo(const Rect& rect);
     /// @}
 

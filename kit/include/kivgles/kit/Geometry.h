@@ -100,8 +100,7 @@ class Fill {
     /// A gradient along a line, of one colour each beyond its ends. A colour of opacity 0 takes its hue from
     /// the other one. Between two equal places, or ones that are no numbers, it fills nothing.
     /// @param from,first Where the line begins, in the canvas, and the colour there.
-    /// @param to,last Where it ends, and the colour there.
-    /// @return The fill.
+    /// @param to,last Where it ends, and the colour there. @return The fill.
     static constexpr Fill Gradient(const Point& from, const Color& first, const Point& to,
                                    const Color& last) {
         return {from, first, to, last, true};

@@ -60,9 +60,8 @@ class KIVGLES_KIT_EXPORT Layer {
     /// Blend puts it over what is there, by its opacity. In a layer that is not opaque, soft edges get less
     /// opacity than they should (a quarter less at most): an overlay is better put together in a canvas.
     ///
-    /// Each throws Error with the code of KivDrawBitmap, KivDrawBitmapByBlend or KivBlit; 15 if there is no
-    /// room for a layer in between; INVALID_ARGUMENT for an image without pixels or size; TOO_LARGE for one
-    /// above Canvas::MAX_SIDE; OUT_OF_MEMORY.
+    /// Each throws Error with the code of KivDrawBitmap, KivDrawBitmapByBlend or KivBlit; 15 without room for
+    /// a layer in between; for an image what Canvas::Draw throws; OUT_OF_MEMORY.
     /// @{
 
     void Draw(const Canvas& canvas, int x, int y);     ///< @param canvas,x,y What, and its top-left corner.
@@ -75,11 +74,9 @@ class KIVGLES_KIT_EXPORT Layer {
 
     /// Copies a part of another layer. Scaled up, it takes no colour from beside the part, which needs a
     /// layer of the kit's own; beyond the left and upper edge, it needs one more.
-    /// @param source,from Another layer of the same screen, and the part of it.
-    /// @param to What it is scaled to fill.
-    /// @throws Error With the code of KivBlit; 15 if there is no room for these layers; TOO_LARGE if one
-    /// pixel is scaled beyond the screen's limit across the left or upper edge; INVALID_ARGUMENT for another
-    /// source.
+    /// @param source,from Another layer of the same screen, and the part of it. @param to What that fills.
+    /// @throws Error With the code of KivBlit; 15 without room for these layers; TOO_LARGE if one pixel goes
+    /// beyond the screen's limit across the left or upper edge; INVALID_ARGUMENT for another source.
     void Copy(const Layer& source, const Rect& from, const Rect& to);
 
     /// Copies the whole of another layer, unscaled; throws as above.

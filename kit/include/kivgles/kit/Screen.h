@@ -31,8 +31,7 @@ class Layer;
 /// screen.Present(canvas);
 /// @endcode
 ///
-/// Pictures are premultiplied, and shown as they are: an overlay shows what is behind it wherever the picture
-/// is transparent.
+/// Pictures are premultiplied and shown as they are: an overlay shows what is behind its transparent parts.
 ///
 /// Every operation throws Error: with the code of the operations of the core that it names (Present, Refresh
 /// and Finish also that of Init), and NOT_CONNECTED without a window.
@@ -43,13 +42,11 @@ class KIVGLES_KIT_EXPORT Screen {
 
     /// There is no window, and neither a thread nor GL is used yet.
     /// @param display An X11 or Wayland connection of the client's, which several screens may share, and
-    /// which has to outlive the screen's windows; KivDisplay.h says more. As it comes it is EGL's default
-    /// display.
+    /// which has to outlive their windows; KivDisplay.h says more. As it comes: EGL's default display.
     /// @param maxLayerSide Another limit, at most what GL gives for GL_MAX_TEXTURE_SIZE.
     explicit Screen(const TagKivDisplayInfo& display = {}, int maxLayerSide = MAX_LAYER_SIDE);
 
-    /// Executes what is queued, and lets go of the window. Layers of this screen that are still there may be
-    /// destroyed later, but not be drawn into.
+    /// Executes what is queued, and lets go of the window. Layers may go later, but not be drawn into.
     ~Screen();
 
     Screen(const Screen&) = delete;
@@ -69,8 +66,8 @@ class KIVGLES_KIT_EXPORT Screen {
     /// presented; it may be gone. Layers keep their size, but are transparent again. At the end the function
     /// that was given to OnReconnect is called, unless this is the screen's first window.
     /// @param window As for Connect. The one before need not exist any more.
-    /// @throws Error As Connect, and can be tried again. What the function of OnReconnect throws is passed
-    /// on, and the window stays connected.
+    /// @throws Error As Connect, and can be tried again; or what the function of OnReconnect throws, after
+    /// which the window stays connected.
     void Reconnect(ANativeWindow* window);
 
     /// Sets the function that paints again what the layers lost, or a canvas in the window's new size.
@@ -79,10 +76,10 @@ class KIVGLES_KIT_EXPORT Screen {
     void OnReconnect(std::function<void()> paint);
 
     /// Shows a canvas, scaled to fill the window: waits for the frame before it to be shown, hands over what
-    /// has changed in the canvas since it was last shown here, queues this frame, and returns. So one frame
-    /// is in flight, and no client can outrun the screen. The canvas may be painted again, or go, at once:
-    /// the screen remembers the picture, which takes as much memory again. With small changes one of the
-    /// window's size takes one of the screen's 15 layers; if there is none it is handed over whole each time.
+    /// has been painted and looks different, queues this frame, and returns. So one frame is in flight, and
+    /// no client can outrun the screen. The canvas may be painted again, or go, at once: the screen remembers
+    /// the picture, which takes as much memory again. With small changes one of the window's size takes one
+    /// of the screen's 15 layers; if there is none it is handed over whole each time.
     /// @param canvas It is only read.
     /// @throws Error With the code of KivDrawBitmap, KivBlit or KivRefreshOnSrceen; TOO_LARGE above the
     /// screen's limit; OUT_OF_MEMORY; INVALID_ARGUMENT on a canvas that was moved away.
@@ -90,14 +87,12 @@ class KIVGLES_KIT_EXPORT Screen {
 
     /// Shows a layer in the same way, as it is when this frame's turn comes.
     /// @param layer One of this screen.
-    /// @throws Error With the code of KivBlit or KivRefreshOnSrceen; INVALID_ARGUMENT if the layer is
-    /// another screen's or was moved away.
+    /// @throws Error With the code of KivBlit or KivRefreshOnSrceen; INVALID_ARGUMENT for another layer.
     void Present(const Layer& layer);
 
     /// Shows the last frame again, for a window that was covered or mapped anew: a canvas as it was
     /// presented, a layer as it is now. Waits for the frame before it, and throws, as Present does.
-    /// @return False if there is nothing to show: nothing was presented yet, the layer is gone, or it was
-    /// lost by Reconnect.
+    /// @return False if nothing was presented yet, or the layer is gone or was lost by Reconnect.
     bool Refresh();
 
     void Finish();           ///< Waits until everything asked for so far is done, the last frame included.

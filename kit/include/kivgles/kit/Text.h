@@ -58,8 +58,7 @@ struct TextExtent {
 /// characters, outlines, and marks above and below may reach over the edges.
 ///
 /// What cannot fit the box is not even looked at; measured without one a text takes a second for each
-/// megabyte. A single paragraph ends after so many bytes as its size goes into 1.6 million: 40,000 at 40
-/// pixels.
+/// megabyte. A paragraph ends after so many bytes as its size goes into 1.6 million: 40,000 at 40 pixels.
 ///
 /// Threads: any, as many as one likes; the object itself is a value, and one may be used by several threads.
 /// The first text of a thread takes a few milliseconds more: each has fonts of its own, which go with it.
@@ -73,16 +72,14 @@ class KIVGLES_KIT_EXPORT Text {
     /// @name How it looks
     /// @{
 
-    /// @param pixels From 1 to 1000; less counts as 1, as what is no number does, more as 1000. @return A
-    /// copy.
+    /// @param pixels From 1 to 1000; less, or what is no number, counts as 1, more as 1000. @return A copy.
     Text Sized(double pixels) const { return With(&Text::size, pixels > 1 ? std::min(pixels, 1000.0) : 1); }
     /// @param foreground Of all but emoji, not premultiplied; its opacity is theirs, too. @return A copy.
     Text Colored(const Color& foreground) const { return With(&Text::color, foreground); }
     /// @param names Families, the first one that is installed or was added: "Noto Sans, DejaVu Sans". At
     /// first, and for what they lack, it is the system's "sans-serif". @return A copy.
     Text Family(const std::string& names) const { return With(&Text::family, names); }
-    /// @param tag As in "ja" or "zh-Hant", at first "en": decides between forms of the same characters, and
-    /// where lines are broken. @return A copy.
+    /// @param tag For forms of characters and line breaks: "ja", "zh-Hant"; at first "en". @return A copy.
     Text Language(const std::string& tag) const { return With(&Text::language, tag); }
     /// @param backdrop As wide as each line and as high as its line height; at first none. @return A copy.
     Text On(const Color& backdrop) const { return With(&Text::background, backdrop); }
@@ -111,8 +108,7 @@ class KIVGLES_KIT_EXPORT Text {
     Text Right() const { return Aligned(Align::RIGHT); }            ///< @return A copy there.
     Text Middle() const { return Aligned(VerticalAlign::MIDDLE); }  ///< @return A copy there.
 
-    /// @return A copy that is wrapped where its language breaks lines, and wherever the line ends in a word
-    /// that is longer.
+    /// @return A copy that is wrapped where its language breaks lines, and words that are longer anywhere.
     Text Wrapped() const { return With(&Text::wrapped, true); }
 
     /// @param pixels From baseline to baseline; 0, as at first: five quarters of its size. @return A copy.
@@ -123,16 +119,14 @@ class KIVGLES_KIT_EXPORT Text {
     int LineHeight() const { return lineHeight > 0 ? lineHeight : static_cast<int>(std::ceil(size * 5 / 4)); }
 
     /// Draws a text. Baselines and the beginnings of lines are at whole pixels.
-    /// @param canvas,utf8,box Where to, what, and where it stands.
-    /// @return What it takes in the box.
+    /// @param canvas,utf8,box Where to, what, and where it stands. @return What it takes in the box.
     /// @throws Error INVALID_ARGUMENT on a canvas that was moved away, NO_FONT, OUT_OF_MEMORY.
     TextExtent Draw(Canvas& canvas, std::string_view utf8, const Rect& box) const;
 
     static constexpr Size UNLIMITED = {1 << 24, 1 << 24};  ///< A box that everything fits into.
 
     /// Measures a text as it would be drawn: it is laid out in the same way.
-    /// @param utf8,box What, and width and height of its box.
-    /// @return What it takes.
+    /// @param utf8,box What, and width and height of its box. @return What it takes.
     /// @throws Error NO_FONT.
     TextExtent Measure(std::string_view utf8, const Size& box = UNLIMITED) const;
 
