@@ -13,7 +13,7 @@ void bench::Show(const Picture&) {}
 namespace {
 
 void PaintCanvas(benchmark::State& state) {
-    const bench::Picture picture = bench::MakePictures("dashboard").full;
+    const bench::Picture picture = bench::MakePictures("dashboard").full.front();
     kivgles::kit::Canvas canvas({bench::WINDOW_WIDTH, bench::WINDOW_HEIGHT});
     Paint(canvas, picture);  // a thread's first text pays for its fonts
     for (auto _ : state) {

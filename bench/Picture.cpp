@@ -29,8 +29,17 @@ constexpr Departure DEPARTURES[] = {
     {"15:20", "N 700", "東京", "Tōkyō, のりかえ 名古屋", "14", "", BLUE},
     {"15:34", "KTX 9", "서울", "Seoul", "2", "", RED}};
 
-std::vector<Mark> Clock() {
-    return {Ground{CLOCK, NIGHT}, Label{{980, 20, 256, 64}, "14:26:58", 54, false, Side::RIGHT, AMBER}};
+std::vector<Mark> Clock(const std::string& time) {
+    return {Ground{CLOCK, NIGHT}, Label{{980, 20, 256, 64}, time, 54, false, Side::RIGHT, AMBER}};
+}
+
+// A minute of it, a second each.
+std::vector<Picture> Clocks() {
+    std::vector<Picture> clocks;
+    for (int second = 100; second < 160; ++second) {
+        clocks.push_back({Clock("14:26:" + std::to_string(second).substr(1)), CLOCK});
+    }
+    return clocks;
 }
 
 std::vector<Mark> Board() {
@@ -50,7 +59,7 @@ std::vector<Mark> Board() {
         marks.insert(marks.end(), std::begin(painted), std::end(painted));
         y += 72;
     }
-    for (Mark& mark : Clock()) {
+    for (Mark& mark : Clock("14:26:58")) {
         marks.push_back(std::move(mark));
     }
     return marks;
@@ -143,19 +152,19 @@ std::vector<Mark> Labels() {
 Pictures MakePictures(const std::string& kind) {
     const Picture ground{{Ground{WHOLE, NIGHT}}, WHOLE};
     if (kind == "board") {
-        return {{Board(), WHOLE}, ground, {}};
+        return {{{Board(), WHOLE}}, ground, {}};
     }
     if (kind == "clock") {
-        return {{Clock(), CLOCK}, {}, {Board(), WHOLE}};
+        return {Clocks(), {}, {Board(), WHOLE}};
     }
     if (kind == "dashboard") {
-        return {{Dashboard(), WHOLE}, ground, {}};
+        return {{{Dashboard(), WHOLE}}, ground, {}};
     }
     if (kind == "chart") {
-        return {{Chart(), WHOLE}, ground, {}};
+        return {{{Chart(), WHOLE}}, ground, {}};
     }
     if (kind == "labels") {
-        return {{Labels(), WHOLE}, ground, {}};
+        return {{{Labels(), WHOLE}}, ground, {}};
     }
     Fail("draws no " + kind);
 }
@@ -163,7 +172,9 @@ Pictures MakePictures(const std::string& kind) {
 Frames MakeFrames(const Workload& workload) {
     Pictures pictures = MakePictures(workload.kind);
     Show(pictures.before);
-    return {[full = std::move(pictures.full)] { Show(full); },
+    return {[full = std::move(pictures.full), next = std::size_t{0}]() mutable {
+                Show(full[next++ % full.size()]);
+            },
             [empty = std::move(pictures.empty)] { Show(empty); }};
 }
 

@@ -65,9 +65,10 @@ struct Picture {
 // when the work is done. A picture without marks is only shown again.
 void Show(const Picture& picture);
 
-// What a frame paints, what the one that it is compared with does, and what is there before.
+// What frames paint in turn, what the one that they are compared with does, and what is there before.
 struct Pictures {
-    Picture full, empty, before;
+    std::vector<Picture> full;
+    Picture empty, before;
 };
 Pictures MakePictures(const std::string& kind);  // board, clock, dashboard, chart or labels
 
