@@ -86,8 +86,8 @@ class KIVGLES_KIT_EXPORT Screen {
     void Present(const Canvas& canvas);
 
     /// Shows a layer in the same way, as it is when this frame's turn comes.
-    /// @param layer One of this screen.
-    /// @throws Error With the code of KivBlit or KivRefreshOnSrceen; INVALID_ARGUMENT for another layer.
+    /// @param layer One of this screen; INVALID_ARGUMENT for another's, and one that was moved away.
+    /// @throws Error Besides that, with the code of KivBlit or KivRefreshOnSrceen.
     void Present(const Layer& layer);
 
     /// Shows the last frame again, for a window that was covered or mapped anew: a canvas as it was
