@@ -9,8 +9,7 @@ namespace kivgles::kit {
 
 namespace {
 
-constexpr int MAX_PARTS = 16;  // each is handed over by itself, which has its price
-
+constexpr int MAX_PARTS = 16;           // each is handed over by itself, which has its price
 constexpr double FAR = 50000;           // pixels
 constexpr double MAX_RADIUS = 30000;    // of circles
 constexpr double MAX_ROUNDING = 15000;  // of corners and ends: out of sight where their shape is cut
@@ -37,7 +36,9 @@ void AddLine(cairo_t* context, const Point& from, const Point& to) {
     }
 }
 
-bool IsCountable(const Rect& rect) { return AreCountable(rect.x, rect.y, rect.width, rect.height); }
+bool HasExtent(const Rect& rect) {
+    return AreCountable(rect.x, rect.y, rect.width, rect.height) && rect.width > 0 && rect.height > 0;
+}
 
 void AddStop(cairo_pattern_t* pattern, double place, const Color& color, const Color& other) {
     const Color& hue = color.a == 0 ? other : color;
@@ -50,12 +51,13 @@ void AddStop(cairo_pattern_t* pattern, double place, const Color& color, const C
 CanvasState::CanvasState(const kit::Size& pixels, const char* operationName)
     : size(pixels),
       surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, size.width, size.height)),
-      context(cairo_create(surface.get())),
+      context(NewContext()),
       operation(operationName) {
     CheckSize(size, Canvas::MAX_SIDE, operation);
     if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
         throw Error(operation, Error::OUT_OF_MEMORY, "no memory for " + InWords(size));
     }
+    cairo_surface_mark_dirty(surface.get());  // or Cairo goes on taking it for transparent
 }
 
 CanvasState& CanvasState::Of(const Canvas& canvas, const char* operationName) {
@@ -71,12 +73,10 @@ std::uint8_t* CanvasState::Pixels() {
 }
 
 PixelRect CanvasState::Touched(const Rect& area) const {
-    if (!IsCountable(area) || !(area.width > 0 && area.height > 0)) {
+    if (!HasExtent(area)) {
         return {};
     }
-    const auto cut = [](double place, int end) {
-        return static_cast<int>(std::clamp<double>(place, 0, end));
-    };
+    const auto cut = [](double place, int end) { return int(std::clamp<double>(place, 0, end)); };
     const int x = cut(std::floor(area.x), size.width);
     const int y = cut(std::floor(area.y), size.height);
     return {x, y, cut(std::ceil(area.x + area.width), size.width) - x,
@@ -119,16 +119,19 @@ std::vector<PixelRect> CanvasState::Take(Receiver& receiver) {
     return parts;
 }
 
-cairo_t* CanvasState::ClientContext(const Rect& area) {
+// On a surface of its own, because what fails for want of memory leaves its surface without use for good.
+Handle<cairo_t> CanvasState::NewContext() {
     const Handle<cairo_surface_t> target(cairo_image_surface_create_for_data(
         Pixels(), CAIRO_FORMAT_ARGB32, size.width, size.height, cairo_image_surface_get_stride(Surface())));
-    clientContext.reset(cairo_create(target.get()));
+    return Handle<cairo_t>(cairo_create(target.get()));
+}
+
+cairo_t* CanvasState::ClientContext(const Rect& area) {
+    clientContext = NewContext();
     const PixelRect clip = Touched(area);
     cairo_rectangle(clientContext.get(), clip.x, clip.y, clip.width, clip.height);
     cairo_clip(clientContext.get());
-    if (cairo_status(clientContext.get()) != CAIRO_STATUS_SUCCESS) {
-        throw Error(operation, Error::OUT_OF_MEMORY, "out of memory");
-    }
+    Check(clientContext);
     Changed(clip);
     return clientContext.get();
 }
@@ -136,8 +139,9 @@ cairo_t* CanvasState::ClientContext(const Rect& area) {
 CanvasState& CanvasState::Begin(const char* operationName) {
     operation = operationName;
     if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
-        context.reset(cairo_create(surface.get()));  // there may be memory again
+        context = NewContext();  // there may be memory again
     }
+    cairo_surface_mark_dirty(cairo_get_target(context.get()));  // a client may have painted meanwhile
     cairo_new_path(context.get());
     cairo_set_operator(context.get(), CAIRO_OPERATOR_OVER);
     cairo_set_tolerance(context.get(), TOLERANCE);
@@ -145,7 +149,7 @@ CanvasState& CanvasState::Begin(const char* operationName) {
 }
 
 CanvasState& CanvasState::AddRectangle(const Rect& rect) {
-    if (IsCountable(rect) && rect.width > 0 && rect.height > 0) {
+    if (HasExtent(rect)) {
         const double left = Near(rect.x);
         const double top = Near(rect.y);
         cairo_rectangle(context.get(), left, top, Near(rect.x + rect.width) - left,
@@ -155,11 +159,8 @@ CanvasState& CanvasState::AddRectangle(const Rect& rect) {
 }
 
 CanvasState& CanvasState::AddRoundedRectangle(const Rect& rect, double radius) {
-    const double r = std::min({radius, rect.width / 2, rect.height / 2, MAX_ROUNDING});
-    if (radius <= 0) {
-        return AddRectangle(rect);
-    }
-    if (r > 0 && IsCountable(rect)) {
+    if (HasExtent(rect) && AreCountable(radius)) {
+        const double r = std::clamp(std::min({radius, rect.width / 2, rect.height / 2}), 0.0, MAX_ROUNDING);
         const double left = Near(rect.x) + r;
         const double top = Near(rect.y) + r;
         const double right = Near(rect.x + rect.width) - r;
@@ -182,11 +183,9 @@ CanvasState& CanvasState::AddArc(const Point& center, double outer, double inner
         return *this;
     }
     const bool isRing = std::abs(sweep) >= 360;
-    double from = isRing ? 0 : std::fmod(start, 360) * DEGREE;
-    double to = from + (isRing ? 360 : sweep) * DEGREE;
-    if (from > to) {
-        std::swap(from, to);
-    }
+    const double begin = isRing ? 0 : std::fmod(start, 360) * DEGREE;
+    const double end = begin + (isRing ? 360 : sweep) * DEGREE;
+    const auto [from, to] = std::minmax({begin, end});
     cairo_arc(context.get(), center.x, center.y, outer, from, to);
     if (isRing) {
         cairo_close_path(context.get());
@@ -215,25 +214,22 @@ void CanvasState::Fill(const kit::Fill& fill, cairo_operator_t how) {
         cairo_set_operator(context.get(), how);
         cairo_fill(context.get());
     }
-    Check();
+    Check(context);
 }
 
 void CanvasState::Stroke(const kit::Fill& fill, double thickness) {
     const double width = std::min(thickness, 2 * MAX_ROUNDING);
-    if (width > 0 && SetSource(fill) && Touch(width / 2 + 1)) {
+    if (width > 0 && AreCountable(thickness) && SetSource(fill) && Touch(width / 2 + 1)) {
         cairo_set_line_width(context.get(), width);
         cairo_set_line_cap(context.get(), CAIRO_LINE_CAP_ROUND);
         cairo_set_line_join(context.get(), CAIRO_LINE_JOIN_ROUND);
         cairo_stroke(context.get());
     }
-    Check();
+    Check(context);
 }
 
 void CanvasState::Draw(cairo_surface_t* picture, const Size& pictureSize, const Rect& to, double opacity) {
-    if (!(opacity > 0)) {
-        return;
-    }
-    AddRectangle(to);
+    AddRectangle(opacity > 0 ? to : Rect());
     Within([&](cairo_t* clipped) {
         // Pixels of the picture for one of the canvas, within what Cairo can count.
         const double right = std::min(pictureSize.width / to.width, MAX_SCALE);
@@ -251,7 +247,6 @@ void CanvasState::Draw(const Image& image, const Rect& to, double opacity) {
     const PixelView view = ViewOf(image, operation);
     CanvasState picture(image.size, operation);
     Convert(view, Whole(image.size), Format::CAIRO, picture.Pixels(), image.size.width);
-    cairo_surface_mark_dirty(picture.Surface());
     Draw(picture.Surface(), image.size, to, opacity);
 }
 
@@ -295,8 +290,8 @@ bool CanvasState::Touch(double reach) {
 }
 
 // What Cairo could not do, it could not for want of memory: all that it is asked for makes sense.
-void CanvasState::Check() const {
-    if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS) {
+void CanvasState::Check(const Handle<cairo_t>& painted) const {
+    if (cairo_status(painted.get()) != CAIRO_STATUS_SUCCESS) {
         throw Error(operation, Error::OUT_OF_MEMORY, "out of memory");
     }
 }

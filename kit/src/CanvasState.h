@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "Handle.h"
 #include "Sizes.h"
+#include "Handle.h"
 #include "kivgles/kit/Canvas.h"
 
 namespace kivgles::kit {
@@ -76,20 +76,21 @@ class CanvasState {
             paint(context.get());
             cairo_restore(context.get());
         }
-        Check();
+        Check(context);
     }
 
     const Size size;
 
  private:
+    Handle<cairo_t> NewContext();
     bool SetSource(const kit::Fill& fill);
     bool Touch(double reach);
-    void Check() const;
+    void Check(const Handle<cairo_t>& painted) const;
 
-    const Handle<cairo_surface_t> surface;
+    const Handle<cairo_surface_t> surface;  // has the pixels, and is only read
     Handle<cairo_t> context;
     const char* operation = "";
-    Handle<cairo_t> clientContext;  // on a surface of its own, of the same pixels
+    Handle<cairo_t> clientContext;
     std::vector<std::weak_ptr<cairo_region_t>> receivers;
 };
 

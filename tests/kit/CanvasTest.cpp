@@ -12,6 +12,12 @@ static bool noMemory = false;
 extern "C" cairo_t* cairo_create(cairo_surface_t* target) {
     return recorder::Next<decltype(cairo_create)>("cairo_create")(noMemory ? nullptr : target);
 }
+extern "C" void cairo_stroke(cairo_t* context) {
+    if (noMemory) {
+        cairo_surface_finish(cairo_get_target(context));  // of no use either, from then on
+    }
+    recorder::Next<decltype(cairo_stroke)>("cairo_stroke")(context);
+}
 
 namespace kivgles::kit {
 
@@ -52,6 +58,7 @@ TEST(Canvas, PaintsAsItsArgumentsSayAndCutsWhatReachesFar) {
     Canvas canvas({60, 120}), red({3, 3});
     red.Clear({999, -5, 0});
     canvas.Disc({0, 0}, 30001, RED);
+    canvas.Line({0, 0}, {9, 9}, HUGE_VAL, RED);
     canvas.Rectangle({5, 5, 5, 5}, Fill::Gradient({5, 7}, RED, {5, NONE}, WHITE));
     canvas.Polygon({{1, 1}, {20, HUGE_VAL}, {30, 30}}, RED);
     canvas.Arc({20, 20}, 9, 3, 0, HUGE_VAL, RED);
@@ -93,9 +100,13 @@ TEST(Canvas, PaintsAsItsArgumentsSayAndCutsWhatReachesFar) {
 }
 
 TEST(Canvas, OutlivesWhatAClientDoesToItsContextsAndSaysWhatIsWrong) {
-    Canvas canvas({5, 5});
+    Canvas canvas({5, 5}), other({5, 5});
     cairo_push_group(canvas.Cairo());
     cairo_surface_finish(cairo_get_target(canvas.Cairo()));
+    cairo_paint(canvas.Cairo());
+    canvas.Clear({0, 0, 2, 5}, TRANSPARENT);
+    other.Draw(canvas, Point());
+    EXPECT_TRUE(PixelsOf(other)[1] == 0 && PixelsOf(other)[2] == 0xFF000000);
     canvas.Clear({200, 100, 0, 128});
     cairo_paint(canvas.Cairo({0, 0, 3.5, 4}));
     EXPECT_TRUE(PixelsOf(canvas)[3] == 0xFF000000 && PixelsOf(canvas)[4] == 0x80643200);
@@ -108,9 +119,8 @@ TEST(Canvas, OutlivesWhatAClientDoesToItsContextsAndSaysWhatIsWrong) {
     EXPECT_EQ(make({40, 0}), "-1 Canvas: 40 by 0 pixels hold nothing");
     EXPECT_EQ(make({1, 32768}), "-2 Canvas: 1 by 32768 pixels are more than 32767 on a side");
     EXPECT_EQ(ErrorOf([&] { own.Draw(Image(), Rect()); }), "-1 Canvas::Draw: the image has no pixels");
-    EXPECT_EQ(ErrorOf([&] {
-                  own.Draw({PIXELS, {0, 1}}, Rect());
-              }),
+    const Image none = {PIXELS, {0, 1}};
+    EXPECT_EQ(ErrorOf([&] { own.Draw(none, Rect()); }),
               "-1 Canvas::Draw: the image: 0 by 1 pixels hold nothing");
     EXPECT_EQ(ErrorOf([&] { own.Draw(own, Point()); }),
               "-1 Canvas::Draw: a canvas cannot be drawn into itself");
@@ -120,7 +130,11 @@ TEST(Canvas, OutlivesWhatAClientDoesToItsContextsAndSaysWhatIsWrong) {
     noMemory = true;
     EXPECT_EQ(make({60, 40}), "-6 Canvas: no memory for 60 by 40 pixels");
     EXPECT_EQ(ErrorOf([&] { own.Cairo(); }), "-6 Canvas::Cairo: out of memory");
+    const Fill fill = Fill::Gradient({0, 0}, RED, {4, 4}, WHITE);
+    EXPECT_EQ(ErrorOf([&] { own.Line({0, 0}, {4, 4}, 2, fill); }), "-6 Canvas::Line: out of memory");
     noMemory = false;
+    own.Clear(RED);
+    EXPECT_EQ(PixelsOf(own)[0], 0xFFFF0000) << "when there is memory again";
 }
 
 }  // namespace kivgles::kit
