@@ -18,20 +18,20 @@ kit::Size Canvas::Size() const { return CanvasState::Of(*this, "Canvas::Size").s
 
 Canvas Canvas::FromPng(const std::string& path) {
     constexpr char OPERATION[] = "Canvas::FromPng";
+    CheckFile(path, OPERATION);
     const Handle<cairo_surface_t> picture(cairo_image_surface_create_from_png(path.c_str()));
     const cairo_status_t status = cairo_surface_status(picture.get());
-    if (status != CAIRO_STATUS_SUCCESS) {
-        const bool isTooLarge = status == CAIRO_STATUS_INVALID_SIZE;
-        // Older versions of Cairo say NO_MEMORY of all that is no PNG.
-        const bool isNone = status == CAIRO_STATUS_NO_MEMORY || status == CAIRO_STATUS_PNG_ERROR;
-        throw Error(OPERATION, isTooLarge ? Error::TOO_LARGE : Error::BAD_FILE,
-                    path + (isNone ? " is no PNG file, or there is no memory for it"
-                                   : std::string(": ") + cairo_status_to_string(status)));
+    if (status == CAIRO_STATUS_INVALID_SIZE) {
+        throw Error(OPERATION, Error::TOO_LARGE, path + " is too large");
+    }
+    if (status != CAIRO_STATUS_SUCCESS) {  // older versions of Cairo say NO_MEMORY of all that is no PNG
+        throw Error(OPERATION, Error::BAD_FILE, path + " is no PNG file, or there is no memory for it");
     }
     const kit::Size size = {cairo_image_surface_get_width(picture.get()),
                             cairo_image_surface_get_height(picture.get())};
-    Canvas canvas(size);
-    CanvasState::Begin(canvas, OPERATION).Draw(picture.get(), size, Whole(size), 1);
+    Canvas canvas({1, 1});
+    canvas.state = std::make_unique<CanvasState>(size, OPERATION);
+    canvas.state->Draw(picture.get(), size, Whole(size), 1);
     return canvas;
 }
 

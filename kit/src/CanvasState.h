@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "Sizes.h"
+#include "Checks.h"
 #include "Handle.h"
 #include "kivgles/kit/Canvas.h"
 

@@ -2,15 +2,13 @@
 
 #include <algorithm>
 #include <atomic>
-#include <filesystem>
-#include <fstream>
 #include <mutex>
 #include <utility>
 #include <vector>
 
 #include <pango/pangofc-fontmap.h>
 
-#include "kivgles/kit/Error.h"
+#include "Checks.h"
 
 namespace kivgles::kit {
 
@@ -79,11 +77,7 @@ FontMetrics Measure(PangoLayout* layout) {
 }  // namespace
 
 void Fonts::Add(const std::string& path, const char* operation) {
-    // Fontconfig would search through a folder.
-    std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path, ignored) || !std::ifstream(path).good()) {
-        throw Error(operation, Error::BAD_FILE, path + " cannot be read");
-    }
+    CheckFile(path, operation);
     const std::lock_guard<std::mutex> lock(added.mutex);
     if (std::find(added.paths.begin(), added.paths.end(), path) != added.paths.end()) {
         return;

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <new>
 
-#include "Sizes.h"
+#include "Checks.h"
 #include "kivgles/kit/Canvas.h"
 
 namespace kivgles::kit {

@@ -125,7 +125,7 @@ TEST(Canvas, OutlivesWhatAClientDoesToItsContextsAndSaysWhatIsWrong) {
     EXPECT_EQ(ErrorOf([&] { own.Draw(own, Point()); }),
               "-1 Canvas::Draw: a canvas cannot be drawn into itself");
     EXPECT_EQ(ErrorOf([&] { own.WritePng("/"); }).find("-5 Canvas::WritePng: /: "), 0U);
-    EXPECT_EQ(ErrorOf([] { Canvas::FromPng("/0"); }), "-5 Canvas::FromPng: /0: file not found");
+    EXPECT_EQ(ErrorOf([] { Canvas::FromPng("/dev/zero"); }), "-5 Canvas::FromPng: /dev/zero cannot be read");
     EXPECT_EQ(ErrorOf([] { Canvas::FromPng("/bin/sh"); }).find("-5 Canvas::FromPng: /bin/sh is no PNG"), 0U);
     noMemory = true;
     EXPECT_EQ(make({60, 40}), "-6 Canvas: no memory for 60 by 40 pixels");

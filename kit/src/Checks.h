@@ -1,8 +1,10 @@
-#ifndef KIVGLES_KIT_SIZES_H
-#define KIVGLES_KIT_SIZES_H
+#ifndef KIVGLES_KIT_CHECKS_H
+#define KIVGLES_KIT_CHECKS_H
 
 #include <algorithm>
 #include <cstdint>
+#include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "kivgles/kit/Error.h"
@@ -35,6 +37,14 @@ inline void CheckLayerSize(const Size& size, int longest, const char* operation)
     CheckSize(size, longest, operation, "", ": raise the Screen's maxLayerSide");
 }
 
+// What reads it would search through a folder, and wait for a pipe.
+inline void CheckFile(const std::string& path, const char* operation) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(path, ignored) || !std::ifstream(path).good()) {
+        throw Error(operation, Error::BAD_FILE, path + " cannot be read");
+    }
+}
+
 }  // namespace kivgles::kit
 
-#endif  // KIVGLES_KIT_SIZES_H
+#endif  // KIVGLES_KIT_CHECKS_H
