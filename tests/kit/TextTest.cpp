@@ -59,6 +59,7 @@ TEST(Text, IsMeasuredAsItIsDrawnAndCutToTheLinesThatFit) {
         {text, "a", {0, 40}, 0},
         {text, "AVAT 1.0", {width, 1}, 1},
         {text, "AVAT 1.0", {width - 1, 1}, -1},
+        {wrapped, "W", {9, 75}, -1},  // has no room, and nor has an ellipsis
         {wrapped, "one two three", {50, 75}, 3},
         {wrapped, "a\nb b b b b b\nc", {50, 75}, -3},
         {text, page, Text::UNLIMITED, -1},  // more than Pango counts
@@ -68,6 +69,7 @@ TEST(Text, IsMeasuredAsItIsDrawnAndCutToTheLinesThatFit) {
         EXPECT_EQ(measured.whole ? measured.lines : -measured.lines, lines) << utf8.substr(0, 20);
     }
     EXPECT_GT(text.Measure("a\nb", {100, 25}).width, text.Measure("a").width) << "an ellipsis follows";
+    EXPECT_EQ(text.Measure(page).width, text.Measure(page.substr(0, 90000)).width);
     EXPECT_EQ(text.Measure(page, {300, 40}).width, text.Measure(page.substr(0, 100), {300, 40}).width);
     EXPECT_EQ(text.Measure(std::string("a\0\xFF\xC3", 4)).width, text.Measure("a\uFFFD\uFFFD\uFFFD").width);
     EXPECT_EQ(text.Measure("a\U000FFFF0\n\U000FFFF1b").missing, 2);
