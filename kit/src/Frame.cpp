@@ -1,5 +1,6 @@
 // What a device shows.
 
+#include <algorithm>
 #include <utility>
 
 #include "Device.h"
@@ -10,24 +11,24 @@ namespace kivgles::kit {
 void Device::Show(CanvasState& canvas) {
     CheckLayerSize(canvas.size, maxSide, operation);
     (void)Surface();  // without a window everything stays as it is
+    CanvasState::Receiver taking = std::move(receiver);
+    std::vector<PixelRect> changed = canvas.Take(taking);  // an error leaves none, and the copy as it was
     Resize(copy, canvas.size, operation);
+    receiver = std::move(taking);
     copySize = canvas.size;
     const PixelView view = ViewOf(canvas);
-    std::vector<PixelRect> changed;
     std::int64_t area = 0;
-    for (const PixelRect& painted : canvas.Take(receiver)) {
-        const PixelRect part = Update(view, painted, copy.data());
-        if (!IsEmpty(part)) {
-            changed.push_back(part);
-            area += Area(part);
-        }
+    for (PixelRect& part : changed) {
+        part = Update(view, part, copy.data());
+        area += Area(part);
     }
+    changed.erase(std::remove_if(changed.begin(), changed.end(), IsEmpty), changed.end());
     if (area > 0) {
         largeInARow = 4 * area > Area(Whole(copySize)) ? largeInARow + 1 : 0;
     }
     showsCopy = true;
     shown = nullptr;
-    ShowCopy(changed);
+    ShowCopy(std::move(changed));
 }
 
 void Device::Show(const LayerState& layer) {
