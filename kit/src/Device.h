@@ -147,7 +147,7 @@ class Device {
     Size copySize KIVGLES_GUARDED_BY(DEVICE_LOCK);
     std::vector<std::uint8_t> copy KIVGLES_GUARDED_BY(DEVICE_LOCK);
     std::vector<std::uint8_t> room KIVGLES_GUARDED_BY(DEVICE_LOCK);  // for rows of a part of it
-    // Changes of more than a quarter; the first picture counts as the second.
+    // Times that more than a quarter was painted; the first picture counts as the second.
     int largeInARow KIVGLES_GUARDED_BY(DEVICE_LOCK) = 1;
 };
 

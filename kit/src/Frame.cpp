@@ -19,8 +19,10 @@ void Device::Show(CanvasState& canvas) {
     const PixelView view = ViewOf(canvas);
     std::int64_t area = 0;
     for (PixelRect& part : changed) {
-        part = Update(view, part, copy.data());
         area += Area(part);
+        part = spares[PICTURE].isCurrent ? Different(view, part, copy.data()) : part;  // or all is needed
+        Convert(view, part, Format::PREMULTIPLIED, copy.data() + Offset(part.x, part.y, copySize.width),
+                copySize.width);
     }
     changed.erase(std::remove_if(changed.begin(), changed.end(), IsEmpty), changed.end());
     if (area > 0) {
@@ -49,9 +51,8 @@ bool Device::ShowAgain() {
 
 void Device::ShowCopy(std::vector<PixelRect> changed) {
     const bool wasCurrent = std::exchange(spares[PICTURE].isCurrent, false);
-    const bool hasPlace = spares[PICTURE].handle != 0 || !IsFull();
     const bool changesMuch = changed.empty() ? !wasCurrent : largeInARow >= 2;
-    if (!AreEqual(copySize, windowSize) || !hasPlace || changesMuch) {
+    if (!AreEqual(copySize, windowSize) || (spares[PICTURE].handle == 0 && IsFull()) || changesMuch) {
         HandOver(FBO_HANDLE_BASE, Whole(copySize), Whole(windowSize));
     } else {
         SpareLayer& layer = Provide(PICTURE, copySize);

@@ -116,7 +116,7 @@ void Convert(const PixelView& from, const PixelRect& part, Format format, std::u
     }
 }
 
-PixelRect Update(const PixelView& canvas, const PixelRect& part, std::uint8_t* copy) {
+PixelRect Different(const PixelView& canvas, const PixelRect& part, const std::uint8_t* copy) {
     constexpr int STRIP = 16;  // columns that are compared at once
     const int width = canvas.size.width;
     const auto isCurrent = [&](const PixelRect& rect) {
@@ -142,8 +142,7 @@ PixelRect Update(const PixelView& canvas, const PixelRect& part, std::uint8_t* c
     while (rest.width > STRIP && isCurrent({rest.x + rest.width - STRIP, rest.y, STRIP, rest.height})) {
         rest.width -= STRIP;
     }
-    Convert(canvas, rest, Format::PREMULTIPLIED, copy + Offset(rest.x, rest.y, width), width);
-    return rest;
+    return rest.height > 0 ? rest : PixelRect();
 }
 
 TagKivBitmapInfo BitmapOf(const PixelView& from, const PixelRect& part, Format format,

@@ -34,8 +34,8 @@ void Resize(std::vector<std::uint8_t>& room, const Size& size, const char* opera
 // A part of a picture, to where it begins in another one of this width. The two must not overlap.
 void Convert(const PixelView& from, const PixelRect& part, Format format, std::uint8_t* to, int width);
 
-// Brings a part of a canvas' premultiplied copy up to date. Returns what was different, or a little more.
-PixelRect Update(const PixelView& canvas, const PixelRect& part, std::uint8_t* copy);
+// What of a part of a canvas is different in its premultiplied copy, or a little more.
+PixelRect Different(const PixelView& canvas, const PixelRect& part, const std::uint8_t* copy);
 
 // A part of a picture for the core. Its pixels are in `room` if they could not stay where they are.
 TagKivBitmapInfo BitmapOf(const PixelView& from, const PixelRect& part, Format format,
