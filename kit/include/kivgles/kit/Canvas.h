@@ -78,7 +78,7 @@ class KIVGLES_KIT_EXPORT Canvas {
     void Clear(const Rect& rect, const Fill& fill);
 
     void Rectangle(const Rect& rect, const Fill& fill);  ///< @param rect,fill Where, and with what.
-    /// @param rect,fill Where, and with what. @param radius Of corners: at most half a side, and 15,000.
+    /// @param rect,fill Where, and with what. @param radius Up to half of the shorter side, and 15,000.
     void RoundedRectangle(const Rect& rect, double radius, const Fill& fill);
 
     /// @param center,radius,fill Where, and with what.

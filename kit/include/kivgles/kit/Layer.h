@@ -74,10 +74,10 @@ class KIVGLES_KIT_EXPORT Layer {
 
     /// Copies a part of another layer. Scaled up, it takes no colour from beside the part, which needs a
     /// layer of the kit's own; beyond the left and upper edge, it needs one more.
-    /// @param source,from Another layer of the same screen, and the part of it. @param to What that fills.
-    /// @throws Error With the code of KivBlit; 15 without room for these layers; INVALID_ARGUMENT for
-    /// another source; TOO_LARGE if what is seen with two pixels of the source on each side becomes longer
-    /// than a million pixels or, across the left or upper edge, than the screen's limit.
+    /// @param source,from Another layer of the same screen, and a part of it. @param to What it then fills.
+    /// @throws Error With the code of KivBlit; 15 without room for these layers; INVALID_ARGUMENT for another
+    /// source; TOO_LARGE where what is seen, with two pixels of the source around it, grows beyond a million
+    /// pixels or, across the left or upper edge, the screen's limit.
     void Copy(const Layer& source, const Rect& from, const Rect& to);
 
     /// Copies the whole of another layer, unscaled; throws as above.

@@ -76,10 +76,10 @@ class KIVGLES_KIT_EXPORT Screen {
     void OnReconnect(std::function<void()> paint);
 
     /// Shows a canvas, scaled to fill the window: waits for the frame before it to be shown, hands over what
-    /// has been painted and looks different, queues this frame, and returns. So one frame is in flight, and
-    /// no client can outrun the screen. The canvas may be painted again, or go, at once: the screen remembers
-    /// the picture, which takes as much memory again. With small changes one of the window's size takes one
-    /// of the screen's 15 layers; if there is none it is handed over whole each time.
+    /// has changed since it was last shown here, queues this frame, and returns. So one frame is in flight,
+    /// and no client can outrun the screen. The canvas may be painted again, or go, at once: the screen
+    /// remembers the picture, which takes as much memory again. With small changes one of the window's size
+    /// takes one of the screen's 15 layers; if there is none it is handed over whole each time.
     /// @param canvas It is only read.
     /// @throws Error With the code of KivDrawBitmap, KivBlit or KivRefreshOnSrceen; TOO_LARGE above the
     /// screen's limit; OUT_OF_MEMORY; INVALID_ARGUMENT on a canvas that was moved away.

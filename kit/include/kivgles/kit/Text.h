@@ -108,7 +108,7 @@ class KIVGLES_KIT_EXPORT Text {
     Text Right() const { return Aligned(Align::RIGHT); }            ///< @return A copy there.
     Text Middle() const { return Aligned(VerticalAlign::MIDDLE); }  ///< @return A copy there.
 
-    /// @return A copy that is wrapped where its language breaks lines, and words that are longer anywhere.
+    /// @return A copy, wrapped where its language breaks lines, and anywhere in words longer than a line.
     Text Wrapped() const { return With(&Text::wrapped, true); }
 
     /// @param pixels From baseline to baseline; 0, as at first: five quarters of its size. @return A copy.
