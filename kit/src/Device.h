@@ -82,8 +82,7 @@ class Device {
     Device(const TagKivDisplayInfo& nativeDisplay, int longestSide)
         : maxSide(longestSide), display(nativeDisplay) {}
 
-    // For one more request, and not beyond the lock. The core's queue has no bound: where a client has queued
-    // much without ever waiting, this waits until it is done.
+    // For one more request, and not beyond the lock. Waits where a client has queued much without waiting.
     KivGLDrawSurface& Surface() KIVGLES_REQUIRES(DEVICE_LOCK);
     // Throws unless an operation of the core answered 0.
     void Check(int result) const KIVGLES_REQUIRES(DEVICE_LOCK);

@@ -31,11 +31,17 @@ void Insert(PangoAttrList* attributes, PangoAttribute* attribute, std::size_t be
 
 // Digits get the space that they lack, half on each side, and keep their distance from what is beside them.
 void MakeTabular(PangoAttrList* attributes, const std::string& text, const FontMetrics& metrics) {
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        if (text[i] >= '0' && text[i] <= '9') {
-            const int space = metrics.digitSpace[static_cast<std::size_t>(text[i] - '0')];
-            Insert(attributes, pango_attr_font_features_new("kern=0"), i, i + 1);
-            Insert(attributes, pango_attr_letter_spacing_new(space), i, i + 1);
+    constexpr int NO_DIGIT = -1;  // or one of a keycap, which is an emoji
+    const auto lacks = [&](std::size_t i) {
+        const bool isDigit = text[i] >= '0' && text[i] <= '9' && text.compare(i + 1, 3, "\uFE0F") != 0;
+        return isDigit ? metrics.digitSpace[static_cast<std::size_t>(text[i] - '0')] : NO_DIGIT;
+    };
+    for (std::size_t i = 0, end = 0; i < text.size(); i = end) {
+        for (end = i + 1; end < text.size() && lacks(end) == lacks(i); ++end) {
+        }
+        if (lacks(i) != NO_DIGIT) {
+            Insert(attributes, pango_attr_font_features_new("kern=0"), i, end);
+            Insert(attributes, pango_attr_letter_spacing_new(lacks(i)), i, end);
         }
     }
 }

@@ -44,7 +44,8 @@ TEST(Text, StandsAndLooksAsItsPropertiesSayInFontsThatAnyThreadAdds) {
     Text(40, {0, 0, 0, 100}).Draw(canvas, "😀", {0, 0, 50, 50});
     EXPECT_EQ(PixelsOf(canvas)[25 * 50 + 25] >> 24, 100U) << "emoji are translucent, too";
     EXPECT_EQ(Text(1e9, WHITE).LineHeight() + Text(-1, WHITE).LineHeight(), 1250 + 2);
-    EXPECT_EQ(text.Tabular().Measure("101:").width, 20 + 20 + 20 + 6);
+    EXPECT_EQ(text.Tabular().Measure("1101:").width, 20 + 20 + 20 + 20 + 6);
+    EXPECT_EQ(text.Tabular().Measure("1\uFE0F\u20E3").width, text.Measure("1\uFE0F\u20E3").width);
 }
 
 TEST(Text, IsMeasuredAsItIsDrawnAndCutToTheLinesThatFit) {

@@ -65,16 +65,14 @@ class KIVGLES_KIT_EXPORT Canvas {
     /// @throws Error BAD_FILE if the file cannot be read or is no PNG, TOO_LARGE.
     static Canvas FromPng(const std::string& path);
 
-    /// @param path A PNG file, which is replaced if there is one.
-    /// @throws Error BAD_FILE if it cannot be written; there may be a part of it then.
+    /// @param path A PNG file, replaced if there is one. @throws Error BAD_FILE; there may be a part of it.
     void WritePng(const std::string& path) const;
 
     /// @name Shapes
     /// @{
 
     void Clear(const Fill& fill = TRANSPARENT);  ///< Replaces everything. @param fill Of every pixel.
-    /// Replaces a part. Pixels that an edge crosses keep a share of what was there.
-    /// @param rect,fill Where, and with what.
+    /// Replaces a part. Pixels on an edge keep a share of what was there. @param rect,fill Where, with what.
     void Clear(const Rect& rect, const Fill& fill);
 
     void Rectangle(const Rect& rect, const Fill& fill);  ///< @param rect,fill Where, and with what.
@@ -85,8 +83,7 @@ class KIVGLES_KIT_EXPORT Canvas {
     void Disc(const Point& center, double radius, const Fill& fill);
     /// @param center,radius,fill The outer edge, and with what. @param thickness Of the outline, inwards.
     void Ring(const Point& center, double radius, double thickness, const Fill& fill);
-    /// A part of a ring, with straight ends.
-    /// @param center,radius,thickness,fill As for a ring.
+    /// A part of a ring, with straight ends. @param center,radius,thickness,fill As for a ring.
     /// @param start,sweep The angle where it begins, and how far it goes; counter-clockwise if negative.
     void Arc(const Point& center, double radius, double thickness, double start, double sweep,
              const Fill& fill);
@@ -102,8 +99,7 @@ class KIVGLES_KIT_EXPORT Canvas {
     void Polygon(const std::vector<Point>& points, const Fill& fill);
 
     /// A bar that is filled from the left up to a share of its width, to a whole pixel.
-    /// @param rect,level Where, and the share, from 0 to 1; what is no number counts as 0.
-    /// @param filled,rest With what up to there, and beyond.
+    /// @param rect,level Where; the share, 0 to 1 (no number: 0). @param filled,rest Up to there, and beyond.
     void Bar(const Rect& rect, double level, const Fill& filled, const Fill& rest);
     /// @}
 

@@ -20,10 +20,9 @@ class Layer;
 /// may have any number of screens. None is static or in a singleton, for the reasons that KivGLDrawSurface
 /// gives. Xlib has a Screen too: beside its header write kivgles::kit::Screen.
 ///
-/// Threads: any operation of the screen and of its layers may be called from any thread; they exclude each
-/// other and take turns, so that a thread that presents in a loop keeps nobody out for longer than two
-/// frames. Only the destructor must not begin while another thread uses the screen: what waits already ends
-/// with NOT_CONNECTED.
+/// Threads: any, for all operations of the screen and its layers. They exclude each other and take turns, so
+/// that a thread that presents in a loop keeps nobody out for longer than two frames. Only the destructor
+/// must not begin while another thread uses the screen: what waits already ends with NOT_CONNECTED.
 ///
 /// @code
 /// kivgles::kit::Screen screen(window.Display());  // a kivgles::window::Window

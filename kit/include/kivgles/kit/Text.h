@@ -92,8 +92,7 @@ class KIVGLES_KIT_EXPORT Text {
     Text Italic() const { return With(&Text::italic, true); }  ///< @return A copy in italic, or slanted.
     Text Underlined() const { return With(&Text::underlined, true); }  ///< @return An underlined copy.
 
-    /// @return A copy with digits 0 to 9 that are all as wide as the widest, in every font, so that a clock
-    /// does not tremble and columns of numbers stand below each other.
+    /// @return A copy whose digits are all as wide as the widest, in every font: for clocks and columns.
     Text Tabular() const { return With(&Text::tabular, true); }
     /// @}
 
@@ -132,8 +131,7 @@ class KIVGLES_KIT_EXPORT Text {
 
     /// Makes the fonts of a file known, for all texts of the process from now on, as if they were installed.
     /// Takes tens of milliseconds, and makes each thread look its fonts up anew.
-    /// @param path A font file, which stays where it is.
-    /// @throws Error BAD_FILE if there is no such file, or it is no font.
+    /// @param path A font file that stays there. @throws Error BAD_FILE if there is none, or it is no font.
     static void AddFont(const std::string& path);
 
  private:
