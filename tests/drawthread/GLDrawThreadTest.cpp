@@ -21,7 +21,6 @@ extern "C" int sched_yield() noexcept {
 }
 
 namespace kivgles {
-namespace {
 
 using testing::ElementsAre, testing::IsEmpty;
 
@@ -118,5 +117,4 @@ TEST(FirstText, KeepsMeasurementsWaitingForItsFontButNoQueuedCallAndNoLookUp) {
     __android_log_set_logger(nullptr);
 }
 
-}  // namespace
 }  // namespace kivgles

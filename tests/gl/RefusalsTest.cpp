@@ -5,7 +5,6 @@
 #include "support/Recorder.h"
 
 namespace kivgles {
-namespace {
 
 TEST(ShaderPrograms, RefuseWhatIsNoSourceNoShaderAndNoProgram) {
     EGLManager egl;
@@ -22,5 +21,4 @@ TEST(ShaderPrograms, RefuseWhatIsNoSourceNoShaderAndNoProgram) {
                                      "E ShaderProgram: Not a shader or a program\n"));
 }
 
-}  // namespace
 }  // namespace kivgles

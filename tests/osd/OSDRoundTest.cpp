@@ -15,7 +15,6 @@ void glBufferData(GLenum, GLsizeiptr size, const void* data, GLenum) {
 }
 
 namespace kivgles {
-namespace {
 
 // Edges are the same on processors that multiply and add in one step, or in more bits: what is volatile is
 // rounded.
@@ -38,5 +37,4 @@ TEST(Rounds, HaveRimPointsOfRoundedProducts) {
     }
 }
 
-}  // namespace
 }  // namespace kivgles

@@ -7,21 +7,19 @@
 
 #include "bounds_checked.h"
 
-namespace {
-
 constexpr rsize_t TOO_LARGE = RSIZE_MAX + 1;
 
 // What is answered, and what is then in a buffer that held "abcdefgh"; zeros are ".".
 using Outcome = std::pair<errno_t, std::string>;
 
-Outcome Set(rsize_t destSize, rsize_t count) {
+static Outcome Set(rsize_t destSize, rsize_t count) {
     std::string buffer = "abcdefgh";
     const errno_t result = memset_s(buffer.data(), destSize, 0x100 + '#', count);
     return {result, buffer};
 }
 
 // From place to place in the buffer.
-Outcome Copy(rsize_t dest, rsize_t destSize, rsize_t src, rsize_t count) {
+static Outcome Copy(rsize_t dest, rsize_t destSize, rsize_t src, rsize_t count) {
     std::string buffer = "abcdefgh";
     const errno_t result = memcpy_s(buffer.data() + dest, destSize, buffer.data() + src, count);
     std::replace(buffer.begin(), buffer.end(), '\0', '.');
@@ -49,5 +47,3 @@ TEST(BoundsChecked, FunctionsSetAndCopyOrOnViolationClearTheWholeDestination) {
     EXPECT_EQ(memcpy_s(buffer, 1, nullptr, 0), EINVAL);
     EXPECT_EQ(buffer[0], '\0');
 }
-
-}  // namespace

@@ -6,8 +6,6 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-namespace {
-
 using testing::internal::CaptureStderr, testing::internal::GetCapturedStderr;
 
 TEST(Log, WritesAWholeLinePerMessage) {
@@ -63,5 +61,3 @@ TEST(Log, GoesToTheLoggerThatWasSetUntilItIsUnset) {
     EXPECT_EQ(received, "5Ttext 1\n");
     EXPECT_EQ(GetCapturedStderr(), "W T: text 2\n");
 }
-
-}  // namespace

@@ -20,7 +20,6 @@
 #include "support/X11Window.h"
 
 namespace kivgles {
-namespace {
 
 constexpr unsigned int WINDOWS = 8;
 using Numbers = std::bitset<WINDOWS>;
@@ -56,7 +55,7 @@ constexpr std::size_t RESIDENT_GROWTH = 16384;
 // take its time to reach its most; in the second half nothing may be added. A few times say nothing, nor does
 // the heap of a sanitizer, which keeps what is freed, and of which mallinfo2 knows nothing.
 template <typename Do>
-void Watch(unsigned int times, const Do& something) {
+static void Watch(unsigned int times, const Do& something) {
     std::size_t mostHeap = 0;
     std::size_t mostResident = 0;
     for (unsigned int done = 1; done <= times; ++done) {
@@ -118,5 +117,4 @@ TEST(Windows, GoOnWhileOthersOfTheProcessComeAndGo) {
     });
 }
 
-}  // namespace
 }  // namespace kivgles

@@ -13,7 +13,6 @@
 #include "support/X11Window.h"
 
 namespace kivgles {
-namespace {
 
 TEST(Displays, ThatCannotBeAreRefusedAndTheContextStays) {
     const X11Connection connection = ConnectToX11();
@@ -51,8 +50,8 @@ TEST(Signals, AreTakenByNoThreadOfTheLibraryAndTheCallersMaskIsKept) {
 }
 
 // What a logger keeps, without a lock: lines of one life come one after the other. The process destroys it.
-std::vector<std::string> lines;
-int loggingThreads = 0;
+static std::vector<std::string> lines;
+static int loggingThreads = 0;
 struct LoggingThread {
     LoggingThread() { ++loggingThreads; }
     ~LoggingThread() { --loggingThreads; }
@@ -72,5 +71,4 @@ TEST(End, HasComeForThreadAndLogWhenTheDestructorReturns) {
     __android_log_set_logger(nullptr);
 }
 
-}  // namespace
 }  // namespace kivgles

@@ -6,12 +6,11 @@
 #include "support/Recorder.h"
 
 namespace kivgles {
-namespace {
 
 using Numbers = std::array<float, 12>;
 
 // x, y, width and height in NDC, of a rectangle and of a round, and in texture coordinates.
-Numbers Converted(const TagKivRectInfo& rect, unsigned int width, unsigned int height) {
+static Numbers Converted(const TagKivRectInfo& rect, unsigned int width, unsigned int height) {
     const KivGLDrawSurface surface;
     TagGLRectInfo ndc{7, 7, 7, 7}, source{7, 7, 7, 7};
     TagGLRoundInfo round{7, 7, 7, 7};
@@ -38,5 +37,4 @@ TEST(Conversions, TakeNoNumberForANegativeOneAndTouchNothingWhereTheTargetHasNoS
     EXPECT_EQ(text.underline, 4);
 }
 
-}  // namespace
 }  // namespace kivgles

@@ -5,7 +5,6 @@
 #include "text/GlyphLoader.h"
 
 namespace kivgles {
-namespace {
 
 TEST(PixelBoxes, OfHostileOutlinesDoNotOverflow) {
     using Limits = std::numeric_limits<FT_Pos>;
@@ -20,5 +19,4 @@ TEST(PixelBoxes, OfHostileOutlinesDoNotOverflow) {
     EXPECT_FALSE(TouchedPixels({-64, -0x8000 * 64 - 1, 0, -0x7FFF * 64}).IsRenderable());
 }
 
-}  // namespace
 }  // namespace kivgles
