@@ -40,7 +40,8 @@ void Canvas::WritePng(const std::string& path) const {
     const cairo_status_t status =
         cairo_surface_write_to_png(CanvasState::Of(*this, OPERATION).Surface(), path.c_str());
     if (status != CAIRO_STATUS_SUCCESS) {
-        throw Error(OPERATION, Error::BAD_FILE, path + ": " + cairo_status_to_string(status));
+        throw Error(OPERATION, status == CAIRO_STATUS_NO_MEMORY ? Error::OUT_OF_MEMORY : Error::BAD_FILE,
+                    path + ": " + cairo_status_to_string(status));
     }
 }
 
