@@ -106,6 +106,7 @@ TEST_F(ScreenTest, HasFifteenLayersThatRefuseWhatHasNoMeaning) {
     EXPECT_EQ(copy(last), "-1 Layer::Copy: the source is the layer itself");
     EXPECT_EQ(copy(*another.layer), "-1 Layer::Copy: the source is another screen's");
     EXPECT_EQ(copy(layers.front()), "-1 Layer::Copy: the source was moved away");
+    EXPECT_EQ(ErrorOf([&] { screen.Present(Canvas({4001, 2})); }).find("-2 Screen::Present: 4001 by 2"), 0U);
     EXPECT_NE(ErrorOf([&] { screen.Present(*another.layer); }), "");
 }
 

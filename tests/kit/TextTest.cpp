@@ -71,6 +71,7 @@ TEST(Text, IsMeasuredAsItIsDrawnAndCutToTheLinesThatFit) {
     }
     EXPECT_GT(text.Measure("a\nb", {100, 25}).width, text.Measure("a").width) << "an ellipsis follows";
     EXPECT_EQ(text.Measure(page).width, text.Measure(page.substr(0, 90000)).width);
+    EXPECT_GT(text.Measure(bad, {300, 40}).width, text.Measure("…").width);
     EXPECT_EQ(text.Measure(page, {300, 40}).width, text.Measure(page.substr(0, 100), {300, 40}).width);
     EXPECT_EQ(text.Measure(std::string("a\0\xFF\xC3", 4)).width, text.Measure("a\uFFFD\uFFFD\uFFFD").width);
     EXPECT_EQ(text.Measure("a\U000FFFF0\n\U000FFFF1b").missing, 2);

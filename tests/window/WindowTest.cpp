@@ -13,12 +13,11 @@
 #include "window/Outside.h"
 
 namespace kivgles::window {
-namespace {
 
 using std::chrono::milliseconds;
 using testing::ElementsAre, testing::HasSubstr;
 
-WindowOptions Options(const std::string& title, int x) { return {title, {120, 100}, Position{x, 40}}; }
+static WindowOptions Options(const std::string& title, int x) { return {title, {120, 100}, Position{x, 40}}; }
 
 // A surface that shows one colour.
 struct Surface {
@@ -38,7 +37,7 @@ struct Surface {
 };
 
 // The next one of any of them that is of this type: others come as window systems please.
-Event Await(Event::Type type, const std::vector<Window*>& windows) {
+static Event Await(Event::Type type, const std::vector<Window*>& windows) {
     Event event;
     while (event.type != type) {
         event = Window::WaitForAny(windows);
@@ -129,7 +128,7 @@ TEST(Windows, ShowWhatIsBehindThemOrSayThatTheyDoNot) {
     }
 }
 
-std::string Refusal(System system, const std::string& server, Size size) try {
+static std::string Refusal(System system, const std::string& server, Size size) try {
     WindowOptions options{"refused", size};
     options.system = system;
     options.server = server;
@@ -161,5 +160,4 @@ TEST(WindowOfADyingServer, IsClosedAndTheProgramGoesOn) {
     EXPECT_THROW(Window(Options("late", 20)), std::runtime_error);
 }
 
-}  // namespace
 }  // namespace kivgles::window
