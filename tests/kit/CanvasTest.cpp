@@ -68,7 +68,7 @@ TEST(Canvas, PaintsAsItsArgumentsSayAndCutsWhatReachesFar) {
     canvas.RoundedRectangle({40, 34, 5, 5}, -1, RED);
     canvas.Polyline({{52, 36}}, 6, RED);
     canvas.Clear({10, 40, 10, 10}, {0, 0, 0, 128});
-    canvas.Clear({20, 40, 20, 10}, Fill::Gradient({20, 0}, TRANSPARENT, {40, 0}, WHITE));  // never grey
+    canvas.Clear({20, 40, 20, 10}, Fill::Gradient({20, 0}, TRANSPARENT, {36, 0}, WHITE));  // never grey
     canvas.Bar({0.5, 50, 40, 5}, 0.51, {255, 0, 0, 100}, {255, 255, 255, 100});
     canvas.Bar({0, 56, 20, 2}, NONE, WHITE, RED);
     canvas.Draw({PIXELS, {2, 1}}, {20, 60, 8, 4});
@@ -86,7 +86,7 @@ TEST(Canvas, PaintsAsItsArgumentsSayAndCutsWhatReachesFar) {
         {0x64646464, {{21, 52}}},
         {0x8001017F, {{20, 60}, {20, 63}}},  // to the nearest; an image's edges do not fade
         {0x80000080, {{47, 63}}},
-        {0xFFFFFFFF, {{0, 90}, {59, 119}}},
+        {0xFFFFFFFF, {{37, 45}, {0, 90}, {59, 119}}},
         {0xFF0000FF, {{20, 115}}}};
     for (const auto& [color, places] : rows) {
         for (const auto& [x, y] : places) {

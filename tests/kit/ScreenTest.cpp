@@ -153,6 +153,8 @@ TEST_F(ScreenTest, ShowsTheLastFrameAgainOnAWindowThatWasCoveredResizedReplacedO
     screen.Present(kept);
     kept.Clear(BLUE);
     EXPECT_TRUE(screen.Refresh() && another.Shows(0x0000FF, 149, 69)) << "a layer as it is now";
+    screen.Reconnect(window.Native());
+    EXPECT_FALSE(screen.Refresh()) << "its picture went with the surface";
     screen.OnReconnect([&] {
         layer->Clear(WHITE);
         layer->Copy(kept, 0, 0);

@@ -18,22 +18,19 @@
 #include "support/Recorder.h"
 
 namespace kivgles {
-namespace {
 
 // What the draw thread has seen.
 struct Drawn {
     unsigned int executed[CLIENTS] = {};
     unsigned int misplaced = 0;
 };
-Drawn drawn;
+static Drawn drawn;
 
-void Reset() {
+static void Reset() {
     __android_log_set_logger([](const __android_log_message*) {});
     recorder::StandAlone(2048);
     drawn = Drawn();
 }
-
-}  // namespace
 
 // Each coloured command sets its colour once; the texts that clients start with have none.
 extern "C" void glUniform4fv(GLint, GLsizei, const GLfloat* color) {
