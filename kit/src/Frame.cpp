@@ -50,7 +50,8 @@ bool Device::ShowAgain() {
 }
 
 void Device::ShowCopy(std::vector<PixelRect> changed) {
-    const bool wasCurrent = std::exchange(spares[PICTURE].isCurrent, false);
+    const bool wasCurrent =
+        std::exchange(spares[PICTURE].isCurrent, false) && AreEqual(spares[PICTURE].size, copySize);
     const bool changesMuch = changed.empty() ? !wasCurrent : largeInARow >= 2;
     if (!AreEqual(copySize, windowSize) || (spares[PICTURE].handle == 0 && IsFull()) || changesMuch) {
         HandOver(FBO_HANDLE_BASE, Whole(copySize), Whole(windowSize));

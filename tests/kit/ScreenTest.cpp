@@ -119,9 +119,9 @@ TEST_F(ScreenTest, IsHandedWhatHasChangedAndAllOfItOnlyWhereMuchChangesEachTime)
         {{0, 0, 120, 20}, BLUE, {{0, 0, 0, 120, 20, 0xFFFF0000}}},
         {{0, 0, 120, 20}, BLUE, {}},  // the same again
         {{0, 10, 120, 30}, GREEN, {{1, 0, 0, 120, 60, 0xFFFF0000}}},
-        {{0, 0, 1, 1}, WHITE, {{0, 0, 0, 120, 60, 0xFFFFFFFF}}},
+        {{119, 59, 1, 1}, WHITE, {{0, 0, 0, 120, 60, 0xFFFF0000}}},
         {{50, 45, 6, 4}, WHITE, {{0, 50, 45, 6, 4, 0xFFFFFFFF}}},
-        {{0, 40, 110, 18}, RED, {{0, 48, 45, 14, 4, 0xFF0000FF}}}};  // in strips of 16 columns
+        {{0, 43, 110, 9}, RED, {{0, 48, 45, 14, 4, 0xFF0000FF}}}};  // in strips of 16 columns
     int frame = Swaps();
     for (const auto& [rect, color, handedOver] : rows) {
         canvas.Clear(rect, color);
@@ -130,6 +130,13 @@ TEST_F(ScreenTest, IsHandedWhatHasChangedAndAllOfItOnlyWhereMuchChangesEachTime)
         EXPECT_EQ(bitmaps, handedOver);
         EXPECT_GE(Swaps(), frame++) << "more than one in flight";
     }
+    const X11Window larger(150, 70);
+    Canvas blue({150, 70});  // in memory it begins as the former one
+    blue.Clear(BLUE);
+    screen.Present(*layer), screen.Connect(larger.Native());
+    screen.Present(blue);
+    EXPECT_TRUE(larger.Shows(0x0000FF, 9, 0));
+    screen.Connect(window.Native());
 }
 
 TEST_F(ScreenTest, ShowsTheLastFrameAgainOnAWindowThatWasCoveredResizedReplacedOrLost) {

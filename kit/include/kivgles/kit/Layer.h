@@ -80,8 +80,7 @@ class KIVGLES_KIT_EXPORT Layer {
     /// pixels or, across the left or upper edge, the screen's limit.
     void Copy(const Layer& source, const Rect& from, const Rect& to);
 
-    /// Copies the whole of another layer, unscaled; throws as above.
-    /// @param source,x,y Another layer of the same screen, and where its top-left corner goes.
+    /// As above, all of it, unscaled. @param source,x,y Another layer, and where its top-left corner goes.
     void Copy(const Layer& source, int x, int y);
 
  private:
